@@ -1,0 +1,58 @@
+// Things that happen to the engine at a certain sample.
+#pragma once
+
+#include <cstdint>
+
+namespace zelvatone {
+
+class SynthEngine;
+
+// Made when a MIDI message arrives, applied and destroyed when its sample comes. Audio thread.
+class SynthEvent {
+public:
+    // Does to the engine what the event stands for.
+    virtual void apply() = 0;
+
+    // Deletes an event of any kind, made with new. The kinds hold plain values only, so there is
+    // nothing for a virtual destructor to find.
+    static void destroy(SynthEvent* event);
+
+protected:
+    explicit SynthEvent(SynthEngine* engine) : engine(engine) {}
+    ~SynthEvent() = default;
+
+    SynthEngine* engine; // not owned
+};
+
+class EngineNoteOnEvent final : public SynthEvent {
+public:
+    // `velocity`: 1 to 127, as MIDI has it.
+    EngineNoteOnEvent(SynthEngine* engine, std::int32_t note, std::int32_t velocity)
+        : SynthEvent(engine), note(note), velocity(velocity) {}
+    void apply() override;
+
+private:
+    std::int32_t note;
+    std::int32_t velocity;
+};
+
+class EngineNoteOffEvent final : public SynthEvent {
+public:
+    EngineNoteOffEvent(SynthEngine* engine, std::int32_t note) : SynthEvent(engine), note(note) {}
+    void apply() override;
+
+private:
+    std::int32_t note;
+};
+
+class EnginePitchBendEvent final : public SynthEvent {
+public:
+    // `amount`: octaves, -1 to just under +1.
+    EnginePitchBendEvent(SynthEngine* engine, float amount) : SynthEvent(engine), amount(amount) {}
+    void apply() override;
+
+private:
+    float amount;
+};
+
+} // namespace zelvatone

@@ -1,0 +1,122 @@
+#include "engine/ZelvatoneEngine.h"
+
+#include "engine/ParameterReading.h"
+#include "engine/WaveTable.h"
+#include "params/ParameterTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvatone {
+
+namespace {
+
+constexpr SynthIdentity kIdentity{.numInputs = 0,
+                                  .numOutputs = 2,
+                                  .effectName = "Zelvatone",
+                                  .vendorName = "Quillfeather",
+                                  .productName = "Zelvatone",
+                                  .vendorVersion = 1};
+
+// MIDI note 0, five octaves and a major sixth below the 440 Hz of note 69.
+constexpr double kLowestNoteHz = 8.175798915636872;
+// A semitone. Cut to 13 digits; the running product over 127 notes is part of the tuning.
+constexpr double kSemitone = 1.059463094359;
+
+// Up to three notes at full level share the output, a third each; beyond that the mix is scaled to
+// keep the sum of all envelopes at one.
+constexpr float kFullWeight = 3.0F;
+constexpr float kGainBelowFullWeight = 0.33333334F;
+// The float nearest 3.1622, about 10 dB: makes up for the voices' headroom.
+constexpr double kOutputGain = 3.1621999740600586;
+
+} // namespace
+
+ZelvatoneEngine::ZelvatoneEngine()
+    : SynthEngine(kVoiceCount, kIdentity),
+      shaper(std::make_unique<PolyShaper>()),
+      settings(std::make_unique<VoiceSettings>()),
+      envelopeSettings(std::make_unique<EnvelopeSettings>()) {
+    programs.push_back(makeDefaultProgram());
+    programs.front().name = "Default";
+    currentProgram = &programs.front();
+
+    double frequency = kLowestNoteHz;
+    for (float& note : noteFrequency) {
+        note = static_cast<float>(frequency);
+        frequency *= kSemitone;
+    }
+
+    wavetable::build(*settings, settings->tableSize);
+    for (std::int32_t slot = 0; slot < kVoiceCount; ++slot) {
+        voices.push_back(std::make_unique<ModeVoice>(settings.get()));
+        envelopes.push_back(std::make_unique<ADSR>(envelopeSettings.get()));
+    }
+}
+
+void ZelvatoneEngine::setSampleRate(float rate) {
+    SynthEngine::setSampleRate(rate);
+    settings->secondsPerSample = 1.0 / static_cast<double>(rate);
+}
+
+void ZelvatoneEngine::noteOn(std::int32_t note, std::int32_t velocity) {
+    const auto free = std::find(voiceNotes.rbegin(), voiceNotes.rend(), kFreeSlot);
+    if (free == voiceNotes.rend()) {
+        return;
+    }
+    *free = note;
+    const auto slot = voiceNotes.rend() - free - 1;
+    voices[slot]->start(noteFrequency[note & 127]);
+    envelopes[slot]->trigger(static_cast<float>(velocity / 127.0));
+}
+
+void ZelvatoneEngine::noteOff(std::int32_t note) {
+    for (std::int32_t slot = 0; slot < voiceCount; ++slot) {
+        if (voiceNotes[slot] == note) {
+            envelopes[slot]->release();
+            voiceNotes[slot] = kReleasedSlot;
+        }
+    }
+}
+
+void ZelvatoneEngine::pitchBend(float amount) {
+    settings->bendRatio = std::pow(2.0, static_cast<double>(amount));
+}
+
+void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t sampleFrames) {
+    // A list of its own, because the host may switch programs on another thread meanwhile.
+    const ParameterList parameters = currentProgram->parameters;
+    settings->tempo = static_cast<double>(tempo);
+    readVoiceSettings(parameters, *settings);
+    readEnvelopeSettings(parameters, *envelopeSettings);
+    shaper->select(readShaperSet(parameters));
+    for (std::int32_t n = 0; n < sampleFrames; ++n) {
+        runEventPass();
+        const float y = renderSample();
+        outputs[0][n] = y;
+        outputs[1][n] = y;
+    }
+}
+
+float ZelvatoneEngine::renderSample() {
+    const double dt = 1.0 / static_cast<double>(sampleRate);
+    float sum = 0.0F;
+    float weight = 0.0F;
+    for (std::int32_t slot = 0; slot < voiceCount; ++slot) {
+        if (voiceNotes[slot] == kFreeSlot) {
+            continue;
+        }
+        if (!envelopes[slot]->isActive()) {
+            voiceNotes[slot] = kFreeSlot;
+            continue;
+        }
+        const float e = envelopes[slot]->tick(dt);
+        const float s = voices[slot]->tick();
+        sum += s * e;
+        weight += e;
+    }
+    const float gain = weight > kFullWeight ? 1.0F / weight : kGainBelowFullWeight;
+    return static_cast<float>(gain * sum * kOutputGain);
+}
+
+} // namespace zelvatone

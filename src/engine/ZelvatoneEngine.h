@@ -1,0 +1,43 @@
+// The instrument: 32 voices, each a mode bank under its own envelope, mixed to one signal.
+#pragma once
+
+#include "engine/ADSR.h"
+#include "engine/ModeVoice.h"
+#include "engine/PolyShaper.h"
+#include "engine/SynthEngine.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace zelvatone {
+
+class ZelvatoneEngine final : public SynthEngine {
+public:
+    static constexpr std::int32_t kVoiceCount = 32;
+
+    // Builds the bank, the wave table and all voices. Program 0, "Default", is current.
+    ZelvatoneEngine();
+
+    void render(float** inputs, float** outputs, std::int32_t sampleFrames) override;
+    void setSampleRate(float rate) override;
+    // Takes the free slot with the highest index. Without one the note is dropped: a note that
+    // sounds is never cut off for a new one.
+    void noteOn(std::int32_t note, std::int32_t velocity) override;
+    // Releases every slot that holds `note`.
+    void noteOff(std::int32_t note) override;
+    void pitchBend(float amount) override;
+
+    std::array<float, 128> noteFrequency{}; // Hz by MIDI note
+    std::vector<std::unique_ptr<ModeVoice>> voices;
+    std::vector<std::unique_ptr<ADSR>> envelopes;
+    std::unique_ptr<PolyShaper> shaper;
+    std::unique_ptr<VoiceSettings> settings;
+    std::unique_ptr<EnvelopeSettings> envelopeSettings;
+
+private:
+    float renderSample();
+};
+
+} // namespace zelvatone

@@ -1,0 +1,36 @@
+// The one function that a host finds in the library.
+#include "engine/ZelvatoneEngine.h"
+#include "plugin/VSTGuiVSTInterface.h"
+
+#include <new>
+
+namespace {
+
+constexpr VstInt32 kUniqueID = 61546; // by which hosts tell this plug-in's saved state from others'
+
+// A new instance, or null without memory for it. The engine stays allocated for as long as the
+// library is loaded, whatever becomes of the plug-in object: a host that closes an instance while
+// its audio thread is still inside leaves that thread a whole engine.
+AudioEffect* createEffectInstance(audioMasterCallback audioMaster) {
+    auto* engine = new (std::nothrow) zelvatone::ZelvatoneEngine;
+    if (engine == nullptr) {
+        return nullptr;
+    }
+    return new (std::nothrow) zelvatone::VSTGuiVSTInterface(audioMaster, engine, kUniqueID);
+}
+
+} // namespace
+
+// Exported here and, for hosts of the first days, a second time as `main`; see zelvatone.map and
+// this folder's part of src/CMakeLists.txt. Answers null to a host that reports no version.
+// User-interface thread.
+extern "C" [[gnu::visibility("default")]] AEffect* VSTPluginMain(audioMasterCallback audioMaster);
+
+extern "C" AEffect* VSTPluginMain(audioMasterCallback audioMaster) {
+    if (audioMaster == nullptr ||
+        audioMaster(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0F) == 0) {
+        return nullptr;
+    }
+    AudioEffect* effect = createEffectInstance(audioMaster);
+    return effect == nullptr ? nullptr : effect->getAeffect();
+}
