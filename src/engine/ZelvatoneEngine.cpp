@@ -2,6 +2,7 @@
 
 #include "engine/ParameterReading.h"
 #include "engine/WaveTable.h"
+#include "params/FactoryPrograms.h"
 #include "params/ParameterTable.h"
 
 #include <algorithm>
@@ -39,6 +40,7 @@ ZelvatoneEngine::ZelvatoneEngine()
       envelopeSettings(std::make_unique<EnvelopeSettings>()) {
     programs.push_back(makeDefaultProgram());
     programs.front().name = "Default";
+    buildFactoryPrograms(programs);
     currentProgram = &programs.front();
 
     double frequency = kLowestNoteHz;
