@@ -1,0 +1,37 @@
+# shellcheck shell=bash
+# Configures and builds one preset.
+
+# shellcheck source=tools/say.sh
+source "$(dirname "${BASH_SOURCE[0]}")/say.sh"
+
+# use_sensible_jobs: one compiler a core, but none without a gigabyte to itself: the largest test
+# sources take about 700 MB. CMake's own variables, when set, win.
+use_sensible_jobs() {
+    local jobs gigabytes
+    jobs=$(nproc)
+    gigabytes=$(sed -n 's/^MemAvailable: *\([0-9]*\) kB/\1/p' /proc/meminfo 2>/dev/null) || true
+    gigabytes=$((${gigabytes:-1048576} / 1048576))
+    ((gigabytes >= jobs)) || jobs=$((gigabytes > 1 ? gigabytes : 1))
+    export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$jobs}
+    export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$jobs}
+}
+
+# configure PRESET [-DNAME=VALUE...]: a build folder that came along from elsewhere starts afresh.
+configure() {
+    local preset=$1 cache=$root/build/$1/CMakeCache.txt fresh=()
+    shift
+    if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
+        fresh=(--fresh)
+    fi
+    logged_or_fail "configure-$preset" "Configuring" \
+        cmake "${fresh[@]}" --preset "$preset" -S "$root" "$@"
+}
+
+# build PRESET [TARGET...]: builds everything, or only the targets (files under the build folder).
+build() {
+    local preset=$1 start=$SECONDS
+    shift
+    logged_or_fail "build-$preset" "Building" \
+        cmake --build "$root/build/$preset" ${1:+--target "$@"}
+    note "built in $(duration $((SECONDS - start)))"
+}
