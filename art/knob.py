@@ -1,0 +1,40 @@
+"""The film strip of the knob: thirty pictures from one template, value 0 on top."""
+
+import math
+
+import layout
+import template
+
+ARC_RADIUS = 19.5
+
+
+def frames(style):
+    track = arc(layout.knobAngle(0), layout.knobAngle(layout.KNOB_PICTURES - 1))
+    return "".join(
+        template.part(
+            "knob",
+            {
+                "top": str(picture * layout.KNOB),
+                "angle": f"{layout.knobAngle(picture):.4f}",
+                "track": track,
+                "arc": arc(layout.knobAngle(0), layout.knobAngle(picture)),
+            },
+            style,
+        )
+        for picture in range(layout.KNOB_PICTURES)
+    )
+
+
+def arc(start, end):
+    """A clockwise arc between two angles in degrees from straight up; nothing when they meet."""
+    if end <= start:
+        return ""
+    ends = (point(math.radians(angle)) for angle in (start, end))
+    large = 1 if end - start > 180 else 0
+    return "M{} A{r},{r} 0 {} 1 {}".format(next(ends), large, next(ends), r=ARC_RADIUS)
+
+
+def point(angle):
+    centre = layout.KNOB / 2
+    x, y = centre + ARC_RADIUS * math.sin(angle), centre - ARC_RADIUS * math.cos(angle)
+    return f"{x:.3f},{y:.3f}"
