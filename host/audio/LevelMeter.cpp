@@ -1,0 +1,22 @@
+#include "audio/LevelMeter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvatone {
+
+void LevelMeter::measure(std::span<float> samples) {
+    for (float& sample : samples) {
+        if (!std::isfinite(sample)) {
+            sample = 0.0F;
+            ++brokenSamples_;
+        }
+        peak_ = std::max(peak_, std::abs(sample));
+    }
+}
+
+double LevelMeter::peakDecibels() const {
+    return 20.0 * std::log10(static_cast<double>(peak_));
+}
+
+} // namespace zelvatone

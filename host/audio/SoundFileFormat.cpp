@@ -1,0 +1,49 @@
+#include "audio/SoundFileFormat.h"
+
+#include "Error.h"
+#include "text/Names.h"
+
+namespace zelvatone {
+
+Container containerOf(const std::filesystem::path& path) {
+    const std::string extension = lowerCase(path.extension().string());
+    if (extension == ".wav") {
+        return Container::Wav;
+    }
+    if (extension == ".flac") {
+        return Container::Flac;
+    }
+    if (extension == ".ogg") {
+        return Container::Ogg;
+    }
+    throw UsageError("cannot tell the kind of file from '" + path.string() +
+                     "': end its name in .wav, .flac or .ogg");
+}
+
+SampleKind sampleKindOf(const std::string& text) {
+    if (text == "16") {
+        return SampleKind::Int16;
+    }
+    if (text == "24") {
+        return SampleKind::Int24;
+    }
+    if (text == "float") {
+        return SampleKind::Float;
+    }
+    throw UsageError("unknown format '" + text + "': 16, 24 and float are known");
+}
+
+void checkFormat(const SoundFileFormat& format) {
+    if (format.container == Container::Flac && format.samples == SampleKind::Float) {
+        throw UsageError("FLAC holds whole numbers only: choose --format 16 or 24, or a .wav file");
+    }
+}
+
+int wholeNumberBits(const SoundFileFormat& format) {
+    if (format.container == Container::Ogg || format.samples == SampleKind::Float) {
+        return 0;
+    }
+    return format.samples == SampleKind::Int16 ? 16 : 24;
+}
+
+} // namespace zelvatone

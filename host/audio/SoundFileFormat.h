@@ -1,0 +1,31 @@
+// The kinds of sound file that the host writes.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zelvatone {
+
+enum class Container { Wav, Flac, Ogg };
+enum class SampleKind { Int16, Int24, Float };
+
+struct SoundFileFormat {
+    Container container = Container::Wav;
+    SampleKind samples = SampleKind::Int24; // OGG has a kind of its own and passes over this
+    int sampleRate = 44100;                 // Hz
+    int channels = 2;
+};
+
+// By the file name's extension in any case: .wav, .flac, .ogg. Throws UsageError for any other.
+Container containerOf(const std::filesystem::path& path);
+
+// From "16", "24" or "float". Throws UsageError for anything else.
+SampleKind sampleKindOf(const std::string& text);
+
+// Throws UsageError for what the container cannot hold: floats in FLAC.
+void checkFormat(const SoundFileFormat& format);
+
+// Bits of the whole numbers that are written; 0 where samples stay floating-point.
+int wholeNumberBits(const SoundFileFormat& format);
+
+} // namespace zelvatone

@@ -1,0 +1,17 @@
+// `zelvatone params`: a plug-in's parameters and their values.
+#pragma once
+
+#include "commands/PluginOptions.h"
+#include "terminal/StandardOutput.h"
+
+namespace zelvatone {
+
+struct ParamsOptions {
+    PluginOptions plugin;
+    bool json = false;
+};
+
+CLI::App* addParamsCommand(CLI::App& app, ParamsOptions& options);
+void runParams(const ParamsOptions& options, const StandardOutput& output);
+
+} // namespace zelvatone

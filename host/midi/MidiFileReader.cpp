@@ -1,0 +1,147 @@
+#include "midi/MidiFileReader.h"
+
+#include "Error.h"
+#include "midi/ByteReader.h"
+#include "midi/MidiTrackParser.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace zelvatone {
+
+namespace {
+
+// No score comes near it; it keeps a device or a film from filling the memory.
+constexpr std::size_t kLargestFile = 64U << 20U;
+constexpr std::uint32_t kHeaderLength = 6;
+
+struct Chunk {
+    std::string_view kind; // four characters
+    std::span<const std::uint8_t> content;
+};
+
+std::string_view asText(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+Chunk takeChunk(ByteReader& reader) {
+    const auto kind = asText(reader.take(4));
+    const std::uint32_t length = reader.number32();
+    return {kind, reader.take(length)};
+}
+
+// The high byte is the negative number of film frames a second, the low byte their ticks.
+MidiDivision filmDivision(std::uint16_t division) {
+    struct FrameRate {
+        int code;
+        double perSecond;
+    };
+    // 29 stands for the 30 frames of colour television, which last 1.001 times as long.
+    static constexpr std::array<FrameRate, 4> rates{
+        {{24, 24.0}, {25, 25.0}, {29, 30.0 / 1.001}, {30, 30.0}}};
+    const int code = 256 - (division >> 8U);
+    const int ticksPerFrame = division & 0xFF;
+    const auto* const rate =
+        std::find_if(rates.begin(), rates.end(), [&](const auto& r) { return r.code == code; });
+    if (rate == rates.end() || ticksPerFrame == 0) {
+        throw InputError("its time is counted in film frames of an unknown kind");
+    }
+    return {0, rate->perSecond * ticksPerFrame};
+}
+
+MidiDivision readDivision(std::uint16_t division) {
+    if (division >= 0x8000) {
+        return filmDivision(division);
+    }
+    if (division == 0) {
+        throw InputError("its header is damaged: no ticks in a quarter note");
+    }
+    return {division, 0.0};
+}
+
+MidiFile readHeader(ByteReader& reader, int& announcedTracks) {
+    if (reader.remaining() < 4 || asText(reader.take(4)) != "MThd") {
+        throw InputError("not a MIDI file");
+    }
+    const std::uint32_t length = reader.number32();
+    if (length < kHeaderLength) {
+        throw InputError("its header is damaged: shorter than six bytes");
+    }
+    MidiFile file;
+    file.format = reader.number16();
+    announcedTracks = reader.number16();
+    const std::uint16_t division = reader.number16();
+    reader.take(length - kHeaderLength); // what later versions may add
+    if (file.format == 2) {
+        throw InputError("format 2 (independent patterns) has no one way to play; 0 and 1 have");
+    }
+    if (file.format > 2) {
+        throw InputError("its format " + std::to_string(file.format) + " is unknown");
+    }
+    file.division = readDivision(division);
+    return file;
+}
+
+std::vector<std::uint8_t> readBytes(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) {
+        throw InputError("no such file");
+    }
+    if (std::filesystem::is_directory(status)) {
+        throw InputError("is a directory, not a MIDI file");
+    }
+    std::ifstream stream(path, std::ios::binary);
+    std::vector<std::uint8_t> bytes(std::min<std::uintmax_t>(
+        kLargestFile + 1, std::filesystem::is_regular_file(status)
+                              ? std::filesystem::file_size(path, error) + 1
+                              : kLargestFile + 1));
+    stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!stream.is_open() || stream.bad()) {
+        throw InputError("cannot be read");
+    }
+    bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    if (bytes.size() > kLargestFile) {
+        throw InputError("too large for a MIDI file");
+    }
+    return bytes;
+}
+
+} // namespace
+
+MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
+    ByteReader reader(bytes, "the file");
+    int announcedTracks = 0;
+    MidiFile file = readHeader(reader, announcedTracks);
+    while (static_cast<int>(file.tracks.size()) < announcedTracks) {
+        if (reader.atEnd()) {
+            throw InputError("the file is cut short: " + std::to_string(announcedTracks) +
+                             " tracks announced, " + std::to_string(file.tracks.size()) +
+                             " found");
+        }
+        const Chunk chunk = takeChunk(reader);
+        if (chunk.kind == "MTrk") {
+            const int number = static_cast<int>(file.tracks.size()) + 1;
+            file.tracks.push_back(MidiTrackParser(chunk.content, number).parse());
+        }
+    }
+    if (file.tracks.empty()) {
+        throw InputError("no tracks in it");
+    }
+    return file;
+}
+
+MidiFile readMidiFile(const std::filesystem::path& path) {
+    try {
+        return parseMidiFile(readBytes(path));
+    } catch (const InputError& error) {
+        throw InputError(path.string() + ": " + error.what());
+    }
+}
+
+} // namespace zelvatone

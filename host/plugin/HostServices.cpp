@@ -1,0 +1,130 @@
+#include "plugin/HostServices.h"
+
+#include "plugin/Capabilities.h"
+#include "vst2/audioeffect.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace zelvatone {
+
+namespace {
+
+constexpr const char* kHostVendor = "Quillfeather";
+constexpr const char* kHostProduct = "zelvatone";
+
+thread_local HostServices* underConstruction = nullptr;
+
+VstIntPtr writeText(void* target, const char* text, int length) {
+    if (target == nullptr) {
+        return 0;
+    }
+    vstCopyText(static_cast<char*>(target), text, length - 1); // within `length` all in all
+    return 1;
+}
+
+// 0 and not -1 for no: plug-ins take everything but 0 for a yes.
+VstIntPtr answerCanDo(const char* text) {
+    const bool can = text != nullptr && std::find(kHostCapabilities.begin(), kHostCapabilities.end(),
+                                                  std::string_view(text)) !=
+                                            kHostCapabilities.end();
+    return can ? 1 : 0;
+}
+
+// What holds for every instance, and before there is one.
+VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
+    switch (opcode) {
+    case audioMasterVersion:
+        return kVstVersion;
+    case audioMasterGetVendorString:
+        return writeText(ptr, kHostVendor, kVstMaxVendorStrLen);
+    case audioMasterGetProductString:
+        return writeText(ptr, kHostProduct, kVstMaxProductStrLen);
+    case audioMasterGetVendorVersion:
+        return ZELVATONE_VERSION_NUMBER;
+    case audioMasterCanDo:
+        return answerCanDo(static_cast<const char*>(ptr));
+    case audioMasterGetLanguage:
+        return kLanguageEnglish;
+    case audioMasterGetAutomationState:
+        return kAutomationOff;
+    case audioMasterAutomate: // nobody records moves or shows values: they are taken note of
+    case audioMasterBeginEdit:
+    case audioMasterEndEdit:
+    case audioMasterUpdateDisplay:
+        return 1;
+    default: // what is not known, and latencies, which are none
+        return 0;
+    }
+}
+
+} // namespace
+
+HostServices::ConstructionScope::ConstructionScope(HostServices& services) {
+    underConstruction = &services;
+}
+
+HostServices::ConstructionScope::~ConstructionScope() {
+    underConstruction = nullptr;
+}
+
+HostServices::HostServices(const StreamFormat& format, std::string pluginFolder)
+    : format_(format), pluginFolder_(std::move(pluginFolder)) {
+    time_.sampleRate = format.sampleRate;
+}
+
+void HostServices::attachTo(AEffect* effect) {
+    effect->resvd1 = reinterpret_cast<VstIntPtr>(this);
+}
+
+void HostServices::setTime(const VstTimeInfo& time) {
+    const std::scoped_lock lock(timeMutex_);
+    time_ = time;
+}
+
+// The flags that come back are those of the fields that were asked for; the transport's own are
+// not asked for one by one. Each thread has its own record to read, until it asks again.
+VstIntPtr HostServices::answerTime(VstInt32 filter) {
+    constexpr VstInt32 transport = kVstTransportChanged | kVstTransportPlaying |
+                                   kVstTransportCycleActive | kVstTransportRecording;
+    thread_local VstTimeInfo answered;
+    const std::scoped_lock lock(timeMutex_);
+    answered = time_;
+    answered.flags &= filter | transport;
+    return reinterpret_cast<VstIntPtr>(&answered);
+}
+
+VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr) {
+    switch (opcode) {
+    case audioMasterWantMidi:
+        midiWanted_ = true;
+        return 1;
+    case audioMasterGetTime:
+        return answerTime(static_cast<VstInt32>(value));
+    case audioMasterGetSampleRate:
+        return static_cast<VstIntPtr>(format_.sampleRate);
+    case audioMasterGetBlockSize:
+        return format_.blockSize;
+    case audioMasterGetCurrentProcessLevel:
+        return rendering_ ? kProcessLevelOffline : kProcessLevelUser;
+    case audioMasterGetDirectory:
+        return reinterpret_cast<VstIntPtr>(pluginFolder_.c_str());
+    case audioMasterSizeWindow: // there is no window around the editor that could be too small
+        return index > 0 && value > 0 ? 1 : 0;
+    default:
+        return answerAsHost(opcode, ptr);
+    }
+}
+
+VstIntPtr HostServices::callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                                 void* ptr, float /*opt*/) noexcept {
+    HostServices* services = underConstruction;
+    if (services == nullptr && effect != nullptr) {
+        services = reinterpret_cast<HostServices*>(effect->resvd1);
+    }
+    return services == nullptr ? answerAsHost(opcode, ptr)
+                               : services->answer(opcode, index, value, ptr);
+}
+
+} // namespace zelvatone

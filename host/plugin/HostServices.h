@@ -1,0 +1,59 @@
+// What the host answers when one plug-in instance asks it something: who it is, where the music
+// stands, what it can do.
+#pragma once
+
+#include "vst2/aeffectx.h"
+
+#include <atomic>
+#include <mutex>
+#include <string>
+
+namespace zelvatone {
+
+struct StreamFormat {
+    double sampleRate = 44100.0; // Hz
+    int blockSize = 512;         // samples, the most in one block
+};
+
+// One per instance; it must live as long as the plug-in can call. Plug-ins call from any thread.
+class HostServices {
+public:
+    // `pluginFolder` is handed out as the folder that the plug-in lies in.
+    HostServices(const StreamFormat& format, std::string pluginFolder);
+
+    // Where the music stands from now on; every field holds and the flags say so.
+    void setTime(const VstTimeInfo& time);
+    // Whether blocks are being rendered, so that a plug-in may take its time over them.
+    void setRendering(bool rendering) { rendering_ = rendering; }
+    bool midiWanted() const { return midiWanted_; }
+
+    // Ties the record to this instance, for the calls to come.
+    void attachTo(AEffect* effect);
+
+    // The host service entry that plug-ins are given.
+    static VstIntPtr callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                              void* ptr, float opt) noexcept;
+
+    // While it lives, calls on this thread that name no attached record belong to `services`: a
+    // plug-in asks for things before its entry point has answered.
+    class ConstructionScope {
+    public:
+        explicit ConstructionScope(HostServices& services);
+        ~ConstructionScope();
+        ConstructionScope(const ConstructionScope&) = delete;
+        ConstructionScope& operator=(const ConstructionScope&) = delete;
+    };
+
+private:
+    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr);
+    VstIntPtr answerTime(VstInt32 filter);
+
+    StreamFormat format_;
+    std::string pluginFolder_;
+    std::atomic<bool> rendering_{false};
+    std::atomic<bool> midiWanted_{false};
+    std::mutex timeMutex_; // guards time_
+    VstTimeInfo time_{};
+};
+
+} // namespace zelvatone

@@ -1,0 +1,39 @@
+// Cuts a schedule into blocks of events in the form that plug-ins take them.
+#pragma once
+
+#include "render/EventSchedule.h"
+#include "vst2/aeffectx.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace zelvatone {
+
+class BlockEvents {
+public:
+    // Sets memory aside for the fullest block of `blockSize` samples, so that rendering takes
+    // none and no event is ever left out.
+    BlockEvents(EventSchedule schedule, int blockSize);
+    // The records point into each other.
+    BlockEvents(const BlockEvents&) = delete;
+    BlockEvents& operator=(const BlockEvents&) = delete;
+
+    // The events of the next block, with their offsets in it; null when it has none. Holds until
+    // the next call.
+    VstEvents* next();
+
+private:
+    std::size_t fullestBlock() const;
+    VstEvent* addMessage(const ScheduledEvent& scheduled);
+
+    EventSchedule schedule_;
+    std::int64_t blockSize_;
+    std::size_t position_ = 0;    // of the next event in the schedule
+    std::int64_t blockStart_ = 0; // sample that the next block starts at
+    std::vector<VstMidiEvent> midi_;
+    std::vector<VstMidiSysexEvent> exclusive_;
+    std::vector<VstIntPtr> list_; // room for a VstEvents record and the pointers behind it
+};
+
+} // namespace zelvatone

@@ -1,0 +1,41 @@
+// One instrument playing one part of a song, block by block.
+#pragma once
+
+#include "plugin/HostedPlugin.h"
+#include "render/BlockEvents.h"
+#include "render/Transport.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace zelvatone {
+
+// Players of one song share nothing that changes, so each may render on a thread of its own.
+class InstrumentPlayer {
+public:
+    // Switches the instrument on. Throws InputError for a plug-in that is no instrument. `plugin`
+    // and `song` must outlive the player; the block size is the plug-in's.
+    InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule);
+    ~InstrumentPlayer();
+    InstrumentPlayer(const InstrumentPlayer&) = delete;
+    InstrumentPlayer& operator=(const InstrumentPlayer&) = delete;
+
+    // Channels of the recording: the first two outputs, or the only one.
+    int channels() const;
+    // Renders the next block.
+    void renderBlock();
+    // Adds the rendered block times `gain` to `mix`, which holds blockSize times channels samples,
+    // channels interleaved.
+    void addTo(std::vector<float>& mix, float gain) const;
+
+private:
+    HostedPlugin& plugin_;
+    Transport transport_;
+    BlockEvents events_;
+    std::int64_t position_ = 0; // sample that the next block starts at
+    std::vector<float> samples_;
+    std::vector<float*> inputs_; // one more than there are, so that the list is never null
+    std::vector<float*> outputs_;
+};
+
+} // namespace zelvatone

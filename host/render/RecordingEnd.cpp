@@ -1,0 +1,47 @@
+#include "render/RecordingEnd.h"
+
+#include "render/EventSchedule.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvatone {
+
+namespace {
+
+constexpr double kLongestOpenTailSeconds = 30.0;
+constexpr double kSilenceSeconds = 0.5;
+constexpr float kSilentLevel = 1e-5F; // -100 dB, below the last bit of a 16-bit file
+
+} // namespace
+
+RecordingEnd::RecordingEnd(std::int64_t songFrames, std::optional<double> tailSeconds,
+                           double sampleRate)
+    : songFrames_(songFrames),
+      lastFrame_(songFrames + frameAt(tailSeconds.value_or(kLongestOpenTailSeconds), sampleRate)),
+      silenceNeeded_(tailSeconds ? 0 : frameAt(kSilenceSeconds, sampleRate)),
+      isOver_(lastFrame_ == 0) {}
+
+// Counts the silence behind the song; false when there has been enough.
+bool RecordingEnd::soundsOn(std::span<const float> frame) {
+    if (silenceNeeded_ == 0 || position_ < songFrames_) {
+        return true;
+    }
+    const bool isSilent = std::all_of(frame.begin(), frame.end(),
+                                      [](float x) { return std::abs(x) < kSilentLevel; });
+    silence_ = isSilent ? silence_ + 1 : 0;
+    return silence_ < silenceNeeded_;
+}
+
+std::int64_t RecordingEnd::take(std::span<const float> samples, int channels) {
+    const auto width = static_cast<std::size_t>(channels);
+    const std::int64_t before = position_;
+    for (std::size_t at = 0; at < samples.size() && !isOver_; at += width) {
+        const bool goesOn = soundsOn(samples.subspan(at, width));
+        ++position_;
+        isOver_ = !goesOn || position_ == lastFrame_;
+    }
+    return position_ - before;
+}
+
+} // namespace zelvatone

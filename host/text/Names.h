@@ -1,0 +1,21 @@
+// Comparing names that people type with names that are there.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelvatone {
+
+// Letters A to Z equal a to z; every other byte equals itself.
+std::string lowerCase(std::string_view text);
+bool equalInAnyCase(std::string_view a, std::string_view b);
+
+// The text without space at its end.
+std::string_view cleanEnd(std::string_view text);
+
+// The name that takes the fewest single-character edits to become `wanted`, in any case; empty
+// when even that one is so far off that naming it would puzzle more than help.
+std::string nearestName(const std::vector<std::string>& names, std::string_view wanted);
+
+} // namespace zelvatone
