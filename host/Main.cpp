@@ -28,14 +28,43 @@ void printError(const std::string& line) {
 }
 
 void describe(CLI::App& app) {
-    app.require_subcommand(1);
     app.set_version_flag("--version", "zelvatone " ZELVATONE_VERSION);
     app.set_help_flag("-h,--help", "Print this help and leave");
-    app.footer("Examples:\n"
-               "  zelvatone render song.mid -o song.wav\n"
-               "  zelvatone params --json\n"
-               "'zelvatone COMMAND --help' tells more of each.\n"
-               "Exit status: 0 done, 1 a file or plug-in is no good, 2 the command line is no good.");
+    app.footer(
+        "Examples:\n"
+        "  zelvatone render song.mid -o song.wav\n"
+        "  zelvatone params --json\n"
+        "'zelvatone COMMAND --help' tells more of each.\n"
+        "Exit status: 0 done, 1 a file or plug-in is no good, 2 the command line is no good.");
+}
+
+UsageError commandError(const CLI::App& app) {
+    const auto extras = app.remaining();
+    const std::string commands = "the commands are render, info and params";
+    return UsageError(extras.empty() ? "no command given; " + commands
+                                     : "unknown command '" + extras[0] + "'; " + commands);
+}
+
+// False when the command line asked for help or the version, which has been printed then.
+bool parse(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        app.exit(help);
+        std::cout.flush();
+        if (!std::cout) {
+            throw InputError("cannot write to standard output");
+        }
+        return false;
+    } catch (const CLI::ParseError& error) {
+        const auto commands = app.get_subcommands();
+        throw UsageError(std::string(error.what()) + "; see 'zelvatone " +
+                         (commands.empty() ? "" : commands[0]->get_name() + " ") + "--help'");
+    }
+    if (app.get_subcommands().empty()) {
+        throw commandError(app);
+    }
+    return true;
 }
 
 int runCommand(int argc, char** argv) {
@@ -46,15 +75,13 @@ int runCommand(int argc, char** argv) {
     CLI::App* render = addRenderCommand(app, options.render);
     CLI::App* info = addInfoCommand(app, options.info);
     addParamsCommand(app, options.params);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what());
+    // What is no command is left for us to name. Commands made earlier do not follow this.
+    app.allow_extras();
+    if (!parse(app, argc, argv)) {
+        return 0;
     }
-    const bool verbose =
-        options.render.plugin.verbose || options.info.plugin.verbose || options.params.plugin.verbose;
+    const bool verbose = options.render.plugin.verbose || options.info.plugin.verbose ||
+                         options.params.plugin.verbose;
     const StandardOutput output(verbose);
     if (render->parsed()) {
         runRender(options.render, output);

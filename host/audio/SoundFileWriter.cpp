@@ -19,12 +19,15 @@ OutputFile& fileOf(void* user) {
 // The library writes through these, so that every failure is seen, also in its last bytes.
 SF_VIRTUAL_IO fileOperations() {
     return {.get_filelen = [](void* user) -> sf_count_t { return fileOf(user).size(); },
-            .seek = [](sf_count_t offset, int whence,
-                       void* user) -> sf_count_t { return fileOf(user).seek(offset, whence); },
-            .read = [](void* target, sf_count_t count,
-                       void* user) -> sf_count_t { return fileOf(user).read(target, count); },
-            .write = [](const void* source, sf_count_t count,
-                        void* user) -> sf_count_t { return fileOf(user).write(source, count); },
+            .seek = [](sf_count_t offset, int whence, void* user) -> sf_count_t {
+                return fileOf(user).seek(offset, whence);
+            },
+            .read = [](void* target, sf_count_t count, void* user) -> sf_count_t {
+                return fileOf(user).read(target, count);
+            },
+            .write = [](const void* source, sf_count_t count, void* user) -> sf_count_t {
+                return fileOf(user).write(source, count);
+            },
             .tell = [](void* user) -> sf_count_t { return fileOf(user).seek(0, SEEK_CUR); }};
 }
 

@@ -46,19 +46,17 @@ std::string pinLines(const PluginInfo& info) {
 }
 
 std::string asTable(const PluginInfo& info) {
-    std::string text = line("File", info.path) + line("Name", info.name) +
-                       line("Vendor", info.vendor) + line("Product", info.product) +
-                       line("Vendor version", info.vendorVersion) + idLine(info) +
-                       line("Version", info.version) + line("VST version", info.vstVersion) +
-                       line("Category", info.category) + line("Instrument", info.isInstrument) +
-                       line("Editor", info.hasEditor) + line("State chunks", info.storesChunks) +
-                       line("Double precision", info.rendersDoubles) +
-                       line("Programs", info.programs) + line("Parameters", info.parameters) +
-                       line("Inputs", info.inputs) + line("Outputs", info.outputs) +
-                       pinLines(info) + line("Latency", info.latencySamples) +
-                       line("Tail", info.tailSamples) +
-                       line("MIDI inputs", info.midiInputChannels) +
-                       line("MIDI outputs", info.midiOutputChannels) + "Can do\n";
+    std::string text =
+        line("File", info.path) + line("Name", info.name) + line("Vendor", info.vendor) +
+        line("Product", info.product) + line("Vendor version", info.vendorVersion) + idLine(info) +
+        line("Version", info.version) + line("VST version", info.vstVersion) +
+        line("Category", info.category) + line("Instrument", info.isInstrument) +
+        line("Editor", info.hasEditor) + line("State chunks", info.storesChunks) +
+        line("Double precision", info.rendersDoubles) + line("Programs", info.programs) +
+        line("Parameters", info.parameters) + line("Inputs", info.inputs) +
+        line("Outputs", info.outputs) + pinLines(info) + line("Latency", info.latencySamples) +
+        line("Tail", info.tailSamples) + line("MIDI inputs", info.midiInputChannels) +
+        line("MIDI outputs", info.midiOutputChannels) + "Can do\n";
     for (const auto& [capability, answer] : info.capabilities) {
         // NOLINTNEXTLINE(performance-inefficient-string-concatenation): eight lines
         text += "  " + capability + std::string(22 - capability.size(), ' ') + answerName(answer) +

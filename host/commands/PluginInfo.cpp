@@ -13,9 +13,9 @@ namespace {
 
 // The interface's categories by number; the first three are the common ones.
 std::string categoryName(VstIntPtr category) {
-    static constexpr std::array names{"unknown",    "effect",      "synth",       "analysis",
-                                      "mastering",  "spacializer", "room",        "surround",
-                                      "restoration", "offline",    "shell",       "generator"};
+    static constexpr std::array names{"unknown",     "effect",      "synth", "analysis",
+                                      "mastering",   "spacializer", "room",  "surround",
+                                      "restoration", "offline",     "shell", "generator"};
     return category >= 0 && category < static_cast<VstIntPtr>(names.size())
                ? names[static_cast<std::size_t>(category)]
                : "unknown";

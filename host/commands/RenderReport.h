@@ -7,9 +7,9 @@
 namespace zelvatone {
 
 struct RenderReport {
-    double seconds = 0.0;        // of sound
-    double renderSeconds = 0.0;  // of work
-    double peakDecibels = 0.0;   // full scale is 0
+    double seconds = 0.0;       // of sound
+    double renderSeconds = 0.0; // of work
+    double peakDecibels = 0.0;  // full scale is 0
     std::int64_t clippedSamples = 0;
     std::int64_t brokenSamples = 0; // no number or infinite; silenced
 };

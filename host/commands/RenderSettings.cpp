@@ -12,8 +12,8 @@ namespace {
 // Hz. Below, speech is hard to follow; above, some of the file formats end.
 constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 192000;
-constexpr int kLargestBlock = 65536;        // samples; beyond any host's
-constexpr double kLargestGain = 120.0;      // dB up or down, the range of 20 bits
+constexpr int kLargestBlock = 65536;   // samples; beyond any host's
+constexpr double kLargestGain = 120.0; // dB up or down, the range of 20 bits
 constexpr double kLongestTailSeconds = 600.0;
 
 std::string rangeError(const std::string& option, const std::string& range,
@@ -24,10 +24,9 @@ std::string rangeError(const std::string& option, const std::string& range,
 int wholeOption(const std::string& option, const std::string& text, int least, int most) {
     const auto number = wholeNumber(text);
     if (!number || *number < least || *number > most) {
-        throw UsageError(rangeError(option,
-                                    "a whole number from " + std::to_string(least) + " to " +
-                                        std::to_string(most),
-                                    text));
+        throw UsageError(rangeError(
+            option, "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
+            text));
     }
     return *number;
 }
@@ -59,8 +58,8 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.file.container = containerOf(options.output);
     settings.file.samples = sampleKindOf(options.format);
     checkFormat(settings.file);
-    const double decibels = realOption("--gain", options.gain, -kLargestGain, kLargestGain,
-                                       "-120 to 120 decibels");
+    const double decibels =
+        realOption("--gain", options.gain, -kLargestGain, kLargestGain, "-120 to 120 decibels");
     settings.gain = static_cast<float>(std::pow(10.0, decibels / 20.0));
     settings.tailSeconds = tailOption(options.tail);
     settings.parameters = parseSettings(options.plugin.settings);

@@ -10,8 +10,8 @@ namespace zelvatone {
 
 struct RenderSettings {
     StreamFormat stream;
-    SoundFileFormat file; // channels are known when the plug-in is
-    float gain = 1.0F;    // factor
+    SoundFileFormat file;              // channels are known when the plug-in is
+    float gain = 1.0F;                 // factor
     std::optional<double> tailSeconds; // none: as long as it sounds
     std::vector<ParameterSetting> parameters;
 };

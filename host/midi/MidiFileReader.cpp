@@ -97,10 +97,10 @@ std::vector<std::uint8_t> readBytes(const std::filesystem::path& path) {
         throw InputError("is a directory, not a MIDI file");
     }
     std::ifstream stream(path, std::ios::binary);
-    std::vector<std::uint8_t> bytes(std::min<std::uintmax_t>(
-        kLargestFile + 1, std::filesystem::is_regular_file(status)
-                              ? std::filesystem::file_size(path, error) + 1
-                              : kLargestFile + 1));
+    std::vector<std::uint8_t> bytes(
+        std::min<std::uintmax_t>(kLargestFile + 1, std::filesystem::is_regular_file(status)
+                                                       ? std::filesystem::file_size(path, error) + 1
+                                                       : kLargestFile + 1));
     stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (!stream.is_open() || stream.bad()) {
         throw InputError("cannot be read");
@@ -121,8 +121,7 @@ MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
     while (static_cast<int>(file.tracks.size()) < announcedTracks) {
         if (reader.atEnd()) {
             throw InputError("the file is cut short: " + std::to_string(announcedTracks) +
-                             " tracks announced, " + std::to_string(file.tracks.size()) +
-                             " found");
+                             " tracks announced, " + std::to_string(file.tracks.size()) + " found");
         }
         const Chunk chunk = takeChunk(reader);
         if (chunk.kind == "MTrk") {

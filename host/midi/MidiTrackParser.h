@@ -27,8 +27,8 @@ private:
     MidiTrack track_;
     std::int64_t tick_ = 0;
     bool ended_ = false;
-    std::uint8_t runningStatus_ = 0;       // 0: none yet
-    std::vector<std::uint8_t> exclusive_;  // of a message that comes in several packets
+    std::uint8_t runningStatus_ = 0;      // 0: none yet
+    std::vector<std::uint8_t> exclusive_; // of a message that comes in several packets
 };
 
 } // namespace zelvatone

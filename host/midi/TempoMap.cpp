@@ -29,14 +29,14 @@ double TempoMap::secondsAtTick(std::int64_t tick) const {
         std::upper_bound(stretches_.begin(), stretches_.end(), tick,
                          [](std::int64_t t, const Stretch& stretch) { return t < stretch.tick; });
     const Stretch& stretch = *(after - 1);
-    return stretch.seconds + static_cast<double>(tick - stretch.tick) / ticksPerQuarter_ *
-                                 stretch.secondsPerQuarter;
+    return stretch.seconds +
+           static_cast<double>(tick - stretch.tick) / ticksPerQuarter_ * stretch.secondsPerQuarter;
 }
 
 const TempoMap::Stretch& TempoMap::stretchAtSeconds(double seconds) const {
-    const auto after = std::upper_bound(
-        stretches_.begin() + 1, stretches_.end(), seconds + kRoundingSeconds,
-        [](double s, const Stretch& stretch) { return s < stretch.seconds; });
+    const auto after =
+        std::upper_bound(stretches_.begin() + 1, stretches_.end(), seconds + kRoundingSeconds,
+                         [](double s, const Stretch& stretch) { return s < stretch.seconds; });
     return *(after - 1);
 }
 

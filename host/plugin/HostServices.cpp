@@ -26,9 +26,9 @@ VstIntPtr writeText(void* target, const char* text, int length) {
 
 // 0 and not -1 for no: plug-ins take everything but 0 for a yes.
 VstIntPtr answerCanDo(const char* text) {
-    const bool can = text != nullptr && std::find(kHostCapabilities.begin(), kHostCapabilities.end(),
-                                                  std::string_view(text)) !=
-                                            kHostCapabilities.end();
+    const bool can =
+        text != nullptr && std::find(kHostCapabilities.begin(), kHostCapabilities.end(),
+                                     std::string_view(text)) != kHostCapabilities.end();
     return can ? 1 : 0;
 }
 

@@ -32,8 +32,8 @@ public:
     bool isInstrument() const;
 
     // Any request of the interface.
-    VstIntPtr request(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
-                      void* ptr = nullptr, float opt = 0.0F);
+    VstIntPtr request(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0, void* ptr = nullptr,
+                      float opt = 0.0F);
     // The answer of a request that fills a text.
     std::string text(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0);
 

@@ -27,8 +27,8 @@ bool RecordingEnd::soundsOn(std::span<const float> frame) {
     if (silenceNeeded_ == 0 || position_ < songFrames_) {
         return true;
     }
-    const bool isSilent = std::all_of(frame.begin(), frame.end(),
-                                      [](float x) { return std::abs(x) < kSilentLevel; });
+    const bool isSilent =
+        std::all_of(frame.begin(), frame.end(), [](float x) { return std::abs(x) < kSilentLevel; });
     silence_ = isSilent ? silence_ + 1 : 0;
     return silence_ < silenceNeeded_;
 }

@@ -20,9 +20,8 @@ namespace {
 
 StandardOutput::StandardOutput(bool pluginsToStandardError)
     : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)) {
-    const int elsewhere = pluginsToStandardError
-                              ? fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)
-                              : open("/dev/null", O_WRONLY | O_CLOEXEC);
+    const int elsewhere = pluginsToStandardError ? fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)
+                                                 : open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (elsewhere >= 0) {
         dup2(elsewhere, STDOUT_FILENO);
         close(elsewhere);

@@ -40,7 +40,8 @@ std::string fixedPoint(double number, int digits) {
 double shortestDouble(float number) {
     std::array<char, 32> text{}; // a sign, nine digits, a point, an exponent
     const auto result = std::to_chars(text.data(), text.data() + text.size(), number);
-    const auto wide = parse<double>({text.data(), static_cast<std::size_t>(result.ptr - text.data())});
+    const auto wide =
+        parse<double>({text.data(), static_cast<std::size_t>(result.ptr - text.data())});
     return wide ? *wide : static_cast<double>(number);
 }
 

@@ -1,0 +1,101 @@
+#include "render/BlockEvents.h"
+
+#include "midi/MidiFileReader.h"
+#include "support/MidiFileBuilder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zelvatone {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// Notes 1, 2, 3... at these samples of a song at 1000 Hz: a tick is a millisecond.
+Song songWithNotesAt(const std::vector<std::uint32_t>& samples) {
+    TrackBytes track;
+    std::uint32_t before = 0;
+    int note = 1;
+    for (const std::uint32_t sample : samples) {
+        track.noteOn(sample - before, note++);
+        before = sample;
+    }
+    return makeSong(parseMidiFile(midiFileBytes(0, 500, {track})));
+}
+
+constexpr double kRate = 1000.0;
+
+std::vector<int> offsets(VstEvents* events) {
+    std::vector<int> found;
+    VstEvent** entries = events == nullptr ? nullptr : events->events;
+    for (int i = 0; events != nullptr && i < events->numEvents; ++i) {
+        found.push_back(entries[i]->deltaFrames);
+    }
+    return found;
+}
+
+TEST(EventSchedule, RoundsAnEventToItsNearestSample) {
+    // 120 quarters a minute at 480 ticks: tick 1 lies at 45.9375 samples of 44.1 kHz.
+    const Song song = makeSong(parseMidiFile(
+        midiFileBytes(0, 480, {TrackBytes().noteOn(1, 60).noteOn(1, 61).noteOn(1, 62)})));
+    const auto schedule = scheduleEvents(song, 44100.0);
+    EXPECT_EQ(schedule.at(0).frame, 46);  // 45.9375
+    EXPECT_EQ(schedule.at(1).frame, 92);  // 91.875
+    EXPECT_EQ(schedule.at(2).frame, 138); // 137.8125
+}
+
+TEST(EventSchedule, LeavesOutWhatIsNotWanted) {
+    const Song song = songWithNotesAt({0, 1, 2});
+    const auto schedule =
+        scheduleEvents(song, kRate, [](const SongEvent& event) { return event.bytes[1] != 2; });
+    EXPECT_EQ(schedule.size(), 2U);
+}
+
+TEST(BlockEvents, PutsEachEventIntoItsBlockAtItsOffset) {
+    const Song song = songWithNotesAt({0, 9, 10, 15, 39});
+    BlockEvents events(scheduleEvents(song, kRate), 10);
+    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 9));
+    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 5));
+    EXPECT_EQ(events.next(), nullptr);
+    EXPECT_THAT(offsets(events.next()), ElementsAre(9));
+    EXPECT_EQ(events.next(), nullptr);
+}
+
+TEST(BlockEvents, CutsBlocksOfOneSample) {
+    const Song song = songWithNotesAt({0, 2, 2});
+    BlockEvents events(scheduleEvents(song, kRate), 1);
+    EXPECT_THAT(offsets(events.next()), ElementsAre(0));
+    EXPECT_THAT(offsets(events.next()), IsEmpty());
+    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 0));
+}
+
+TEST(BlockEvents, LosesNothingOfAFullBlock) {
+    const Song song = songWithNotesAt(std::vector<std::uint32_t>(120, 7));
+    BlockEvents events(scheduleEvents(song, kRate), 64);
+    EXPECT_EQ(events.next()->numEvents, 120);
+}
+
+TEST(BlockEvents, FillsInAMidiRecord) {
+    const Song song = songWithNotesAt({3});
+    BlockEvents events(scheduleEvents(song, kRate), 8);
+    const auto* record = reinterpret_cast<const VstMidiEvent*>(events.next()->events[0]);
+    EXPECT_EQ(record->type, kVstMidiType);
+    EXPECT_EQ(record->byteSize, static_cast<VstInt32>(sizeof(VstMidiEvent)));
+    EXPECT_EQ(record->deltaFrames, 3);
+    EXPECT_THAT(record->midiData, ElementsAre('\x90', 1, 64, 0));
+}
+
+TEST(BlockEvents, FillsInAnExclusiveRecord) {
+    const Song song = makeSong(
+        parseMidiFile(midiFileBytes(0, 500, {TrackBytes().event(5, {0xF0, 4, 1, 2, 3, 0xF7})})));
+    BlockEvents events(scheduleEvents(song, kRate), 8);
+    const auto* record = reinterpret_cast<const VstMidiSysexEvent*>(events.next()->events[0]);
+    EXPECT_EQ(record->type, kVstSysExType);
+    EXPECT_EQ(record->deltaFrames, 5);
+    EXPECT_EQ(std::string(record->sysexDump, static_cast<std::size_t>(record->dumpBytes)),
+              std::string("\xF0\x01\x02\x03\xF7"));
+}
+
+} // namespace
+} // namespace zelvatone

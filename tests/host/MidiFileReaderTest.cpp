@@ -1,0 +1,190 @@
+#include "midi/MidiFileReader.h"
+
+#include "Error.h"
+#include "support/MidiFileBuilder.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace zelvatone {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+MidiFile parseTrack(const TrackBytes& track) {
+    return parseMidiFile(midiFileBytes(0, 480, {track}));
+}
+
+std::string refusal(const Bytes& bytes) {
+    try {
+        parseMidiFile(bytes);
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+std::string refusalOfTrack(const TrackBytes& track) {
+    return refusal(midiFileBytes(0, 480, {track}));
+}
+
+TEST(MidiFileReader, ReadsMessagesAtTheirTicks) {
+    const auto file = parseTrack(
+        TrackBytes().event(0, {0x90, 60, 100}).event(200, {0x80, 60, 0}).event(20000, {0xC3, 5}));
+    const auto& events = file.tracks.at(0).events;
+    ASSERT_EQ(events.size(), 3U);
+    EXPECT_EQ(events[0].tick, 0);
+    EXPECT_THAT(events[0].bytes, ElementsAre(0x90, 60, 100));
+    EXPECT_EQ(events[1].tick, 200);
+    EXPECT_EQ(events[2].tick, 20200);
+    EXPECT_THAT(events[2].bytes, ElementsAre(0xC3, 5));
+}
+
+TEST(MidiFileReader, FillsInRunningStatus) {
+    const auto file = parseTrack(TrackBytes().event(0, {0x95, 60, 1}).event(1, {61, 2}));
+    EXPECT_THAT(file.tracks.at(0).events.at(1).bytes, ElementsAre(0x95, 61, 2));
+}
+
+TEST(MidiFileReader, KeepsRunningStatusAcrossMetaEvents) {
+    const auto file = parseTrack(
+        TrackBytes().event(0, {0x95, 60, 1}).event(0, {0xFF, 1, 1, 'x'}).event(1, {61, 2}));
+    EXPECT_THAT(file.tracks.at(0).events.at(2).bytes, ElementsAre(0x95, 61, 2));
+}
+
+TEST(MidiFileReader, ReadsAWholeExclusiveMessage) {
+    const auto file = parseTrack(TrackBytes().event(3, {0xF0, 3, 0x43, 0x12, 0xF7}));
+    EXPECT_THAT(file.tracks.at(0).events.at(0).bytes, ElementsAre(0xF0, 0x43, 0x12, 0xF7));
+}
+
+TEST(MidiFileReader, JoinsAnExclusiveMessageThatComesInPackets) {
+    const auto file = parseTrack(TrackBytes()
+                                     .event(3, {0xF0, 2, 0x43, 0x12})
+                                     .event(4, {0xF7, 1, 0x55})
+                                     .event(5, {0xF7, 2, 0x56, 0xF7}));
+    const auto& events = file.tracks.at(0).events;
+    ASSERT_EQ(events.size(), 1U);
+    EXPECT_EQ(events[0].tick, 12);
+    EXPECT_THAT(events[0].bytes, ElementsAre(0xF0, 0x43, 0x12, 0x55, 0x56, 0xF7));
+}
+
+TEST(MidiFileReader, TakesEscapedBytesThatAreAMessageAndDropsOthers) {
+    const auto file = parseTrack(TrackBytes()
+                                     .event(0, {0xF7, 2, 0xF3, 1})  // song select
+                                     .event(0, {0xF7, 1, 0xFF})     // a reset
+                                     .event(0, {0xF7, 2, 0x90, 60}) // half a note
+                                     .event(0, {0xF7, 3, 0x90, 60, 1}));
+    const auto& events = file.tracks.at(0).events;
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_THAT(events[0].bytes, ElementsAre(0xF3, 1));
+    EXPECT_THAT(events[1].bytes, ElementsAre(0x90, 60, 1));
+}
+
+TEST(MidiFileReader, EndsATrackWhereItSaysSo) {
+    const auto file = parseTrack(TrackBytes().noteOn(0, 60).end(960).noteOn(0, 61));
+    EXPECT_EQ(file.tracks.at(0).events.size(), 1U);
+    EXPECT_EQ(file.tracks.at(0).endTick, 960);
+}
+
+TEST(MidiFileReader, AcceptsATrackThatDoesNotSayWhereItEnds) {
+    EXPECT_EQ(parseTrack(TrackBytes().noteOn(0, 60)).tracks.at(0).events.size(), 1U);
+}
+
+TEST(MidiFileReader, PassesOverChunksItDoesNotKnow) {
+    Bytes bytes = midiFileBytes(0, 480, {TrackBytes().noteOn(0, 60)});
+    const Bytes unknown{'X', 'y', 'z', '!', 0, 0, 0, 2, 0xAA, 0xBB};
+    bytes.insert(bytes.begin() + 14, unknown.begin(), unknown.end());
+    EXPECT_EQ(parseMidiFile(bytes).tracks.size(), 1U);
+}
+
+TEST(MidiFileReader, CountsTicksOfFilmFrames) {
+    // 25 frames a second of 40 ticks: milliseconds.
+    const auto file = parseMidiFile(midiFileBytes(1, ((256 - 25) << 8) | 40, {TrackBytes()}));
+    EXPECT_EQ(file.division.ticksPerQuarter, 0);
+    EXPECT_DOUBLE_EQ(file.division.ticksPerSecond, 1000.0);
+    const auto drop = parseMidiFile(midiFileBytes(1, ((256 - 29) << 8) | 100, {TrackBytes()}));
+    EXPECT_NEAR(drop.division.ticksPerSecond, 2997.003, 0.001);
+}
+
+TEST(MidiFileReader, SaysWhatIsWrongWithAHeader) {
+    const TrackBytes track;
+    EXPECT_EQ(refusal({}), "not a MIDI file");
+    EXPECT_EQ(refusal({'R', 'I', 'F', 'F', 0, 0, 0, 0}), "not a MIDI file");
+    EXPECT_EQ(refusal({'M', 'T', 'h', 'd', 0, 0, 0, 6, 0}), "the file is cut short");
+    EXPECT_THAT(refusal(midiFileBytes(2, 480, {track})), HasSubstr("format 2"));
+    EXPECT_THAT(refusal(midiFileBytes(7, 480, {track})), HasSubstr("format 7"));
+    EXPECT_THAT(refusal(midiFileBytes(0, 0, {track})), HasSubstr("no ticks"));
+    EXPECT_THAT(refusal(midiFileBytes(0, (256 - 77) << 8 | 4, {track})), HasSubstr("film frames"));
+    EXPECT_THAT(refusal(midiFileBytes(0, 480, {})), HasSubstr("no tracks"));
+}
+
+TEST(MidiFileReader, SaysWhichTrackIsMissing) {
+    Bytes bytes = midiFileBytes(1, 480, {TrackBytes().end(0)});
+    bytes[11] = 3;
+    EXPECT_EQ(refusal(bytes), "the file is cut short: 3 tracks announced, 1 found");
+}
+
+TEST(MidiFileReader, SaysWhatIsWrongWithATrack) {
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {0x90, 60})), "track 1 is cut short");
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {60, 61})),
+              "track 1 is damaged: data without a status");
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {0x90, 60, 0x90})),
+              "track 1 is damaged: a status where data belongs");
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {0xF8})),
+              "track 1 is damaged: a system message that no track can hold");
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {0xF0, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F})),
+              "track 1 is damaged: a number of more than four bytes");
+    EXPECT_EQ(refusalOfTrack(TrackBytes().event(0, {0xFF, 1, 100, 'x'})), "track 1 is cut short");
+}
+
+Bytes richFile() {
+    return midiFileBytes(1, 96,
+                         {TrackBytes().tempo(0, 400000).event(9, {0xFF, 0x58, 4, 6, 3, 24, 8}),
+                          TrackBytes()
+                              .noteOn(0, 60)
+                              .event(200, {61, 62})
+                              .event(3, {0xF0, 3, 1, 2, 0xF7})
+                              .event(1, {0xF7, 1, 0xF6})
+                              .end(70)});
+}
+
+TEST(MidiFileReader, RefusesEveryFileThatIsCutShort) {
+    const Bytes whole = richFile();
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_NE(refusal(part), "accepted") << length << " bytes of " << whole.size();
+    }
+    EXPECT_EQ(refusal(whole), "accepted");
+}
+
+// The sanitizers watch: whatever stands in the file, it is read within its bounds or refused.
+TEST(MidiFileReader, SurvivesDamageAnywhere) {
+    const Bytes whole = richFile();
+    std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed,cert-msc51-cpp): repeatable
+    for (int round = 0; round < 20000; ++round) {
+        Bytes damaged = whole;
+        for (int i = 0; i < 3; ++i) {
+            damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random());
+        }
+        EXPECT_THAT(refusal(damaged), ::testing::Not(IsEmpty()));
+    }
+}
+
+TEST(MidiFileReader, NamesTheFileInItsErrors) {
+    const TemporaryFolder folder;
+    writeText(folder / "song.mid", "no song");
+    const auto path = folder / "song.mid";
+    try {
+        readMidiFile(path);
+        FAIL() << "accepted";
+    } catch (const InputError& error) {
+        EXPECT_EQ(std::string(error.what()), path.string() + ": not a MIDI file");
+    }
+}
+
+} // namespace
+} // namespace zelvatone
