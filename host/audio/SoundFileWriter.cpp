@@ -16,18 +16,26 @@ OutputFile& fileOf(void* user) {
     return *static_cast<OutputFile*>(user);
 }
 
-// The library writes through these, so that every failure is seen, also in its last bytes.
+// The library is never told that a write failed: closing after that, it would leak its encoder.
+// The file remembers the failure, and check() tells it better than the library could.
+sf_count_t writeToFile(const void* source, sf_count_t count, void* user) {
+    fileOf(user).write(source, count);
+    return count;
+}
+
+sf_count_t readFromFile(void* target, sf_count_t count, void* user) {
+    return fileOf(user).read(target, count);
+}
+
+sf_count_t seekInFile(sf_count_t offset, int whence, void* user) {
+    return fileOf(user).seek(offset, whence);
+}
+
 SF_VIRTUAL_IO fileOperations() {
     return {.get_filelen = [](void* user) -> sf_count_t { return fileOf(user).size(); },
-            .seek = [](sf_count_t offset, int whence, void* user) -> sf_count_t {
-                return fileOf(user).seek(offset, whence);
-            },
-            .read = [](void* target, sf_count_t count, void* user) -> sf_count_t {
-                return fileOf(user).read(target, count);
-            },
-            .write = [](const void* source, sf_count_t count, void* user) -> sf_count_t {
-                return fileOf(user).write(source, count);
-            },
+            .seek = seekInFile,
+            .read = readFromFile,
+            .write = writeToFile,
             .tell = [](void* user) -> sf_count_t { return fileOf(user).seek(0, SEEK_CUR); }};
 }
 
