@@ -128,6 +128,8 @@ void ModeVoice::fillCluster(std::int32_t count) {
         freq[i] = static_cast<float>(i) * step + (baseFreq - half);
         if (freq[i] < 0.0F) {
             amp[i] = 0.0F;
+        }
+        if (!(freq[i] >= 0.0F)) { // nothing else is set below zero, nor for NaN
             continue;
         }
         phase[i] = 0.0F;
