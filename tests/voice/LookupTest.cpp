@@ -1,0 +1,177 @@
+// How a phase finds its entry, and what "Chop" leaves of the cycle.
+#include "VoiceBench.h"
+
+#include <numbers>
+
+namespace zelvatone {
+namespace {
+
+constexpr double kTurn = 2.0 * std::numbers::pi;
+constexpr float kTurnAsFloat = 6.2831855F; // the float nearest 2 pi, a little above it
+
+class Lookup : public VoiceBench {
+protected:
+    std::int32_t entryAt(float phase) {
+        return wavetable::lookup(wavetable::Readout(settings), phase);
+    }
+
+    // Every point halfway between two entries belongs to the one below. Halfway is far from the
+    // rounding of a phase, which is below a thousandth of an entry.
+    void expectAllEntries(std::int32_t length) {
+        for (std::int32_t i = 0; i < length; ++i) {
+            EXPECT_EQ(entryAt(static_cast<float>((i + 0.5) * kTurn / length)), i);
+        }
+    }
+
+    static std::string message(const std::string& index, const std::string& phase) {
+        return "Invalid lookup index: " + index + " from " + phase + " blah\n";
+    }
+};
+
+TEST_F(Lookup, WithFullChopUsesAll1024Entries) {
+    expectAllEntries(1024);
+}
+
+TEST_F(Lookup, WithTheLeastChopStretchesTheFirst102EntriesOverTheCycle) {
+    settings.chop = 0.1F;
+    EXPECT_EQ(wavetable::Readout(settings).length, 102);
+    expectAllEntries(102);
+}
+
+TEST_F(Lookup, CutsTheUsedLengthOffInsteadOfRoundingIt) {
+    settings.chop = 0.9999F; // 1023.9 entries
+    expectAllEntries(1023);
+    settings.chop = 0.5F;
+    expectAllEntries(512);
+}
+
+TEST_F(Lookup, AtTheStartOfTheCycleIsTheFirstEntry) {
+    EXPECT_EQ(entryAt(0.0F), 0);
+    EXPECT_EQ(entryAt(-0.0F), 0);
+}
+
+TEST_F(Lookup, AtExactlyOneCycleIsTheFirstEntryAgain) {
+    EXPECT_EQ(entryAt(kTurnAsFloat), 0);
+    settings.chop = 0.1F;
+    EXPECT_EQ(entryAt(kTurnAsFloat), 0);
+}
+
+TEST_F(Lookup, JustBelowOneCycleIsTheLastEntry) {
+    EXPECT_EQ(entryAt(std::nextafter(kTurnAsFloat, 0.0F)), 1023);
+}
+
+TEST_F(Lookup, OfANegativePhaseCountsFromTheEndOfTheUsedRange) {
+    for (const float chop : {1.0F, 0.1F}) {
+        settings.chop = chop;
+        const std::int32_t length = chop == 1.0F ? 1024 : 102;
+        for (std::int32_t i = 1; i < length; ++i) {
+            EXPECT_EQ(entryAt(static_cast<float>(-(i + 0.5) * kTurn / length)), length - i);
+        }
+    }
+}
+
+TEST_F(Lookup, OfLessThanOneEntryBelowZeroIsTheFirstEntry) {
+    // Cut off towards zero, so the first entry is two entries wide around phase 0.
+    EXPECT_EQ(entryAt(static_cast<float>(-0.5 * kTurn / 1024)), 0);
+}
+
+TEST_F(Lookup, AtMinusOneCycleIsTheFirstEntry) {
+    EXPECT_EQ(entryAt(-kTurnAsFloat), 0);
+}
+
+TEST_F(Lookup, FarAboveTheCycleFindsNoEntryAndSaysSo) {
+    std::int32_t entry = 0;
+    EXPECT_EQ(printedBy([&] { entry = entryAt(3.0F * kTurnAsFloat); }),
+              message("3072", "18.849556"));
+    EXPECT_EQ(entry, wavetable::kNoEntry);
+}
+
+TEST_F(Lookup, FarBelowTheCycleNamesTheIndexAfterTheUsedLengthWasAdded) {
+    std::int32_t entry = 0;
+    EXPECT_EQ(printedBy([&] { entry = entryAt(-3.0F * kTurnAsFloat); }),
+              message("-2048", "-18.849556"));
+    EXPECT_EQ(entry, wavetable::kNoEntry);
+}
+
+TEST_F(Lookup, OfWhatIsNoNumberFindsNoEntryAndSaysSo) {
+    // The conversion's answer to all of these is the lowest integer, and 1024 - 2^31 is this:
+    const std::string index = "-2147482624";
+    EXPECT_EQ(printedBy([&] { entryAt(kNaN); }), message(index, "nan"));
+    EXPECT_EQ(printedBy([&] { entryAt(kInfinity); }), message(index, "inf"));
+    EXPECT_EQ(printedBy([&] { entryAt(-kInfinity); }), message(index, "-inf"));
+    EXPECT_EQ(printedBy([&] { entryAt(1e30F); }),
+              message(index, "1000000015047466219876688855040.000000"));
+}
+
+TEST_F(Lookup, WithChopBelowOneEntryNeverFindsAny) {
+    settings.chop = std::nextafter(0x1p-10F, 0.0F);
+    for (const float phase : {0.0F, 1.0F, kTurnAsFloat, -1.0F}) {
+        std::int32_t entry = 0;
+        const std::string text = printedBy([&] { entry = entryAt(phase); });
+        EXPECT_EQ(entry, wavetable::kNoEntry) << phase;
+        EXPECT_EQ(text, message("0", std::to_string(phase)));
+    }
+}
+
+TEST_F(Lookup, WithChopOfExactlyOneEntryAlwaysFindsIt) {
+    settings.chop = 0x1p-10F;
+    for (const float phase : {0.0F, 1.0F, 6.0F, kTurnAsFloat, -1.0F}) {
+        EXPECT_EQ(entryAt(phase), 0) << phase;
+    }
+}
+
+TEST_F(Lookup, WithChopThatIsNoNumberNeverFindsAny) {
+    settings.chop = kNaN;
+    printedBy([&] {
+        for (const float phase : {0.0F, 1.0F, -1.0F, kTurnAsFloat, kNaN, kInfinity}) {
+            EXPECT_EQ(entryAt(phase), wavetable::kNoEntry) << phase;
+        }
+    });
+}
+
+TEST_F(Lookup, PrintsNothingForAPhaseInsideTheCycle) {
+    EXPECT_EQ(printedBy([&] { expectAllEntries(1024); }), "");
+}
+
+// In the voice: the modes that find nothing are silent, the others are not disturbed.
+
+TEST_F(Lookup, LeavesAModeWithoutAnEntryOutOfTheSum) {
+    wave(1);
+    place(0, 0.5F, 0.0F, 1.0F); // on the low half
+    place(1, 0.25F, 0.0F, 100.0F);
+    place(2, 0.125F, 0.0F, 4.0F); // on the high half
+    float out = 0.0F;
+    EXPECT_EQ(printedBy([&] { out = voice.tick(); }), message("16297", "100.000000"));
+    EXPECT_EQ(out, 0.5F * (-0.5F + 0.125F));
+}
+
+TEST_F(Lookup, SaysSoForEachLostModeAtEachSample) {
+    place(0, 0.5F, 0.0F, kInfinity);
+    place(1, 0.5F, 0.0F, kInfinity);
+    const std::string text = printedBy([&] { tick(3); });
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 6);
+}
+
+TEST_F(Lookup, IsSilentForAWholeBankWhileChopIsBelowOneEntry) {
+    settings.initialModes = 3;
+    settings.chop = 0.0F;
+    voice.start(100.0F);
+    const std::string text = printedBy([&] {
+        for (int n = 0; n < 10; ++n) {
+            EXPECT_EQ(voice.tick(), 0.0F);
+        }
+    });
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 30);
+}
+
+TEST_F(Lookup, PlaysOnlyTheLowHalfOfASquareWithHalfChop) {
+    wave(1);
+    settings.chop = 0.5F;
+    place(0, 2.0F, 10.0F);
+    for (int n = 0; n < 1024; ++n) {
+        EXPECT_EQ(voice.tick(), -1.0F) << "sample " << n;
+    }
+}
+
+} // namespace
+} // namespace zelvatone
