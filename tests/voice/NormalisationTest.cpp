@@ -1,0 +1,105 @@
+// Amplitudes scaled to sum 1.
+#include "VoiceBench.h"
+
+#include <vector>
+
+namespace zelvatone {
+namespace {
+
+class Normalisation : public VoiceBench {
+protected:
+    std::vector<float> normalised(const std::vector<float>& amplitudes) {
+        std::copy(amplitudes.begin(), amplitudes.end(), voice.targetAmp.begin());
+        const auto count = static_cast<std::int32_t>(amplitudes.size());
+        voice.normaliseTargets(count);
+        return {voice.targetAmp.begin(), voice.targetAmp.begin() + count};
+    }
+};
+
+using Floats = std::vector<float>;
+
+TEST_F(Normalisation, DividesByTheSum) {
+    EXPECT_EQ(normalised({1, 2, 5}), (Floats{0.125F, 0.25F, 0.625F}));
+    EXPECT_EQ(normalised({0.25F}), (Floats{1}));
+}
+
+TEST_F(Normalisation, OfEqualModesGivesEachItsShare) {
+    settings.falloff = 0.0F;
+    for (const std::int32_t count : {1, 3, 7, 20, 100}) {
+        voice.baseFreq = 50.0F;
+        voice.computeTargets(count);
+        voice.normaliseTargets(count);
+        for (std::int32_t i = 0; i < count; ++i) {
+            EXPECT_EQ(voice.targetAmp[i], 1.0F / static_cast<float>(count));
+        }
+    }
+}
+
+TEST_F(Normalisation, LeavesASumOfZeroAlone) {
+    EXPECT_EQ(normalised({0, 0, 0}), (Floats{0, 0, 0}));
+    EXPECT_EQ(normalised({0.5F, -0.5F}), (Floats{0.5F, -0.5F}));
+    EXPECT_EQ(normalised({}), Floats{});
+}
+
+TEST_F(Normalisation, LeavesASilencedSetSilent) {
+    settings.parity = -1.0F; // only the fundamental is there, and it is thinned away
+    voice.baseFreq = 100.0F;
+    voice.computeTargets(1);
+    voice.normaliseTargets(1);
+    EXPECT_EQ(voice.targetAmp[0], 0.0F);
+}
+
+TEST_F(Normalisation, LeavesANegativeSumAlone) {
+    EXPECT_EQ(normalised({1, -3}), (Floats{1, -3}));
+}
+
+TEST_F(Normalisation, LeavesASumThatIsNoNumberAlone) {
+    const Floats result = normalised({0.5F, kNaN, 2.0F});
+    EXPECT_EQ(result[0], 0.5F);
+    EXPECT_TRUE(std::isnan(result[1]));
+    EXPECT_EQ(result[2], 2.0F);
+}
+
+TEST_F(Normalisation, DividesByAnInfiniteSum) {
+    const Floats result = normalised({0.5F, kInfinity});
+    EXPECT_EQ(result[0], 0.0F);
+    EXPECT_TRUE(std::isnan(result[1]));
+}
+
+TEST_F(Normalisation, KeepsTheSignsOfAMixedSetWithAPositiveSum) {
+    EXPECT_EQ(normalised({3, -1}), (Floats{1.5F, -0.5F}));
+}
+
+TEST_F(Normalisation, SumsInIndexOrderInSinglePrecision) {
+    // 2^-24 is lost when it is added to 1, each time; from the other end the two would have
+    // made 2^-23 first, and counted.
+    EXPECT_EQ(normalised({1.0F, 0x1p-24F, 0x1p-24F}), (Floats{1.0F, 0x1p-24F, 0x1p-24F}));
+    EXPECT_EQ(normalised({0x1p-24F, 0x1p-24F, 1.0F})[2], 1.0F / (1.0F + 0x1p-23F));
+}
+
+TEST_F(Normalisation, OfTargetsReachesOnlyToTheCount) {
+    voice.targetAmp[0] = 2.0F;
+    voice.targetAmp[1] = 2.0F;
+    voice.targetAmp[2] = 2.0F;
+    voice.normaliseTargets(2);
+    EXPECT_EQ(voice.targetAmp[0], 0.5F);
+    EXPECT_EQ(voice.targetAmp[1], 0.5F);
+    EXPECT_EQ(voice.targetAmp[2], 2.0F);
+}
+
+TEST_F(Normalisation, OfAmplitudesReachesOverTheActiveModesOnly) {
+    for (std::int32_t i = 0; i < 3; ++i) {
+        voice.amp[i] = 2.0F;
+        voice.targetAmp[i] = 2.0F;
+    }
+    voice.activeCount = 2;
+    voice.targetCount = 3;
+    voice.normaliseAmplitudes();
+    EXPECT_EQ(voice.amp[0], 0.5F);
+    EXPECT_EQ(voice.amp[1], 0.5F);
+    EXPECT_EQ(voice.amp[2], 2.0F);
+    EXPECT_EQ(voice.targetAmp[0], 2.0F);
+}
+
+} // namespace
+} // namespace zelvatone
