@@ -1,0 +1,69 @@
+#include "plugin/LoadedPlugin.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::AnyOf;
+using testing::Each;
+using testing::UnorderedElementsAre;
+
+std::string outputOf(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string output;
+    std::array<char, 512> part{};
+    while (std::fgets(part.data(), part.size(), pipe.get()) != nullptr) {
+        output += part.data();
+    }
+    return output;
+}
+
+// The last word of each line that contains `mark`.
+std::vector<std::string> lastWords(const std::string& lines, const std::string& mark) {
+    std::vector<std::string> words;
+    std::istringstream stream(lines);
+    for (std::string line; std::getline(stream, line);) {
+        if (line.find(mark) != std::string::npos) {
+            words.push_back(line.substr(line.find_last_of(' ') + 1));
+        }
+    }
+    return words;
+}
+
+TEST(LibraryFile, ExportsTheEntryPointUnderItsTwoNamesAndNothingElse) {
+    const std::string symbols =
+        outputOf(std::string(ZELVATONE_NM " --dynamic --defined-only ") + PluginLibrary::path());
+
+    EXPECT_THAT(lastWords(symbols, " "), UnorderedElementsAre("VSTPluginMain", "main")) << symbols;
+}
+
+TEST(LibraryFile, NeedsTheCLibraryAlone) {
+    if (ZELVATONE_SANITIZED) {
+        GTEST_SKIP() << "the sanitizers' runtimes come along";
+    }
+    const std::string header =
+        outputOf(std::string(ZELVATONE_READELF " --wide --dynamic ") + PluginLibrary::path());
+
+    EXPECT_THAT(lastWords(header, "(NEEDED)"),
+                Each(AnyOf("[libm.so.6]", "[libc.so.6]", "[ld-linux-x86-64.so.2]")))
+        << header;
+    EXPECT_FALSE(lastWords(header, "(NEEDED)").empty()) << header;
+}
+
+TEST(LibraryFile, LoadsWithAllSymbolsResolvedAtOnce) {
+    const PluginLibrary& library = PluginLibrary::get();
+
+    // For the reader, not for judgement: the machine may be busy with something else.
+    std::cout << "[   NOTE   ] loaded in " << library.loadMilliseconds() << " ms\n";
+    EXPECT_NE(library.entry(), nullptr);
+}
+
+} // namespace
