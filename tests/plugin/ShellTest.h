@@ -1,0 +1,33 @@
+// A plug-in object over a spying engine, without the library around it.
+#pragma once
+
+#include "plugin/HostedEffect.h"
+#include "plugin/RecordingHost.h"
+#include "plugin/SpyEngine.h"
+#include "plugin/VSTGuiVSTInterface.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+class ShellTest : public ::testing::Test {
+protected:
+    static constexpr VstInt32 kUniqueID = 61546;
+
+    ~ShellTest() override { close(); }
+
+    // As the host closes it; the object deletes itself.
+    VstIntPtr close() {
+        if (plugin == nullptr) {
+            return 0;
+        }
+        plugin = nullptr;
+        return effect.ask(effClose);
+    }
+
+    RecordingHost host;
+    SpyEngine engine;
+    zelvatone::VSTGuiVSTInterface* plugin =
+        new zelvatone::VSTGuiVSTInterface(RecordingHost::callback, &engine, kUniqueID);
+    HostedEffect effect{plugin->getAeffect()};
+};
