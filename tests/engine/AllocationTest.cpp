@@ -1,0 +1,126 @@
+// The audio path allocates three things and no others: a block's list of parameters, the events of
+// MIDI messages, and a wave table whose size changes.
+#include "engine/CountingNew.h"
+#include "engine/EngineFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace zelvatone {
+namespace {
+
+using test::AllocationCounts;
+using test::allocationCounts;
+
+class Allocation : public ::testing::Test {
+protected:
+    ZelvatoneEngine engine;
+    std::vector<float> left = std::vector<float>(4096);
+    std::vector<float> right = std::vector<float>(4096);
+    std::array<float*, 2> outputs{left.data(), right.data()};
+
+    template<class Action>
+    static AllocationCounts during(Action action) {
+        const AllocationCounts before = allocationCounts();
+        action();
+        return allocationCounts().since(before);
+    }
+    AllocationCounts duringBlock(std::int32_t frames) {
+        return during([&] { engine.render(nullptr, outputs.data(), frames); });
+    }
+    void expectOneListCopy(std::int32_t frames) {
+        const AllocationCounts counts = duringBlock(frames);
+        EXPECT_EQ(counts.allocations, 1U) << frames;
+        EXPECT_EQ(counts.releases, 1U) << frames;
+        EXPECT_EQ(counts.lastSize, 23 * sizeof(void*)) << frames;
+    }
+};
+
+TEST_F(Allocation, OfASilentBlockIsOneListCopyWhateverItsSize) {
+    for (const std::int32_t frames : {0, 1, 64, 4096}) {
+        expectOneListCopy(frames);
+    }
+}
+
+TEST_F(Allocation, OfABlockFullOfNotesIsOneListCopyToo) {
+    for (std::int32_t note = 30; note < 62; ++note) {
+        engine.noteOn(note, 127);
+    }
+    for (const std::int32_t frames : {1, 64, 512}) {
+        expectOneListCopy(frames);
+    }
+}
+
+TEST_F(Allocation, StaysThatWhileModesComeAndGoByTheHundred) {
+    test::knob(engine, kModeInit).setValue(0.0F);
+    test::knob(engine, kModeShift).setValue(3.0F);
+    test::knob(engine, kShiftInterval).setValue(-5.0F);
+    test::knob(engine, kMaxModes).setValue(100.0F);
+    engine.setTempo(100000.0F);
+    engine.noteOn(30, 127);
+    expectOneListCopy(4096);
+    EXPECT_EQ(engine.voices[31]->targetCount, 100);
+    test::knob(engine, kModeShift).setValue(-3.0F);
+    expectOneListCopy(4096);
+}
+
+TEST_F(Allocation, OfATableRebuiltAtTheSameSizeIsNone) {
+    test::knob(engine, kWave).setValue(3.0F);
+    test::knob(engine, kCrush).setValue(4.0F);
+    expectOneListCopy(64);
+    EXPECT_EQ(engine.settings->waveKind, 3);
+}
+
+TEST_F(Allocation, OfAMessageIsItsEvents) {
+    const auto eventsOf = [this](std::int32_t status, std::int32_t data1, std::int32_t data2) {
+        return during([&] { engine.processMidi(status, data1, data2, 0); }).allocations;
+    };
+    EXPECT_EQ(eventsOf(0x90, 60, 100), 1U);
+    EXPECT_EQ(eventsOf(0x80, 60, 0), 1U);
+    EXPECT_EQ(eventsOf(0xE0, 0, 0x40), 1U);
+    EXPECT_EQ(eventsOf(0xB0, 123, 0), 128U);
+    EXPECT_EQ(eventsOf(0xB0, 64, 127), 0U);
+    EXPECT_EQ(eventsOf(0xC0, 1, 0), 0U);
+}
+
+TEST_F(Allocation, OfAppliedEventsIsGivenBackInTheBlock) {
+    engine.processMidi(0x90, 60, 100, 3);
+    engine.processMidi(0xE0, 0, 0x50, 9);
+    engine.processMidi(0x80, 60, 0, 20);
+    const AllocationCounts counts = duringBlock(64);
+    EXPECT_EQ(counts.allocations, 1U);
+    EXPECT_EQ(counts.releases, 4U);
+}
+
+TEST_F(Allocation, OfWaitingEventsIsGivenBackWithTheEngineUnapplied) {
+    bool applied = false;
+    const std::function<void()> apply = [&applied] { applied = true; };
+    const AllocationCounts counts = during([&] {
+        auto doomed = std::make_unique<ZelvatoneEngine>();
+        doomed->processMidi(0x90, 60, 100, 0);
+        doomed->processMidi(0xB0, 123, 0, 0);
+        doomed->events.write({0, new test::CallbackEvent(&apply)});
+    });
+    EXPECT_EQ(counts.allocations, counts.releases);
+    EXPECT_FALSE(applied);
+}
+
+TEST_F(Allocation, OfProgramsIsGivenBackWithThem) {
+    const AllocationCounts counts = during([] {
+        const SynthProgram source = makeDefaultProgram();
+        SynthProgram target(3);
+        target = source;
+        const SynthProgram& itself = target;
+        target = itself;
+        const SynthProgram copy(target); // NOLINT(performance-unnecessary-copy-initialization)
+    });
+    EXPECT_EQ(counts.allocations, counts.releases);
+}
+
+} // namespace
+} // namespace zelvatone
