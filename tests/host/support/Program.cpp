@@ -5,9 +5,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <stdexcept>
+#include <thread>
 
 namespace zelvatone {
+
+namespace {
+
+constexpr auto kPollInterval = std::chrono::milliseconds(2);
+constexpr auto kLongestRun = std::chrono::seconds(30); // many times what any test's run takes
+
+} // namespace
 
 Program::Program(const std::vector<std::string>& command, const TemporaryFolder& folder)
     : output_(folder / "stdout"), errors_(folder / "stderr") {
@@ -30,9 +40,20 @@ Program::Program(const std::vector<std::string>& command, const TemporaryFolder&
     }
 }
 
-ProgramResult Program::wait() {
+int Program::waitForEnd() const {
     int status = 0;
-    waitpid(id_, &status, 0);
+    for (auto waited = kPollInterval; waitpid(id_, &status, WNOHANG) == 0;
+         waited += kPollInterval) {
+        if (waited > kLongestRun) {
+            kill(id_, SIGKILL);
+        }
+        std::this_thread::sleep_for(kPollInterval);
+    }
+    return status;
+}
+
+ProgramResult Program::wait() {
+    const int status = waitForEnd();
     ProgramResult result;
     result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     result.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;

@@ -22,9 +22,12 @@ class Program {
 public:
     Program(const std::vector<std::string>& command, const TemporaryFolder& folder);
     pid_t id() const { return id_; }
+    // Ends a program that hangs.
     ProgramResult wait();
 
 private:
+    int waitForEnd() const;
+
     std::filesystem::path output_;
     std::filesystem::path errors_;
     pid_t id_ = -1;
