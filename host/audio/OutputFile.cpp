@@ -73,7 +73,7 @@ void OutputFile::fail(int error) const {
                      std::generic_category().message(error));
 }
 
-std::int64_t OutputFile::read(void* target, std::int64_t count) {
+std::int64_t OutputFile::read(void* target, std::int64_t count) const {
     std::int64_t done = 0;
     while (done < count) {
         const ssize_t got = ::read(descriptor_, static_cast<char*>(target) + done,
@@ -99,11 +99,11 @@ std::int64_t OutputFile::write(const void* source, std::int64_t count) {
     return done;
 }
 
-std::int64_t OutputFile::seek(std::int64_t offset, int whence) {
+std::int64_t OutputFile::seek(std::int64_t offset, int whence) const {
     return lseek(descriptor_, offset, whence);
 }
 
-std::int64_t OutputFile::size() {
+std::int64_t OutputFile::size() const {
     const std::int64_t here = seek(0, SEEK_CUR);
     const std::int64_t end = seek(0, SEEK_END);
     seek(here, SEEK_SET);

@@ -18,10 +18,10 @@ public:
 
     // As read(2), write(2) and lseek(2), but whole: fewer bytes come back at an error or at the
     // end only. The first failed write is remembered.
-    std::int64_t read(void* target, std::int64_t count);
+    std::int64_t read(void* target, std::int64_t count) const;
     std::int64_t write(const void* source, std::int64_t count);
-    std::int64_t seek(std::int64_t offset, int whence);
-    std::int64_t size();
+    std::int64_t seek(std::int64_t offset, int whence) const;
+    std::int64_t size() const;
 
     // Throws InputError when a write has failed so far.
     void check() const;

@@ -20,6 +20,7 @@ struct ParameterRow {
 
 std::vector<ParameterRow> readParameters(HostedPlugin& plugin) {
     std::vector<ParameterRow> rows;
+    rows.reserve(static_cast<std::size_t>(plugin.parameterCount()));
     for (int i = 0; i < plugin.parameterCount(); ++i) {
         rows.push_back({i, plugin.text(effGetParamName, i), plugin.text(effGetParamLabel, i),
                         plugin.parameter(i), plugin.text(effGetParamDisplay, i)});

@@ -56,8 +56,7 @@ int number(VstIntPtr answer) {
 std::vector<std::pair<std::string, int>> capabilities(HostedPlugin& plugin) {
     std::vector<std::pair<std::string, int>> answers;
     for (const char* capability : kPluginCapabilities) {
-        PluginTextBuffer question{}; // the interface knows no const
-        std::strcpy(question.data(), capability);
+        std::string question = capability; // a copy, for the interface knows no const
         const VstIntPtr answer = plugin.request(effCanDo, 0, 0, question.data());
         answers.emplace_back(capability, answer > 0 ? 1 : std::max(number(answer), -1));
     }

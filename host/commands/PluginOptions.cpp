@@ -13,6 +13,7 @@ namespace {
 
 std::vector<std::string> parameterNames(HostedPlugin& plugin) {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(plugin.parameterCount()));
     for (int i = 0; i < plugin.parameterCount(); ++i) {
         names.push_back(plugin.text(effGetParamName, i));
     }
@@ -57,6 +58,7 @@ ParameterSetting parseSetting(std::string_view text) {
 
 std::vector<ParameterSetting> parseSettings(const std::vector<std::string>& texts) {
     std::vector<ParameterSetting> settings;
+    settings.reserve(texts.size());
     for (const std::string& text : texts) {
         settings.push_back(parseSetting(text));
     }
@@ -69,6 +71,7 @@ void applySettings(HostedPlugin& plugin, const std::vector<ParameterSetting>& se
     }
     const auto names = parameterNames(plugin);
     std::vector<std::pair<int, float>> found;
+    found.reserve(settings.size());
     for (const ParameterSetting& setting : settings) {
         found.emplace_back(findParameter(names, setting.parameter), setting.value);
     }

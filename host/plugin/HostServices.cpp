@@ -49,6 +49,8 @@ VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
         return kLanguageEnglish;
     case audioMasterGetAutomationState:
         return kAutomationOff;
+    case audioMasterWantMidi: // it is sent in any case
+        return 1;
     case audioMasterAutomate: // nobody records moves or shows values: they are taken note of
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
@@ -97,9 +99,6 @@ VstIntPtr HostServices::answerTime(VstInt32 filter) {
 
 VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr) {
     switch (opcode) {
-    case audioMasterWantMidi:
-        midiWanted_ = true;
-        return 1;
     case audioMasterGetTime:
         return answerTime(static_cast<VstInt32>(value));
     case audioMasterGetSampleRate:

@@ -25,7 +25,6 @@ public:
     void setTime(const VstTimeInfo& time);
     // Whether blocks are being rendered, so that a plug-in may take its time over them.
     void setRendering(bool rendering) { rendering_ = rendering; }
-    bool midiWanted() const { return midiWanted_; }
 
     // Ties the record to this instance, for the calls to come.
     void attachTo(AEffect* effect);
@@ -51,7 +50,6 @@ private:
     StreamFormat format_;
     std::string pluginFolder_;
     std::atomic<bool> rendering_{false};
-    std::atomic<bool> midiWanted_{false};
     std::mutex timeMutex_; // guards time_
     VstTimeInfo time_{};
 };

@@ -132,6 +132,7 @@ TEST(InstrumentPlayer, PlaysOnSeveralThreadsAsOnOne) {
     const Song song = pulses();
     std::vector<std::vector<float>> results(4);
     std::vector<std::thread> threads;
+    threads.reserve(results.size());
     for (auto& result : results) {
         threads.emplace_back([&] {
             HostedPlugin plugin(library, {kRate, 7});

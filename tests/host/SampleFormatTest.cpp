@@ -20,6 +20,7 @@ Quantised quantised(const std::vector<float>& samples, int bits) {
     std::vector<std::int32_t> numbers(samples.size());
     const auto clipped = quantise(samples, bits, numbers);
     std::vector<int> low;
+    low.reserve(numbers.size());
     for (const std::int32_t number : numbers) {
         low.push_back(number / (1 << (32 - bits)));
     }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -14,12 +15,14 @@ public:
 
     void getParameterName(VstInt32 index, char* text) override {
         std::printf("{\"babble\": %d}\n", index);
-        std::strcpy(text, index == 0 ? "A name of far more than eight letters"
-                                     : "Temp \xB0"
-                                       "C");
+        const std::string name = index == 0 ? "A name of far more than eight letters"
+                                            : "Temp \xB0"
+                                              "C";
+        std::memcpy(text, name.c_str(), name.size() + 1);
     }
     void getParameterDisplay(VstInt32 /*index*/, char* text) override {
-        std::strcpy(text, "\x1B[31mred\n\"quoted\"");
+        const std::string display = "\x1B[31mred\n\"quoted\"";
+        std::memcpy(text, display.c_str(), display.size() + 1);
     }
     bool getVendorString(char* text) override {
         std::fputs("babble without a line end", stdout);
@@ -31,7 +34,7 @@ public:
 
 } // namespace
 
-TEST_ENTRY_POINT(audioMasterCallback host) {
+AEffect* VSTPluginMain(audioMasterCallback host) {
     std::puts("babble");
     return (new BabblingInstrument(host))->getAeffect();
 }

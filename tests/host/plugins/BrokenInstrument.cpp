@@ -18,6 +18,6 @@ public:
 
 } // namespace
 
-TEST_ENTRY_POINT(audioMasterCallback host) {
+AEffect* VSTPluginMain(audioMasterCallback host) {
     return (new BrokenInstrument(host))->getAeffect();
 }

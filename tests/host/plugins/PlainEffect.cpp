@@ -2,6 +2,6 @@
 
 #include "SmallPlugin.h"
 
-TEST_ENTRY_POINT(audioMasterCallback host) {
+AEffect* VSTPluginMain(audioMasterCallback host) {
     return (new SmallPlugin(host, false))->getAeffect();
 }

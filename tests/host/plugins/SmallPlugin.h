@@ -20,4 +20,4 @@ public:
     }
 };
 
-#define TEST_ENTRY_POINT extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain
+extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(audioMasterCallback host);

@@ -2,7 +2,7 @@
 
 #include "SmallPlugin.h"
 
-TEST_ENTRY_POINT(audioMasterCallback host) {
+AEffect* VSTPluginMain(audioMasterCallback host) {
     static SmallPlugin plugin(host, true);
     plugin.getAeffect()->magic = vstFourCharacters('N', 'o', 'p', 'e');
     return plugin.getAeffect();

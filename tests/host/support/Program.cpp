@@ -22,6 +22,7 @@ constexpr auto kLongestRun = std::chrono::seconds(30); // many times what any te
 Program::Program(const std::vector<std::string>& command, const TemporaryFolder& folder)
     : output_(folder / "stdout"), errors_(folder / "stderr") {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& word : command) {
         arguments.push_back(const_cast<char*>(word.c_str()));
     }
