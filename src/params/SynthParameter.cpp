@@ -118,8 +118,10 @@ SynthParameter* WaveSynthParameter::clone() const {
 
 std::string BeatsSynthParameter::getDisplay() const {
     const std::int32_t exponent = truncateToInt32(static_cast<double>(value));
-    // ldexp is exact, and at no exponent out of its depth: what is too large becomes infinity.
-    const double beats = std::ldexp(1.0, std::abs(std::max(exponent, -INT32_MAX)));
+    // ldexp is exact. Whole beats are raised in single precision: beyond its range they show as
+    // infinite, parts of a beat only beyond that of double.
+    const double beats = exponent < 0 ? std::ldexp(1.0, -std::max(exponent, -INT32_MAX))
+                                      : static_cast<double>(std::ldexp(1.0F, exponent));
     return (exponent < 0 ? "1/" : "") + fixedText(beats, 0) + ' ' + label;
 }
 
