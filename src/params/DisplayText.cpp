@@ -6,9 +6,8 @@
 namespace zelvatone {
 
 std::string fixedText(double value, int decimals) {
-    // The longest text is that of the largest float times 100: a sign, 41 digits, a point and two
-    // decimals.
-    std::array<char, 64> buffer{};
+    // Room for the largest double: a sign, 309 digits, a point and the decimals.
+    std::array<char, 512> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, decimals);
     return {buffer.data(), result.ptr};
