@@ -50,7 +50,6 @@ VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
     case audioMasterGetAutomationState:
         return kAutomationOff;
     case audioMasterWantMidi: // it is sent in any case
-        return 1;
     case audioMasterAutomate: // nobody records moves or shows values: they are taken note of
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
