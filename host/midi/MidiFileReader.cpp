@@ -1,22 +1,21 @@
 #include "midi/MidiFileReader.h"
 
 #include "Error.h"
+#include "files/FileBytes.h"
 #include "midi/ByteReader.h"
 #include "midi/MidiTrackParser.h"
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace zelvatone {
 
 namespace {
 
-// No score comes near it; it keeps a device or a film from filling the memory.
+// No score comes near it.
 constexpr std::size_t kLargestFile = 64U << 20U;
 constexpr std::uint32_t kHeaderLength = 6;
 
@@ -87,31 +86,6 @@ MidiFile readHeader(ByteReader& reader, int& announcedTracks) {
     return file;
 }
 
-std::vector<std::uint8_t> readBytes(const std::filesystem::path& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) {
-        throw InputError("no such file");
-    }
-    if (std::filesystem::is_directory(status)) {
-        throw InputError("is a directory, not a MIDI file");
-    }
-    std::ifstream stream(path, std::ios::binary);
-    std::vector<std::uint8_t> bytes(
-        std::min<std::uintmax_t>(kLargestFile + 1, std::filesystem::is_regular_file(status)
-                                                       ? std::filesystem::file_size(path, error) + 1
-                                                       : kLargestFile + 1));
-    stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!stream.is_open() || stream.bad()) {
-        throw InputError("cannot be read");
-    }
-    bytes.resize(static_cast<std::size_t>(stream.gcount()));
-    if (bytes.size() > kLargestFile) {
-        throw InputError("too large for a MIDI file");
-    }
-    return bytes;
-}
-
 } // namespace
 
 MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
@@ -137,7 +111,7 @@ MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
 
 MidiFile readMidiFile(const std::filesystem::path& path) {
     try {
-        return parseMidiFile(readBytes(path));
+        return parseMidiFile(readBytes(path, kLargestFile, "MIDI file"));
     } catch (const InputError& error) {
         throw InputError(path.string() + ": " + error.what());
     }
