@@ -18,4 +18,10 @@ std::string_view cleanEnd(std::string_view text);
 // when even that one is so far off that naming it would puzzle more than help.
 std::string nearestName(const std::vector<std::string>& names, std::string_view wanted);
 
+// Up to `most` names, nearest first, by the fewest edits that make a part of the name `wanted` or
+// the name a part of `wanted`, in any case: people type a word of a long name, or one too many.
+// Without names that are too far off.
+std::vector<std::string> nearestNames(const std::vector<std::string>& names,
+                                      std::string_view wanted, std::size_t most);
+
 } // namespace zelvatone

@@ -37,12 +37,14 @@ std::string fixedPoint(double number, int digits) {
     return {text.data(), result.ptr};
 }
 
-double shortestDouble(float number) {
+std::string shortestText(float number) {
     std::array<char, 32> text{}; // a sign, nine digits, a point, an exponent
     const auto result = std::to_chars(text.data(), text.data() + text.size(), number);
-    const auto wide =
-        parse<double>({text.data(), static_cast<std::size_t>(result.ptr - text.data())});
-    return wide ? *wide : static_cast<double>(number);
+    return {text.data(), result.ptr};
+}
+
+double shortestDouble(float number) {
+    return parse<double>(shortestText(number)).value_or(static_cast<double>(number));
 }
 
 } // namespace zelvatone

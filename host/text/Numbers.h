@@ -15,8 +15,10 @@ std::optional<double> realNumber(std::string_view text);
 // With that many digits behind the point.
 std::string fixedPoint(double number, int digits);
 
-// The shortest decimal that reads back as the same float, as the double next to that decimal:
-// 0.2F becomes 0.2 and not 0.20000000298.
+// The shortest decimal that reads back as the same float.
+std::string shortestText(float number);
+
+// The same as the double next to that decimal: 0.2F becomes 0.2 and not 0.20000000298.
 double shortestDouble(float number);
 
 } // namespace zelvatone
