@@ -116,11 +116,15 @@ void OutputFile::check() const {
     }
 }
 
-void OutputFile::commit() {
+void OutputFile::settle() {
     check();
     if (fsync(descriptor_) != 0) {
         fail(errno);
     }
+}
+
+void OutputFile::commit() {
+    settle();
     const int closed = close(descriptor_);
     descriptor_ = -1;
     if (closed != 0 || std::rename(hidden_.c_str(), target_.c_str()) != 0) {

@@ -25,8 +25,10 @@ public:
 
     // Throws InputError when a write has failed so far.
     void check() const;
-    // Brings the bytes to the disk and gives the file its name. Throws InputError when any of it
-    // fails.
+    // Brings the bytes to the disk, so that commit() has little left that can fail. Throws
+    // InputError when that fails or a write has failed.
+    void settle();
+    // Settles and gives the file its name. Throws InputError when any of it fails.
     void commit();
 
     const std::filesystem::path& path() const { return path_; }

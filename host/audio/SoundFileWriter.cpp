@@ -135,11 +135,19 @@ void SoundFileWriter::finish() {
     }
 }
 
-void SoundFileWriter::commit() {
+void SoundFileWriter::complete() {
+    if (sound_ == nullptr) {
+        return;
+    }
     finish();
     if (format_.container == Container::Ogg) {
         settleOggSerial(file_);
     }
+    file_.settle();
+}
+
+void SoundFileWriter::commit() {
+    complete();
     file_.commit();
 }
 

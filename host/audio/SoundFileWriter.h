@@ -27,6 +27,9 @@ public:
     // Appends frames, channels interleaved, full scale 1.0. Throws InputError when the disk is
     // full or the container is.
     void write(std::span<const float> samples);
+    // Completes the file, after which nothing can be written, but does not name it yet: for several
+    // files that are to appear together. Throws InputError when that fails.
+    void complete();
     // Completes the file and gives it its name. Throws InputError when that fails.
     void commit();
 

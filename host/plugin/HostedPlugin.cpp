@@ -4,12 +4,17 @@
 #include "plugin/PluginText.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace zelvatone {
 
 namespace {
 
+// Hosts make and unmake plug-ins on one thread, and instruments rely on that.
+std::mutex lifeMutex;
+
 AEffect* construct(const PluginLibrary& library, HostServices& services) {
+    const std::scoped_lock lock(lifeMutex);
     const HostServices::ConstructionScope scope(services);
     AEffect* effect = library.entryPoint()(HostServices::callback);
     if (effect == nullptr) {
@@ -30,6 +35,7 @@ HostedPlugin::HostedPlugin(const PluginLibrary& library, const StreamFormat& for
       path_(library.path().string()),
       services_(format, library.path().parent_path().string()),
       effect_(construct(library, services_)) {
+    const std::scoped_lock lock(lifeMutex);
     services_.attachTo(effect_);
     request(effOpen);
     request(effSetSampleRate, 0, 0, nullptr, static_cast<float>(format.sampleRate));
@@ -38,6 +44,7 @@ HostedPlugin::HostedPlugin(const PluginLibrary& library, const StreamFormat& for
 
 HostedPlugin::~HostedPlugin() {
     switchOff();
+    const std::scoped_lock lock(lifeMutex);
     request(effClose);
 }
 

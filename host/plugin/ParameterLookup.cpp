@@ -3,7 +3,6 @@
 #include "Error.h"
 #include "text/Names.h"
 #include "text/Numbers.h"
-#include "vst2/aeffect.h"
 
 #include <optional>
 
@@ -36,6 +35,15 @@ std::string unknownError(const std::vector<std::string>& names, std::string_view
 }
 
 } // namespace
+
+std::vector<std::string> parameterNames(HostedPlugin& plugin) {
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(plugin.parameterCount()));
+    for (int i = 0; i < plugin.parameterCount(); ++i) {
+        names.push_back(plugin.text(effGetParamName, i));
+    }
+    return names;
+}
 
 int findParameter(const std::vector<std::string>& names, std::string_view wanted) {
     auto found = indicesOf(names, wanted);

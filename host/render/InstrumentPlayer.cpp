@@ -22,10 +22,12 @@ void checkInstrument(const HostedPlugin& plugin) {
 
 } // namespace
 
-InstrumentPlayer::InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule)
+InstrumentPlayer::InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule,
+                                   AutomationSchedule moves)
     : plugin_(plugin),
       transport_(song, plugin.format().sampleRate),
-      events_(std::move(schedule), plugin.format().blockSize) {
+      events_(std::move(schedule), plugin.format().blockSize),
+      moves_(std::move(moves)) {
     checkInstrument(plugin);
     const auto block = static_cast<std::size_t>(plugin.format().blockSize);
     const auto inputs = static_cast<std::size_t>(plugin.inputCount());
@@ -50,14 +52,22 @@ int InstrumentPlayer::channels() const {
     return std::min(2, plugin_.outputCount());
 }
 
+void InstrumentPlayer::makeMoves() {
+    while (nextMove_ < moves_.size() && moves_[nextMove_].frame <= position_) {
+        plugin_.setParameter(moves_[nextMove_].parameter, moves_[nextMove_].value);
+        ++nextMove_;
+    }
+}
+
 void InstrumentPlayer::renderBlock() {
+    makeMoves();
     const int frames = plugin_.format().blockSize;
     plugin_.render(transport_.at(position_), events_.next(), inputs_.data(), outputs_.data(),
                    frames);
     position_ += frames;
 }
 
-void InstrumentPlayer::addTo(std::vector<float>& mix, float gain) const {
+void InstrumentPlayer::addTo(std::span<float> mix, float gain) const {
     const auto count = static_cast<std::size_t>(channels());
     for (std::size_t channel = 0; channel < count; ++channel) {
         const float* output = outputs_[channel];

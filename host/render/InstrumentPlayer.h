@@ -2,10 +2,12 @@
 #pragma once
 
 #include "plugin/HostedPlugin.h"
+#include "render/Automation.h"
 #include "render/BlockEvents.h"
 #include "render/Transport.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace zelvatone {
@@ -14,8 +16,10 @@ namespace zelvatone {
 class InstrumentPlayer {
 public:
     // Switches the instrument on. Throws InputError for a plug-in that is no instrument. `plugin`
-    // and `song` must outlive the player; the block size is the plug-in's.
-    InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule);
+    // and `song` must outlive the player; the block size is the plug-in's. Each move is made at the
+    // first start of a block at or behind its frame; instruments read parameters once a block.
+    InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule,
+                     AutomationSchedule moves = {});
     ~InstrumentPlayer();
     InstrumentPlayer(const InstrumentPlayer&) = delete;
     InstrumentPlayer& operator=(const InstrumentPlayer&) = delete;
@@ -26,12 +30,16 @@ public:
     void renderBlock();
     // Adds the rendered block times `gain` to `mix`, which holds blockSize times channels samples,
     // channels interleaved.
-    void addTo(std::vector<float>& mix, float gain) const;
+    void addTo(std::span<float> mix, float gain) const;
 
 private:
+    void makeMoves();
+
     HostedPlugin& plugin_;
     Transport transport_;
     BlockEvents events_;
+    AutomationSchedule moves_;
+    std::size_t nextMove_ = 0;
     std::int64_t position_ = 0; // sample that the next block starts at
     std::vector<float> samples_;
     std::vector<float*> inputs_; // one more than there are, so that the list is never null

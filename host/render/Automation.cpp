@@ -1,0 +1,108 @@
+#include "render/Automation.h"
+
+#include "Error.h"
+#include "files/CsvLine.h"
+#include "files/FileBytes.h"
+#include "plugin/ParameterLookup.h"
+#include "render/EventSchedule.h"
+#include "text/Numbers.h"
+
+#include <algorithm>
+
+namespace zelvatone {
+
+namespace {
+
+constexpr std::size_t kLargestFile = 64U << 20U;      // a move for every sample of half a minute
+constexpr double kLatestSeconds = 24.0 * 60.0 * 60.0; // no song is longer than a day
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // that some programs begin texts with
+
+using Fields = std::vector<std::string>;
+
+bool isHeading(const Fields& fields) {
+    return fields.size() == 3 && !realNumber(fields[0]) && !realNumber(fields[2]);
+}
+
+AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& names) {
+    if (fields.size() != 3) {
+        throw InputError("a move has three fields (seconds, parameter, value), not " +
+                         std::to_string(fields.size()));
+    }
+    const auto seconds = realNumber(fields[0]);
+    if (!seconds || *seconds < 0.0 || *seconds > kLatestSeconds) {
+        throw InputError("'" + fields[0] + "' is no time: seconds, from 0 to a day");
+    }
+    const auto value = realNumber(fields[2]);
+    if (!value || *value < 0.0 || *value > 1.0) {
+        throw InputError("'" + fields[2] + "' is no value from 0 to 1");
+    }
+    return {*seconds, findParameter(names, fields[1]), static_cast<float>(*value)};
+}
+
+// Takes a line off the front of `text`.
+std::string_view takeLine(std::string_view& text) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return line;
+}
+
+bool isPassedOver(std::string_view line) {
+    const std::size_t start = line.find_first_not_of(" \t\r");
+    return start == std::string_view::npos || line[start] == '#';
+}
+
+} // namespace
+
+std::vector<AutomationMove> parseAutomation(std::string_view text,
+                                            const std::vector<std::string>& names) {
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+        text.remove_prefix(kByteOrderMark.size());
+    }
+    std::vector<AutomationMove> moves;
+    bool mayBeHeading = true;
+    for (int number = 1; !text.empty(); ++number) {
+        const std::string_view line = takeLine(text);
+        if (isPassedOver(line)) {
+            continue;
+        }
+        try {
+            const Fields fields = csvFields(line);
+            if (!mayBeHeading || !isHeading(fields)) {
+                moves.push_back(parseMove(fields, names));
+            }
+        } catch (const InputError& error) {
+            throw InputError(std::to_string(number) + ": " + error.what());
+        }
+        mayBeHeading = false;
+    }
+    std::stable_sort(moves.begin(), moves.end(),
+                     [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
+    return moves;
+}
+
+std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
+                                           const std::vector<std::string>& names) {
+    std::vector<std::uint8_t> bytes;
+    try {
+        bytes = readBytes(path, kLargestFile, "file of moves");
+    } catch (const InputError& error) {
+        throw InputError(path.string() + ": " + error.what());
+    }
+    try {
+        return parseAutomation({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, names);
+    } catch (const InputError& error) {
+        throw InputError(path.string() + ":" + error.what());
+    }
+}
+
+AutomationSchedule scheduleMoves(const std::vector<AutomationMove>& moves, double sampleRate) {
+    AutomationSchedule schedule;
+    schedule.reserve(moves.size());
+    for (const AutomationMove& move : moves) {
+        schedule.push_back({frameAt(move.seconds, sampleRate), move.parameter, move.value});
+    }
+    return schedule;
+}
+
+} // namespace zelvatone

@@ -1,0 +1,49 @@
+// The instruments that play a song together, on several threads.
+#pragma once
+
+#include "plugin/HostedPlugin.h"
+#include "render/InstrumentPlayer.h"
+#include "threads/ThreadTeam.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace zelvatone {
+
+// One instrument, what it plays and how loud. The player plays the plug-in.
+struct Part {
+    std::string name; // of its stem's file, without an extension
+    std::unique_ptr<HostedPlugin> plugin;
+    std::unique_ptr<InstrumentPlayer> player;
+    float gain; // factor
+};
+
+// Every part renders by itself and the mix adds them up in their order, so the sound is the same
+// for any number of threads.
+class Ensemble {
+public:
+    // At least one part; all of one plug-in and one block size.
+    Ensemble(std::vector<Part> parts, int threads);
+
+    int channels() const; // of the mix and of every part
+    std::size_t size() const { return parts_.size(); }
+    const std::string& name(std::size_t part) const { return parts_[part].name; }
+
+    // Renders the next blocks of every part. Answers the mix, channels interleaved.
+    std::span<float> renderRound();
+    // What a part came to in the last round, with its gain; as long as the mix.
+    std::span<float> samples(std::size_t part) { return samples_[part]; }
+
+private:
+    void renderPart(std::size_t part);
+
+    std::vector<Part> parts_;
+    ThreadTeam team_;
+    std::size_t blockSamples_; // all channels
+    std::vector<float> mix_;
+    std::vector<std::vector<float>> samples_; // by part
+};
+
+} // namespace zelvatone

@@ -1,0 +1,61 @@
+#include "render/Stems.h"
+
+#include "Error.h"
+
+#include <system_error>
+
+namespace zelvatone {
+
+StemFolder::StemFolder(const std::filesystem::path& path) : path_(path), isNew_(false) {
+    std::error_code error;
+    isNew_ = std::filesystem::create_directory(path_, error);
+    if (error || !std::filesystem::is_directory(path_, error)) {
+        throw InputError("cannot make the folder " + path_.string() + ": " +
+                         (error ? error.message() : "there is a file of that name"));
+    }
+}
+
+StemFolder::~StemFolder() {
+    std::error_code error; // a folder with files in it stays, and so it should
+    if (isNew_) {
+        std::filesystem::remove(path_, error);
+    }
+}
+
+Stems::Stems(const std::filesystem::path& folder, const std::string& extension,
+             const SoundFileFormat& format, Ensemble& ensemble)
+    : folder_(folder), ensemble_(ensemble) {
+    for (std::size_t part = 0; part < ensemble.size(); ++part) {
+        writers_.push_back(std::make_unique<SoundFileWriter>(
+            folder_.path() / (ensemble.name(part) + extension), format));
+    }
+}
+
+void Stems::require(std::int64_t frames) const {
+    for (const auto& writer : writers_) {
+        writer->require(frames);
+    }
+}
+
+void Stems::write(std::size_t count) {
+    for (std::size_t part = 0; part < writers_.size(); ++part) {
+        const auto samples = ensemble_.samples(part).first(count);
+        silencer_.measure(samples);
+        writers_[part]->write(samples);
+    }
+}
+
+void Stems::complete() {
+    for (const auto& writer : writers_) {
+        writer->complete();
+    }
+}
+
+void Stems::commit() {
+    complete();
+    for (const auto& writer : writers_) {
+        writer->commit();
+    }
+}
+
+} // namespace zelvatone

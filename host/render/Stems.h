@@ -1,0 +1,52 @@
+// The files of a rendering: the mix, and one for each part that plays in it.
+#pragma once
+
+#include "audio/LevelMeter.h"
+#include "audio/SoundFileWriter.h"
+#include "render/Ensemble.h"
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace zelvatone {
+
+// A folder for files. One that was not there is made, and goes again when it stays empty.
+class StemFolder {
+public:
+    // Throws InputError when the folder cannot be made.
+    explicit StemFolder(const std::filesystem::path& path);
+    ~StemFolder();
+    StemFolder(const StemFolder&) = delete;
+    StemFolder& operator=(const StemFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+    bool isNew_;
+};
+
+// One sound file for each part of an ensemble. They appear when they are complete.
+class Stems {
+public:
+    // `extension` with its point. Throws InputError when a file cannot be written.
+    Stems(const std::filesystem::path& folder, const std::string& extension,
+          const SoundFileFormat& format, Ensemble& ensemble);
+
+    // Throws InputError when a file of that many frames is more than its format can hold.
+    void require(std::int64_t frames) const;
+    // Appends the first `count` samples of each part's last round. Throws InputError.
+    void write(std::size_t count);
+    // All complete, then all named. Throw InputError.
+    void complete();
+    void commit();
+
+private:
+    StemFolder folder_;
+    Ensemble& ensemble_;
+    std::vector<std::unique_ptr<SoundFileWriter>> writers_;
+    LevelMeter silencer_; // takes out what is no number, as from the mix
+};
+
+} // namespace zelvatone
