@@ -4,6 +4,8 @@
 #include "Error.h"
 #include "commands/InfoCommand.h"
 #include "commands/ParamsCommand.h"
+#include "commands/PresetCommand.h"
+#include "commands/ProgramsCommand.h"
 #include "commands/RenderCommand.h"
 #include "plugin/PluginText.h"
 #include "terminal/Interrupt.h"
@@ -11,16 +13,65 @@
 #include <CLI/CLI.hpp>
 
 #include <csignal>
+#include <functional>
 #include <iostream>
 
 namespace zelvatone {
 
 namespace {
 
-struct Options {
-    RenderOptions render;
-    InfoOptions info;
-    ParamsOptions params;
+// Every command with its options.
+class Commands {
+public:
+    explicit Commands(CLI::App& app) {
+        add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
+        add(addProgramsCommand(app, programs_), programs_.plugin, runPrograms, programs_);
+        add(addPresetCommand(app, preset_), preset_.plugin, runPreset, preset_);
+        add(addParamsCommand(app, params_), params_.plugin, runParams, params_);
+        add(addInfoCommand(app, info_), info_.plugin, runInfo, info_);
+    }
+
+    // Runs the one that the command line named.
+    void run() const {
+        for (const Command& command : commands_) {
+            if (command.app->parsed()) {
+                const StandardOutput output(command.plugin->verbose);
+                command.run(output);
+            }
+        }
+    }
+
+    // "a, b and c"
+    std::string names() const {
+        std::string names;
+        for (std::size_t i = 0; i < commands_.size(); ++i) {
+            names += i == 0 ? "" : i + 1 < commands_.size() ? ", " : " and ";
+            names += commands_[i].app->get_name();
+        }
+        return names;
+    }
+
+private:
+    struct Command {
+        const CLI::App* app;
+        const PluginOptions* plugin;
+        std::function<void(const StandardOutput&)> run;
+    };
+
+    template<typename Options>
+    void add(const CLI::App* app, const PluginOptions& plugin,
+             void (*run)(const Options&, const StandardOutput&), const Options& options) {
+        commands_.push_back({app, &plugin, [run, &options](const StandardOutput& output) {
+                                 run(options, output);
+                             }});
+    }
+
+    RenderOptions render_;
+    ProgramsOptions programs_;
+    PresetOptions preset_;
+    ParamsOptions params_;
+    InfoOptions info_;
+    std::vector<Command> commands_;
 };
 
 void printError(const std::string& line) {
@@ -33,16 +84,26 @@ void describe(CLI::App& app) {
     app.footer(
         "Examples:\n"
         "  zelvatone render song.mid -o song.wav\n"
-        "  zelvatone params --json\n"
+        "  zelvatone render song.mid -o song.wav --program Organ\n"
         "'zelvatone COMMAND --help' tells more of each.\n"
         "Exit status: 0 done, 1 a file or plug-in is no good, 2 the command line is no good.");
 }
 
-UsageError commandError(const CLI::App& app) {
+UsageError commandError(const CLI::App& app, const Commands& commands) {
     const auto extras = app.remaining();
-    const std::string commands = "the commands are render, info and params";
-    return UsageError(extras.empty() ? "no command given; " + commands
-                                     : "unknown command '" + extras[0] + "'; " + commands);
+    const std::string names = "the commands are " + commands.names();
+    return UsageError(extras.empty() ? "no command given; " + names
+                                     : "unknown command '" + extras[0] + "'; " + names);
+}
+
+// "preset save", for the command and the command inside it that the command line came to.
+std::string parsedCommand(const CLI::App& app) {
+    std::string names;
+    for (auto inside = app.get_subcommands(); !inside.empty();
+         inside = inside[0]->get_subcommands()) {
+        names += inside[0]->get_name() + " ";
+    }
+    return names;
 }
 
 // False when the command line asked for help or the version, which has been printed then.
@@ -57,12 +118,8 @@ bool parse(CLI::App& app, int argc, char** argv) {
         }
         return false;
     } catch (const CLI::ParseError& error) {
-        const auto commands = app.get_subcommands();
-        throw UsageError(std::string(error.what()) + "; see 'zelvatone " +
-                         (commands.empty() ? "" : commands[0]->get_name() + " ") + "--help'");
-    }
-    if (app.get_subcommands().empty()) {
-        throw commandError(app);
+        throw UsageError(std::string(error.what()) + "; see 'zelvatone " + parsedCommand(app) +
+                         "--help'");
     }
     return true;
 }
@@ -71,25 +128,16 @@ int runCommand(int argc, char** argv) {
     CLI::App app("Plays MIDI files through the zelvatone instrument, or another VST 2.4 plug-in.",
                  "zelvatone");
     describe(app);
-    Options options;
-    CLI::App* render = addRenderCommand(app, options.render);
-    CLI::App* info = addInfoCommand(app, options.info);
-    addParamsCommand(app, options.params);
+    const Commands commands(app);
     // What is no command is left for us to name. Commands made earlier do not follow this.
     app.allow_extras();
     if (!parse(app, argc, argv)) {
         return 0;
     }
-    const bool verbose = options.render.plugin.verbose || options.info.plugin.verbose ||
-                         options.params.plugin.verbose;
-    const StandardOutput output(verbose);
-    if (render->parsed()) {
-        runRender(options.render, output);
-    } else if (info->parsed()) {
-        runInfo(options.info, output);
-    } else {
-        runParams(options.params, output);
+    if (app.get_subcommands().empty()) {
+        throw commandError(app, commands);
     }
+    commands.run();
     return 0;
 }
 

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "commands/PluginOptions.h"
+#include "commands/SoundOptions.h"
 #include "terminal/StandardOutput.h"
 
 namespace zelvatone {
 
 struct ParamsOptions {
     PluginOptions plugin;
+    SoundOptions sound;
     bool json = false;
 };
 

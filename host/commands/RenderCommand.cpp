@@ -2,17 +2,18 @@
 
 #include "audio/LevelMeter.h"
 #include "audio/SoundFileWriter.h"
+#include "commands/RenderParts.h"
 #include "commands/RenderReport.h"
 #include "commands/RenderSettings.h"
-#include "render/InstrumentPlayer.h"
 #include "render/RecordingEnd.h"
+#include "render/Stems.h"
 #include "terminal/Interrupt.h"
 #include "terminal/ProgressBar.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <chrono>
+#include <filesystem>
 
 namespace zelvatone {
 
@@ -24,36 +25,78 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// Renders block after block into the writer until the recording is over.
-RenderReport record(InstrumentPlayer& player, const RenderSettings& settings,
-                    std::int64_t songFrames, SoundFileWriter& writer, ProgressBar& progress) {
+// Where the sound goes.
+struct Recording {
+    SoundFileWriter& file;
+    std::optional<Stems>& stems;
+};
+
+void write(const Recording& recording, std::span<const float> samples) {
+    recording.file.write(samples);
+    if (recording.stems) {
+        recording.stems->write(samples.size());
+    }
+}
+
+// Renders round after round into the files until the recording is over.
+RenderReport record(Ensemble& ensemble, const RenderSettings& settings, std::int64_t songFrames,
+                    const Recording& recording, ProgressBar& progress) {
     const auto start = Clock::now();
-    const int channels = player.channels();
     RecordingEnd end(songFrames, settings.tailSeconds, settings.stream.sampleRate);
     LevelMeter meter;
-    std::vector<float> mix(static_cast<std::size_t>(settings.stream.blockSize * channels));
     while (!end.isOver()) {
         InterruptWatch::check();
-        player.renderBlock();
-        std::fill(mix.begin(), mix.end(), 0.0F);
-        player.addTo(mix, settings.gain);
-        const auto taken = static_cast<std::size_t>(end.take(mix, channels) * channels);
-        const std::span<float> kept(mix.data(), taken);
+        const std::span<float> mix = ensemble.renderRound();
+        const std::int64_t taken = end.take(mix, ensemble.channels()) * ensemble.channels();
+        const std::span<float> kept = mix.first(static_cast<std::size_t>(taken));
         meter.measure(kept);
-        writer.write(kept);
+        write(recording, kept);
         progress.show(static_cast<double>(end.frames()) / static_cast<double>(songFrames + 1),
                       speedText(static_cast<double>(end.frames()) / settings.stream.sampleRate,
                                 secondsSince(start)));
     }
     InterruptWatch::check();
     return {static_cast<double>(end.frames()) / settings.stream.sampleRate, secondsSince(start),
-            meter.peakDecibels(), writer.clippedSamples(), meter.brokenSamples()};
+            meter.peakDecibels(), recording.file.clippedSamples(), meter.brokenSamples()};
+}
+
+// All files are complete before the first one appears.
+void commit(SoundFileWriter& file, std::optional<Stems>& stems) {
+    file.complete();
+    if (stems) {
+        stems->commit();
+    }
+    file.commit();
 }
 
 void addValue(CLI::App& command, const std::string& name, std::string& value,
               const std::string& typeName, const std::string& help) {
     command.add_option(name, value, help)->type_name(typeName)->capture_default_str();
 }
+
+void addChannelOptions(CLI::App& command, RenderOptions& options) {
+    command
+        .add_option("--channel", options.channels,
+                    "Give a MIDI channel an instrument of its own, with its own program (a name, "
+                    "a number or an .fxp file) and level; may be repeated")
+        ->type_name("CHANNEL=PROGRAM[@LEVELdB]")
+        ->allow_extra_args(false);
+    command
+        .add_option("--stems", options.stems,
+                    "Also write each --channel, and what the rest plays, into a file of its own")
+        ->type_name("FOLDER");
+    command
+        .add_option("--automate", options.automate,
+                    "Move parameters while the song plays: lines of seconds, parameter, value")
+        ->type_name("FILE.csv");
+}
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  zelvatone render song.mid -o song.wav\n"
+    "  zelvatone render song.mid -o song.flac --rate 48000 --gain -6\n"
+    "  zelvatone render song.mid -o song.wav --program \"Banana Bass\" --set Attack=0.25\n"
+    "  zelvatone render song.mid -o song.wav --channel 1=Organ@-6dB --channel 2=Lime --stems parts";
 
 } // namespace
 
@@ -73,35 +116,41 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
     addValue(*command, "--tail", options.tail, "auto|SECONDS",
              "How long to go on behind the song's end; auto: until there has been silence for "
              "half a second, 30 s at most");
-    addParameterOption(*command, options.plugin);
+    addValue(*command, "--threads", options.threads, "auto|N",
+             "How many channels to render at once; auto: as many as the machine can");
+    addSoundOptions(*command, options.sound);
+    addChannelOptions(*command, options);
     addPluginOptions(*command, options.plugin);
     command->add_flag("-q,--quiet", options.quiet, "No progress bar and no closing line");
-    command->footer("Examples:\n"
-                    "  zelvatone render song.mid -o song.wav\n"
-                    "  zelvatone render song.mid -o song.flac --rate 48000 --gain -6\n"
-                    "  zelvatone render song.mid -o song.ogg --set Attack=0.25 --set Wave=0.5");
+    command->footer(kExamples);
     return command;
 }
 
 void runRender(const RenderOptions& options, const StandardOutput& output) {
     RenderSettings settings = renderSettings(options);
+    const Sound sound = readSound(options.sound);
     const Song song = readSong(options.song);
+    const auto plans = planParts(song, settings.channels, sound);
     const PluginLibrary library = loadPlugin(options.plugin);
-    HostedPlugin plugin(library, settings.stream);
-    applySettings(plugin, settings.parameters);
-    InstrumentPlayer player(plugin, song, scheduleEvents(song, settings.stream.sampleRate));
-    settings.file.channels = player.channels();
+    Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
+                      settings.threads);
+    settings.file.channels = ensemble.channels();
     const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
 
     const InterruptWatch watch;
     SoundFileWriter writer(options.output, settings.file);
     writer.require(songFrames);
+    std::optional<Stems> stems;
+    if (options.stems) {
+        stems.emplace(*options.stems, std::filesystem::path(options.output).extension().string(),
+                      settings.file, ensemble);
+    }
     RenderReport report;
     {
         ProgressBar progress(!options.quiet);
-        report = record(player, settings, songFrames, writer, progress);
+        report = record(ensemble, settings, songFrames, {writer, stems}, progress);
     }
-    writer.commit();
+    commit(writer, stems);
     if (!options.quiet) {
         output.print(closingLine(options.output, report));
     }

@@ -2,22 +2,30 @@
 #pragma once
 
 #include "commands/PluginOptions.h"
+#include "commands/SoundOptions.h"
 #include "terminal/StandardOutput.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace zelvatone {
 
 struct RenderOptions {
     PluginOptions plugin;
+    SoundOptions sound;
     std::string song;
     std::string output;
+    std::vector<std::string> channels;   // "CHANNEL=PROGRAM@LEVELdB"
+    std::optional<std::string> stems;    // a folder
+    std::optional<std::string> automate; // a file of moves
     // As typed; read by renderSettings().
     std::string rate = "44100";
     std::string block = "512";
     std::string format = "24";
     std::string gain = "0";
     std::string tail = "auto";
+    std::string threads = "auto";
     bool quiet = false;
 };
 

@@ -1,9 +1,9 @@
 #include "commands/RenderSettings.h"
 
 #include "Error.h"
+#include "audio/Decibels.h"
 #include "text/Numbers.h"
-
-#include <cmath>
+#include "threads/ThreadTeam.h"
 
 namespace zelvatone {
 
@@ -12,8 +12,8 @@ namespace {
 // Hz. Below, speech is hard to follow; above, some of the file formats end.
 constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 192000;
-constexpr int kLargestBlock = 65536;   // samples; beyond any host's
-constexpr double kLargestGain = 120.0; // dB up or down, the range of 20 bits
+constexpr int kLargestBlock = 65536; // samples; beyond any host's
+constexpr int kMostThreads = 64;     // one a channel is enough; more than that is a slip
 constexpr double kLongestTailSeconds = 600.0;
 
 std::string rangeError(const std::string& option, const std::string& range,
@@ -49,6 +49,10 @@ std::optional<double> tailOption(const std::string& text) {
 
 } // namespace
 
+int threadsOption(const std::string& text) {
+    return text == "auto" ? machineThreads() : wholeOption("--threads", text, 1, kMostThreads);
+}
+
 RenderSettings renderSettings(const RenderOptions& options) {
     RenderSettings settings;
     const int rate = wholeOption("--rate", options.rate, kLowestRate, kHighestRate);
@@ -58,11 +62,11 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.file.container = containerOf(options.output);
     settings.file.samples = sampleKindOf(options.format);
     checkFormat(settings.file);
-    const double decibels =
-        realOption("--gain", options.gain, -kLargestGain, kLargestGain, "-120 to 120 decibels");
-    settings.gain = static_cast<float>(std::pow(10.0, decibels / 20.0));
+    settings.gain = gainFactor(
+        realOption("--gain", options.gain, -kLargestGain, kLargestGain, "-120 to 120 decibels"));
     settings.tailSeconds = tailOption(options.tail);
-    settings.parameters = parseSettings(options.plugin.settings);
+    settings.threads = threadsOption(options.threads);
+    settings.channels = parseChannels(options.channels);
     return settings;
 }
 

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "audio/SoundFileFormat.h"
+#include "commands/ChannelOptions.h"
 #include "commands/RenderCommand.h"
+#include "plugin/HostServices.h"
 
+#include <map>
 #include <optional>
 
 namespace zelvatone {
@@ -13,8 +16,12 @@ struct RenderSettings {
     SoundFileFormat file;              // channels are known when the plug-in is
     float gain = 1.0F;                 // factor
     std::optional<double> tailSeconds; // none: as long as it sounds
-    std::vector<ParameterSetting> parameters;
+    int threads = 1;
+    std::map<int, ChannelChoice> channels; // those that have an instrument of their own
 };
+
+// "auto" or a number. Throws UsageError.
+int threadsOption(const std::string& text);
 
 // Throws UsageError for the first option that cannot be.
 RenderSettings renderSettings(const RenderOptions& options);

@@ -1,48 +1,82 @@
 # Bash completion for zelvatone.
 
-_zelvatone() {
+# _zelvatone_words WORD...: offers those that begin with what has been typed.
+_zelvatone_words() {
+    mapfile -t COMPREPLY < <(compgen -W "$*" -- "${COMP_WORDS[COMP_CWORD]}")
+}
+
+# _zelvatone_files [PATTERN]: offers files whose names match, and folders.
+_zelvatone_files() {
     local word=${COMP_WORDS[COMP_CWORD]}
-    local previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local plugin="--plugin --verbose --help"
-    COMPREPLY=()
-    case $previous in
-    -o | --output | --plugin)
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -X "${1:+!$1}" -- "$word"; [[ -z ${1-} ]] || compgen -d -- "$word")
+}
+
+# _zelvatone_programs: offers the programs of the plug-in, quoted as the shell needs them.
+_zelvatone_programs() {
+    local word=${COMP_WORDS[COMP_CWORD]//[\\\"\']/} name
+    while read -r _ name; do
+        if [[ ${name,,} == "${word,,}"* ]]; then
+            printf -v name '%q' "$name"
+            COMPREPLY+=("$name")
+        fi
+    done < <("${COMP_WORDS[0]}" programs 2>/dev/null | tail -n +2)
+}
+
+# _zelvatone_value OPTION: offers values of an option; fails for a word that takes none.
+_zelvatone_value() {
+    case $1 in
+    -o | --output | --plugin) _zelvatone_files ;;
+    --preset) _zelvatone_files '*.[fF][xX][pPbB]' ;;
+    --automate) _zelvatone_files '*.[cC][sS][vV]' ;;
+    --stems)
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
-        return
+        mapfile -t COMPREPLY < <(compgen -d -- "${COMP_WORDS[COMP_CWORD]}")
         ;;
-    --format)
-        mapfile -t COMPREPLY < <(compgen -W "16 24 float" -- "$word")
-        return
-        ;;
-    --tail)
-        mapfile -t COMPREPLY < <(compgen -W "auto" -- "$word")
-        return
-        ;;
-    --rate | --block | --gain | --set)
-        return
-        ;;
+    --program) _zelvatone_programs ;;
+    --format) _zelvatone_words 16 24 float ;;
+    --tail | --threads) _zelvatone_words auto ;;
+    --rate | --block | --gain | --set | --channel | --name) ;;
+    *) return 1 ;;
     esac
+}
+
+# _zelvatone_options COMMAND: offers its options.
+_zelvatone_options() {
+    local plugin="--plugin --verbose --help" sound="--preset --program --set"
+    case $1 in
+    render)
+        _zelvatone_words --output --rate --block --format --gain --tail --threads --channel \
+            --stems --automate --quiet "$sound" "$plugin"
+        ;;
+    tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
+    programs | info) _zelvatone_words --json "$plugin" ;;
+    params) _zelvatone_words --json "$sound" "$plugin" ;;
+    preset) _zelvatone_words --help ;;
+    save) _zelvatone_words --name "$sound" "$plugin" ;;
+    load) _zelvatone_words --program --json "$plugin" ;;
+    esac
+}
+
+_zelvatone() {
+    local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
+    COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "render info params --help --version" -- "$word")
+        _zelvatone_words render tour programs preset params info --help --version
         return
     fi
-    case ${COMP_WORDS[1]} in
-    render)
-        if [[ $word == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "--output --rate --block --format --gain --tail \
-                --set --quiet $plugin" -- "$word")
-        else
-            compopt -o filenames 2>/dev/null
-            mapfile -t COMPREPLY < <(compgen -f -X '!*.[mM][iI][dD]' -- "$word"; compgen -d -- "$word")
-        fi
-        ;;
-    info)
-        mapfile -t COMPREPLY < <(compgen -W "--json $plugin" -- "$word")
-        ;;
-    params)
-        mapfile -t COMPREPLY < <(compgen -W "--json --set $plugin" -- "$word")
-        ;;
+    _zelvatone_value "${COMP_WORDS[COMP_CWORD - 1]}" && return
+    if [[ $command == preset ]] && ((COMP_CWORD > 2)); then
+        command=${COMP_WORDS[2]}
+    fi
+    if [[ $word == -* ]]; then
+        _zelvatone_options "$command"
+        return
+    fi
+    case $command in
+    render) _zelvatone_files '*.[mM][iI][dD]' ;;
+    preset) _zelvatone_words save load ;;
+    save | load) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     esac
 }
 

@@ -2,6 +2,7 @@
 
 #include "support/Program.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -30,9 +31,20 @@ std::string wordBehind(const std::string& line, const std::string& mark) {
     return line.substr(start, end - start);
 }
 
-std::set<std::string> longOptionsOf(const std::string& command) {
+using Words = std::vector<std::string>;
+
+// Every command, and the commands inside one.
+const std::vector<Words> kCommands{{"render"},           {"programs"},      {"params"},
+                                   {"info"},   {"preset", "save"}, {"preset", "load"}};
+
+Words joined(Words words, const std::string& last) {
+    words.push_back(last);
+    return words;
+}
+
+std::set<std::string> longOptionsOf(const Words& command) {
     std::set<std::string> names;
-    for (const std::string& line : linesOf(zelvatoneWith({command, "--help"}).output)) {
+    for (const std::string& line : linesOf(zelvatoneWith(joined(command, "--help")).output)) {
         if (line.rfind("  -", 0) == 0) { // option lines; their texts stand further right
             names.insert(wordBehind(line, "--"));
         }
@@ -47,37 +59,58 @@ TEST(Manual, DescribesEveryOption) {
             described.insert(wordBehind(line, "Fl -"));
         }
     }
-    for (const char* command : {"render", "info", "params"}) {
+    for (const Words& command : kCommands) {
         const auto options = longOptionsOf(command);
-        EXPECT_GE(options.size(), 3U) << command;
+        EXPECT_GE(options.size(), 3U) << command.back();
         for (const std::string& option : options) {
             EXPECT_EQ(described.count(option), 1U) << option;
         }
     }
 }
 
-std::set<std::string> completionsOf(const std::string& command, const std::string& word) {
+// What is offered for the last of the words behind "zelvatone".
+std::set<std::string> completionsOf(const Words& words) {
+    Words arguments{TEST_HOST_SOURCES "completion/zelvatone.bash"};
+    arguments.insert(arguments.end(), words.begin(), words.end());
     const auto result =
-        shellWith("source \"$1\"; COMP_WORDS=(zelvatone \"$2\" \"$3\"); COMP_CWORD=2; _zelvatone; "
-                  "printf '%s\\n' \"${COMPREPLY[@]}\"",
-                  {TEST_HOST_SOURCES "completion/zelvatone.bash", command, word});
+        shellWith("source \"$1\"; COMP_WORDS=(\"$0\" \"${@:2}\"); COMP_CWORD=$(($# - 1)); "
+                  "_zelvatone; printf '%s\\n' \"${COMPREPLY[@]}\"",
+                  arguments);
     EXPECT_EQ(result.errors, "");
     const auto lines = linesOf(result.output);
     return {lines.begin(), lines.end()};
 }
 
+using ::testing::Contains;
+using ::testing::ElementsAre;
+
 TEST(Completion, OffersEveryOptionOfACommand) {
-    for (const char* command : {"render", "info", "params"}) {
+    for (const Words& command : kCommands) {
         std::set<std::string> expected;
         for (const std::string& option : longOptionsOf(command)) {
             expected.insert("--" + option);
         }
-        EXPECT_EQ(completionsOf(command, "--"), expected) << command;
+        EXPECT_EQ(completionsOf(joined(command, "--")), expected) << command.back();
     }
 }
 
+TEST(Completion, OffersEveryCommand) {
+    const auto offered = completionsOf({""});
+    for (const Words& command : kCommands) {
+        EXPECT_THAT(offered, Contains(command[0]));
+    }
+    EXPECT_THAT(completionsOf({"preset", ""}), ElementsAre("load", "save"));
+}
+
 TEST(Completion, FinishesAWord) {
-    EXPECT_EQ(completionsOf("render", "--ra"), std::set<std::string>{"--rate"});
+    EXPECT_THAT(completionsOf({"render", "--ra"}), ElementsAre("--rate"));
+}
+
+TEST(Completion, FinishesTheNameOfAProgramAsTheShellNeedsIt) {
+    EXPECT_THAT(completionsOf({"render", "--program", "so"}),
+                ElementsAre("So\\ Sad", "Son\\ of\\ Digital\\ Pad"));
+    EXPECT_THAT(completionsOf({"preset", "save", "--program", "Lime\\ "}),
+                ElementsAre("Lime\\ Bass"));
 }
 
 } // namespace

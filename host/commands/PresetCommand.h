@@ -1,0 +1,26 @@
+// `zelvatone preset`: keeps an instrument's programs in files, for the plug-in itself keeps
+// nothing.
+#pragma once
+
+#include "commands/PluginOptions.h"
+#include "commands/SoundOptions.h"
+#include "terminal/StandardOutput.h"
+
+#include <optional>
+#include <string>
+
+namespace zelvatone {
+
+struct PresetOptions {
+    PluginOptions plugin;
+    SoundOptions sound;
+    std::string file;
+    std::optional<std::string> name; // for the program that is saved
+    bool json = false;
+    bool loads = false; // load, not save
+};
+
+CLI::App* addPresetCommand(CLI::App& app, PresetOptions& options);
+void runPreset(const PresetOptions& options, const StandardOutput& output);
+
+} // namespace zelvatone
