@@ -7,6 +7,7 @@
 #include "commands/PresetCommand.h"
 #include "commands/ProgramsCommand.h"
 #include "commands/RenderCommand.h"
+#include "commands/TourCommand.h"
 #include "plugin/PluginText.h"
 #include "terminal/Interrupt.h"
 
@@ -25,6 +26,7 @@ class Commands {
 public:
     explicit Commands(CLI::App& app) {
         add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
+        add(addTourCommand(app, tour_), tour_.plugin, runTour, tour_);
         add(addProgramsCommand(app, programs_), programs_.plugin, runPrograms, programs_);
         add(addPresetCommand(app, preset_), preset_.plugin, runPreset, preset_);
         add(addParamsCommand(app, params_), params_.plugin, runParams, params_);
@@ -67,6 +69,7 @@ private:
     }
 
     RenderOptions render_;
+    TourOptions tour_;
     ProgramsOptions programs_;
     PresetOptions preset_;
     ParamsOptions params_;
@@ -85,6 +88,7 @@ void describe(CLI::App& app) {
         "Examples:\n"
         "  zelvatone render song.mid -o song.wav\n"
         "  zelvatone render song.mid -o song.wav --program Organ\n"
+        "  zelvatone tour -o tour\n"
         "'zelvatone COMMAND --help' tells more of each.\n"
         "Exit status: 0 done, 1 a file or plug-in is no good, 2 the command line is no good.");
 }

@@ -34,7 +34,7 @@ std::string wordBehind(const std::string& line, const std::string& mark) {
 using Words = std::vector<std::string>;
 
 // Every command, and the commands inside one.
-const std::vector<Words> kCommands{{"render"},           {"programs"},      {"params"},
+const std::vector<Words> kCommands{{"render"}, {"tour"},           {"programs"},      {"params"},
                                    {"info"},   {"preset", "save"}, {"preset", "load"}};
 
 Words joined(Words words, const std::string& last) {

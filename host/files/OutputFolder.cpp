@@ -1,0 +1,70 @@
+#include "files/OutputFolder.h"
+
+#include "Error.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <system_error>
+
+namespace zelvatone {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Without a slash at its end, which would name the inside of the folder.
+fs::path targetOf(const fs::path& path) {
+    std::error_code error;
+    const fs::path whole = fs::weakly_canonical(fs::absolute(path), error);
+    const fs::path target = error ? fs::absolute(path) : whole;
+    return target.has_filename() ? target : target.parent_path();
+}
+
+} // namespace
+
+OutputFolder::OutputFolder(const fs::path& path, const std::function<bool(const fs::path&)>& isOurs)
+    : path_(path), target_(targetOf(path)) {
+    std::error_code error; // what cannot be looked at shows when the hidden folder is made
+    if (fs::exists(target_, error) && !fs::is_directory(target_, error)) {
+        fail("it is no folder");
+    }
+    if (fs::is_directory(target_, error) && !fs::is_empty(target_, error) && !isOurs(target_)) {
+        fail("there are other files in it; name a new folder");
+    }
+    const std::string name = ".zelvatone-" + std::to_string(getpid()) + "-folder";
+    const fs::path hidden = target_.parent_path() / name;
+    if (!fs::create_directory(hidden, error)) {
+        fail(error ? error.message() : "there is a folder " + hidden.string());
+    }
+    hidden_ = hidden;
+}
+
+OutputFolder::~OutputFolder() {
+    std::error_code error; // nothing to do about it
+    if (!hidden_.empty()) {
+        fs::remove_all(hidden_, error);
+    }
+}
+
+void OutputFolder::fail(const std::string& reason) const {
+    throw InputError("cannot write " + path_.string() + ": " + reason);
+}
+
+void OutputFolder::commit() {
+    std::error_code error;
+    fs::rename(hidden_, target_, error); // goes well for nothing and for an empty folder
+    if (!error) {
+        hidden_.clear();
+        return;
+    }
+    // Both change places at once; the destructor then removes the old one.
+    if (renameat2(AT_FDCWD, hidden_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE) != 0) {
+        fail(std::generic_category().message(errno));
+    }
+}
+
+} // namespace zelvatone
