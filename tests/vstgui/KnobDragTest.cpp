@@ -1,0 +1,189 @@
+// How a drag turns a knob. The expected values were measured by hand and follow from the geometry:
+// three quarters of a circle for the whole range, or 200 pixels along a line.
+#include "Fixtures.h"
+
+namespace VSTGUI::test {
+namespace {
+
+constexpr float kTolerance = 1e-6F;
+
+struct Turn {
+    CPoint to;
+    float value;
+};
+
+class KnobDrag : public KnobTest {};
+
+TEST_F(KnobDrag, PointsWhereTheMouseIsSeenFromTheCentre) {
+    const Turn turns[] = {
+        {{304, 146}, 0.F},        {{303, 130}, 0.1666667F}, {{304, 114}, 0.3333333F},
+        {{336, 114}, 0.6666667F}, {{340, 130}, 0.8333333F}, {{336, 146}, 1.F},
+        {{900, 130}, 0.8333333F}, {{900, 700}, 0.9981548F}, {{320, 130}, 0.8333333F},
+    };
+    for (const auto& [to, value] : turns) {
+        knob->setValue(0.25F);
+        EXPECT_NEAR(drag({320, 110}, to), value, kTolerance) << to.x << ", " << to.y;
+    }
+}
+
+TEST_F(KnobDrag, DividesTheGapAtTheBottomInTheMiddle) {
+    const Turn turns[] = {{{320, 150}, 1.F},
+                          {{319, 150}, 0.F},
+                          {{310, 150}, 0.F},
+                          {{321, 150}, 1.F},
+                          {{330, 150}, 1.F}};
+    for (const auto& [to, value] : turns) {
+        knob->setValue(0.25F);
+        EXPECT_NEAR(drag({320, 110}, to), value, kTolerance) << to.x << ", " << to.y;
+    }
+}
+
+TEST_F(KnobDrag, LeavesTheValueAloneUntilTheMouseMoves) {
+    knob->setValue(0.25F);
+    press(330, 130);
+    move(330, 130);
+    release(330, 130);
+    EXPECT_EQ(knob->getValue(), 0.25F);
+    EXPECT_EQ(recorder.log,
+              (std::vector<std::string>{"control begin", "begin 0", "end 0", "control end"}));
+}
+
+TEST_F(KnobDrag, StaysAtItsEndWhenTheMouseJumpsAcrossTheGap) {
+    const Turn path[] = {{{303, 146}, 0.0064285F}, {{336, 146}, 0.F},        {{320, 110}, 0.5F},
+                         {{336, 146}, 1.F},        {{320, 150}, 1.F},        {{304, 146}, 1.F},
+                         {{320, 110}, 0.5F},       {{1000, 130}, 0.8333333F}};
+    press(304, 146);
+    for (const auto& [to, value] : path) {
+        move(to.x, to.y);
+        EXPECT_NEAR(knob->getValue(), value, kTolerance) << to.x << ", " << to.y;
+    }
+}
+
+TEST_F(KnobDrag, TellsTheGestureOnceAroundTheChanges) {
+    press(320, 110);
+    move(336, 114);
+    move(336, 114); // the same place
+    move(352, 98);  // the same angle: the same value
+    move(340, 130);
+    release(340, 130);
+    EXPECT_EQ(recorder.log, (std::vector<std::string>{"control begin", "begin 0", "value", "value",
+                                                      "end 0", "control end"}));
+    EXPECT_FALSE(knob->isEditing());
+}
+
+TEST_F(KnobDrag, IgnoresOtherButtonsThanTheLeft) {
+    for (const MouseButton other : {MouseButton::Right, MouseButton::Middle}) {
+        button = other;
+        EXPECT_FALSE(press(320, 110));
+        EXPECT_FALSE(move(336, 114));
+        EXPECT_FALSE(release(336, 114));
+    }
+    EXPECT_TRUE(recorder.log.empty());
+}
+
+TEST_F(KnobDrag, EndsWithTheReleaseOfAnyButton) {
+    press(320, 110);
+    button = MouseButton::Right;
+    EXPECT_TRUE(release(320, 110));
+    EXPECT_EQ(recorder.count("end 0"), 1);
+    button = MouseButton::Left;
+    EXPECT_FALSE(move(336, 114));
+    EXPECT_EQ(knob->getValue(), 0.F);
+}
+
+TEST_F(KnobDrag, IsNotDisturbedByASecondButton) {
+    press(320, 110);
+    button = MouseButton::Right;
+    EXPECT_TRUE(press(320, 110));
+    button = MouseButton::Left;
+    move(336, 114);
+    EXPECT_NEAR(knob->getValue(), 0.6666667F, kTolerance);
+    EXPECT_EQ(recorder.count("begin 0"), 1);
+}
+
+TEST_F(KnobDrag, ReturnsToItsStartWhenItIsCancelled) {
+    knob->setValue(0.25F);
+    press(320, 110);
+    move(336, 114);
+    MouseCancelEvent cancel;
+    frame->dispatchEvent(cancel);
+    EXPECT_EQ(knob->getValue(), 0.25F);
+    EXPECT_EQ(recorder.log.back(), "control end");
+    EXPECT_EQ(recorder.values.back(), 0.25F);
+    EXPECT_FALSE(release(336, 114));
+}
+
+TEST_F(KnobDrag, EndsItsGestureWhenTheKnobIsTakenAway) {
+    press(320, 110);
+    move(336, 114);
+    frame->removeView(knob);
+    EXPECT_EQ(recorder.count("end 0"), 1);
+    EXPECT_EQ(recorder.count("control end"), 1);
+    EXPECT_EQ(recorder.count("value"), 1);
+    EXPECT_FALSE(move(320, 110));
+    EXPECT_FALSE(release(320, 110));
+}
+
+class KnobLine : public KnobTest {
+protected:
+    KnobLine() {
+        recorder.knobMode = kLinearMode;
+        knob->setValue(0.5F);
+    }
+};
+
+TEST_F(KnobLine, CountsPixelsUpAndRight) {
+    press(320, 130);
+    move(320, 110);
+    EXPECT_NEAR(knob->getValue(), 0.6F, kTolerance);
+    move(330, 110);
+    EXPECT_NEAR(knob->getValue(), 0.65F, kTolerance);
+}
+
+TEST_F(KnobLine, ChangesItsRateWithShiftButDoesNotJump) {
+    press(320, 130);
+    move(330, 110);
+    keys.add(ModifierKey::Shift);
+    move(330, 110);
+    EXPECT_NEAR(knob->getValue(), 0.65F, kTolerance);
+    move(330, 100);
+    EXPECT_NEAR(knob->getValue(), 0.7F, kTolerance);
+    keys.clear();
+    move(330, 90);
+    EXPECT_NEAR(knob->getValue(), 0.7333333F, kTolerance);
+}
+
+TEST_F(KnobLine, IsFineWithShiftFromTheStart) {
+    keys.add(ModifierKey::Shift);
+    press(320, 130);
+    move(320, 100);
+    EXPECT_NEAR(knob->getValue(), 0.6F, kTolerance);
+}
+
+TEST_F(KnobLine, ComesBackFromBeyondItsEnd) {
+    keys.add(ModifierKey::Shift);
+    press(320, 130);
+    move(320, -400);
+    EXPECT_EQ(knob->getValue(), 1.F);
+    move(320, 100);
+    EXPECT_NEAR(knob->getValue(), 0.6F, kTolerance);
+}
+
+TEST_F(KnobLine, IsACircleWithAlt) {
+    keys.add(ModifierKey::Alt);
+    EXPECT_NEAR(drag({320, 110}, {340, 130}), 0.8333333F, kTolerance);
+}
+
+TEST_F(KnobDrag, IsALineWithAlt) {
+    keys.add(ModifierKey::Alt);
+    knob->setValue(0.5F);
+    EXPECT_EQ(drag({320, 130}, {320, 330}), 0.F);
+}
+
+TEST_F(KnobDrag, IsTheSameInTheRelativeCircle) {
+    recorder.knobMode = kRelativCircularMode;
+    EXPECT_NEAR(drag({320, 110}, {340, 130}), 0.8333333F, kTolerance);
+}
+
+} // namespace
+} // namespace VSTGUI::test

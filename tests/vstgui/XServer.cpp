@@ -1,0 +1,79 @@
+#include "XServer.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+
+namespace VSTGUI::test {
+namespace {
+
+// In the new process: becomes the server, or ends. The server tells its number at `numberPipe`.
+[[noreturn]] void becomeServer(int depth, int numberPipe) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(nowhere, STDERR_FILENO);
+    const std::string number = std::to_string(numberPipe);
+    const std::string screen = "1024x768x" + std::to_string(depth);
+    execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen.c_str(),
+           "-nolisten", "tcp", "-noreset", nullptr);
+    _exit(127);
+}
+
+// The number ends with a line feed.
+std::string readNumber(int pipe) {
+    std::string number;
+    char digit = 0;
+    while (read(pipe, &digit, 1) == 1 && digit != '\n') {
+        number += digit;
+    }
+    return digit == '\n' ? number : "";
+}
+
+} // namespace
+
+std::string XServer::start(int depth) {
+    static XServer server;
+    return server.depth == depth ? "" : server.launch(depth);
+}
+
+std::string XServer::launch(int newDepth) {
+    stop();
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return "no pipe to the X server";
+    }
+    process = fork();
+    if (process == 0) {
+        close(ends[0]);
+        becomeServer(newDepth, ends[1]);
+    }
+    close(ends[1]);
+    const std::string number = readNumber(ends[0]);
+    close(ends[0]);
+    if (number.empty()) {
+        stop();
+        return "Xvfb is not installed (Debian package xvfb)";
+    }
+    setenv("DISPLAY", (":" + number).c_str(), 1);
+    depth = newDepth;
+    return "";
+}
+
+XServer::~XServer() {
+    stop();
+}
+
+void XServer::stop() {
+    if (process > 0) {
+        kill(process, SIGTERM);
+        waitpid(process, nullptr, 0);
+    }
+    process = -1;
+    depth = 0;
+}
+
+} // namespace VSTGUI::test

@@ -1,0 +1,30 @@
+// An X server of the tests' own, without a screen.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace VSTGUI::test {
+
+// One a process, from the first call of `start` to the end, on a display number that was free.
+class XServer {
+public:
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+    ~XServer();
+
+    // Starts the server with pixels of `depth` bits, unless it runs already, and names it in the
+    // environment. Answers "" or why there is none.
+    static std::string start(int depth = 24);
+
+private:
+    XServer() = default;
+    std::string launch(int newDepth);
+    void stop();
+
+    pid_t process = -1;
+    int depth = 0;
+};
+
+} // namespace VSTGUI::test

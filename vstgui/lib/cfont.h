@@ -1,0 +1,40 @@
+// A font by name and size.
+#pragma once
+
+#include "vstgui/lib/cstring.h"
+#include "vstgui/lib/platform/iplatformfont.h"
+#include "vstgui/lib/vstguifwd.h"
+
+namespace VSTGUI {
+
+enum CTxtFace : std::int32_t { kNormalFace = 0, kBoldFace = 2, kItalicFace = 4 };
+
+// Shared by all who write with it. User-interface thread, but for the constructor: any thread.
+class CFontDesc final : public NonAtomicReferenceCounted {
+public:
+    // `size` in pixels; `style`: CTxtFace flags. Needs no start-up of the toolkit: the platform's
+    // font is made when something is written or measured.
+    explicit CFontDesc(const UTF8String& name = "", const CCoord& size = 0,
+                       std::int32_t style = kNormalFace)
+        : name(name), size(size), style(style) {}
+
+    const UTF8String& getName() const { return name; }
+    CCoord getSize() const { return size; }
+    std::int32_t getStyle() const { return style; }
+    // The platform's font, made at the first call.
+    const IPlatformFont& getPlatformFont();
+
+protected:
+    ~CFontDesc() override = default;
+
+private:
+    UTF8String name;
+    CCoord size;
+    std::int32_t style;
+    PlatformFontPtr platformFont;
+};
+
+// Arial 12, which labels write with; null outside init .. exit.
+extern CFontRef kNormalFont;
+
+} // namespace VSTGUI

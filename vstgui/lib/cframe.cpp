@@ -1,0 +1,185 @@
+#include "vstgui/lib/cframe.h"
+
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/platform/platformfactory.h"
+
+#include <ranges>
+
+namespace VSTGUI {
+namespace {
+
+// Lets `view` take the press, by way of the modifier keys first if it is a control.
+CMouseEventResult press(CView& view, CPoint where, const CButtonState& buttons) {
+    auto* control = dynamic_cast<CControl*>(&view);
+    if (control && control->takeModifiedPress(buttons)) {
+        return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+    }
+    return view.onMouseDown(where, buttons);
+}
+
+bool isConsumed(CMouseEventResult result) {
+    return result == kMouseEventHandled ||
+           result == kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+}
+
+} // namespace
+
+CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
+    : CViewContainer(size), editor(editor) {}
+
+bool CFrame::open(void* systemWindow, PlatformType type, IPlatformFrameConfig* config) {
+    if (window || !systemWindow) {
+        return false;
+    }
+    window = getPlatformFactory().createFrame(*this, getViewSize().getSize(), systemWindow, type,
+                                              config);
+    return window;
+}
+
+void CFrame::close() {
+    closeWindow();
+    forget();
+}
+
+void CFrame::closeWindow() {
+    mouseDownView = nullptr;
+    removeAll();
+    // Taken out first: whoever is called from here finds a closed frame.
+    if (const auto closing = std::exchange(window, nullptr)) {
+        closing->close();
+    }
+}
+
+void CFrame::idle() {
+    const SharedPointer<CFrame> kept(this);
+    if (window) {
+        window->handleEvents();
+    }
+    const auto now = std::chrono::steady_clock::now();
+    for (const auto& view : copyOfViews()) {
+        view->onIdle(now);
+        if (view->isDirty()) {
+            view->invalid();
+        }
+    }
+    if (isDirty()) {
+        invalid();
+    }
+    if (window) {
+        window->drawInvalid();
+    }
+}
+
+void CFrame::invalidRect(const CRect& rect) {
+    if (window) {
+        window->invalidRect(rect);
+    }
+}
+
+void CFrame::platformDrawRect(CDrawContext& context, const CRect& rect) {
+    drawRect(context, rect);
+}
+
+std::int32_t CFrame::getKnobMode() const {
+    const std::int32_t mode = editor ? editor->getKnobMode() : -1;
+    return mode == -1 ? kDefaultKnobMode : mode;
+}
+
+void CFrame::beginEdit(std::int32_t tag) {
+    if (editor) {
+        editor->beginEdit(tag);
+    }
+}
+
+void CFrame::endEdit(std::int32_t tag) {
+    if (editor) {
+        editor->endEdit(tag);
+    }
+}
+
+void CFrame::dispatchEvent(Event& event) {
+    // A handler may close the frame.
+    const SharedPointer<CFrame> kept(this);
+    switch (event.type) {
+    case EventType::MouseDown:
+        mouseDown(static_cast<MouseDownEvent&>(event));
+        break;
+    case EventType::MouseMove:
+        mouseMoved(static_cast<MouseMoveEvent&>(event));
+        break;
+    case EventType::MouseUp:
+        mouseUp(static_cast<MouseUpEvent&>(event));
+        break;
+    case EventType::MouseCancel:
+        mouseCancel();
+        break;
+    case EventType::MouseWheel:
+        mouseWheel(static_cast<MouseWheelEvent&>(event));
+        break;
+    }
+}
+
+void CFrame::mouseDown(MouseDownEvent& event) {
+    if (mouseDownView) {
+        // A second button during a drag begins nothing.
+        event.consumed = true;
+        return;
+    }
+    for (const auto& view : std::views::reverse(copyOfViews())) {
+        if (!view->isAttached() || !view->hitTest(event.mousePosition)) {
+            continue;
+        }
+        const CMouseEventResult result = press(*view, event.mousePosition, event.buttons());
+        event.consumed = isConsumed(result);
+        if (result == kMouseEventHandled && view->isAttached()) {
+            mouseDownView = view;
+        }
+        if (event.consumed || !view->getTransparency()) {
+            return;
+        }
+    }
+}
+
+void CFrame::mouseMoved(MouseMoveEvent& event) {
+    const auto view = mouseDownView;
+    if (view && view->isAttached()) {
+        CPoint where = event.mousePosition;
+        view->onMouseMoved(where, event.buttons());
+        event.consumed = true;
+    }
+}
+
+void CFrame::mouseUp(MouseUpEvent& event) {
+    // Any button's release ends the drag.
+    const auto view = std::exchange(mouseDownView, nullptr);
+    if (view && view->isAttached()) {
+        CPoint where = event.mousePosition;
+        view->onMouseUp(where, event.buttons());
+        event.consumed = true;
+    }
+}
+
+void CFrame::mouseCancel() {
+    if (const auto view = std::exchange(mouseDownView, nullptr)) {
+        view->onMouseCancel();
+    }
+}
+
+void CFrame::mouseWheel(MouseWheelEvent& event) {
+    if (mouseDownView) {
+        // A drag holds its control; the wheel would tear at it.
+        event.consumed = true;
+        return;
+    }
+    for (const auto& view : std::views::reverse(copyOfViews())) {
+        if (!view->isAttached() || !view->hitTest(event.mousePosition)) {
+            continue;
+        }
+        view->onMouseWheelEvent(event);
+        if (event.consumed || !view->getTransparency()) {
+            return;
+        }
+    }
+}
+
+} // namespace VSTGUI

@@ -1,0 +1,50 @@
+#include "vstgui/lib/controls/ctextlabel.h"
+
+#include "vstgui/lib/cdrawcontext.h"
+
+namespace VSTGUI {
+
+CTextLabel::CTextLabel(const CRect& size, UTF8StringPtr text, CBitmap* background,
+                       std::int32_t /*style*/)
+    : CControl(size, nullptr, -1, background), text(text), font(kNormalFont) {}
+
+const UTF8String& CTextLabel::getText() {
+    collectText();
+    return text;
+}
+
+void CTextLabel::onIdle(std::chrono::steady_clock::time_point) {
+    collectText();
+}
+
+void CTextLabel::collectText() {
+    std::string newest;
+    if (mailbox.take(newest) && newest != text.getString()) {
+        text = UTF8String(std::move(newest));
+        setDirty();
+    }
+}
+
+void CTextLabel::draw(CDrawContext* context) {
+    if (getBackground()) {
+        CView::draw(context);
+    } else if (!getTransparency()) {
+        context->fillRect(getViewSize(), backColor);
+        context->frameRect(getViewSize(), frameColor);
+    }
+    drawText(*context);
+}
+
+void CTextLabel::drawText(CDrawContext& context) {
+    if (!font || text.empty()) {
+        return;
+    }
+    const IPlatformFont& platformFont = font->getPlatformFont();
+    const CPoint middle = getViewSize().getCenter();
+    // Capitals stand in the middle of the height, whatever hangs below the line.
+    const CPoint baseline{middle.x - platformFont.getStringWidth(text.getString()) / 2,
+                          middle.y + platformFont.getCapHeight() / 2};
+    context.drawString(platformFont, text.getString(), baseline, getViewSize(), fontColor);
+}
+
+} // namespace VSTGUI

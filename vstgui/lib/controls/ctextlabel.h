@@ -1,0 +1,53 @@
+// A line of text.
+#pragma once
+
+#include "vstgui/lib/ccolor.h"
+#include "vstgui/lib/cfont.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/textmailbox.h"
+
+namespace VSTGUI {
+
+// White on black with a black edge, unless it is transparent: then it shows the text alone. The
+// text stands in the middle; what is too long is cut on both sides. Hears no mouse.
+// User-interface thread, but for setText: any thread, without a lock.
+class CTextLabel final : public CControl {
+public:
+    // `text` and `background` may be null. Of the styles there is one: 0.
+    explicit CTextLabel(const CRect& size, UTF8StringPtr text = nullptr,
+                        CBitmap* background = nullptr, std::int32_t style = 0);
+
+    // Shown from the next idle on; of texts set by several threads, the last one. Any thread.
+    void setText(const UTF8String& newText) { mailbox.post(newText.getString()); }
+    // The text that was set last.
+    const UTF8String& getText();
+
+    void setFont(CFontRef newFont) { change(font, shared(newFont)); }
+    void setFontColor(CColor color) { change(fontColor, color); }
+    void setBackColor(CColor color) { change(backColor, color); }
+    void setFrameColor(CColor color) { change(frameColor, color); }
+
+    void draw(CDrawContext* context) override;
+    void onIdle(std::chrono::steady_clock::time_point now) override;
+
+protected:
+    ~CTextLabel() override = default;
+
+private:
+    template<class Property>
+    void change(Property& property, const Property& newValue) {
+        property = newValue;
+        setDirty();
+    }
+    void collectText();
+    void drawText(CDrawContext& context);
+
+    TextMailbox mailbox; // what other threads set
+    UTF8String text;     // what is drawn
+    SharedPointer<CFontDesc> font;
+    CColor fontColor = kWhiteCColor;
+    CColor backColor = kBlackCColor;
+    CColor frameColor = kBlackCColor;
+};
+
+} // namespace VSTGUI

@@ -1,0 +1,34 @@
+// What a window asks of its frame.
+#pragma once
+
+#include "vstgui/lib/crect.h"
+#include "vstgui/lib/vstguifwd.h"
+
+namespace VSTGUI {
+
+// The kind of window that a frame is opened in.
+enum class PlatformType : std::int32_t {
+    kHWND = 0,
+    kX11EmbedWindowID = 4,
+    kDefaultNative = -1 // the platform's own kind
+};
+
+// Base of what a platform lets an application choose at opening.
+class IPlatformFrameConfig {
+public:
+    virtual ~IPlatformFrameConfig() = default;
+};
+
+// User-interface thread.
+class IPlatformFrameCallback {
+public:
+    // Draws the part of the frame that lies in `rect`.
+    virtual void platformDrawRect(CDrawContext& context, const CRect& rect) = 0;
+    // Hands on what the user did. The window may be closed when the call returns.
+    virtual void platformOnEvent(Event& event) = 0;
+
+protected:
+    ~IPlatformFrameCallback() = default;
+};
+
+} // namespace VSTGUI

@@ -1,0 +1,54 @@
+#include "vstgui/lib/textmailbox.h"
+
+#include <bit>
+
+namespace VSTGUI {
+
+void TextMailbox::post(const std::string& text) {
+    const std::uint32_t slot = claim();
+    slots[slot] = text;
+    // Released to whoever takes the slot, and acquired from whoever filled the previous one.
+    const std::uint32_t previous = posted.exchange(slot, std::memory_order_acq_rel);
+    if (previous != kNone) {
+        release(previous);
+    }
+}
+
+bool TextMailbox::take(std::string& text) {
+    // Looked at first: at most idles there is nothing, and a look disturbs no writer.
+    if (posted.load(std::memory_order_relaxed) == kNone) {
+        return false;
+    }
+    const std::uint32_t slot = posted.exchange(kNone, std::memory_order_acq_rel);
+    if (slot == kNone) {
+        return false;
+    }
+    text = slots[slot];
+    release(slot);
+    return true;
+}
+
+std::uint32_t TextMailbox::claim() {
+    for (;;) {
+        std::uint32_t freeNow = freeSlots.load(std::memory_order_relaxed);
+        while (freeNow != 0) {
+            const auto slot = static_cast<std::uint32_t>(std::countr_zero(freeNow));
+            if (freeSlots.compare_exchange_weak(freeNow, freeNow & ~(1U << slot),
+                                                std::memory_order_acquire,
+                                                std::memory_order_relaxed)) {
+                return slot;
+            }
+        }
+        // The posted text is about to be replaced anyway.
+        const std::uint32_t previous = posted.exchange(kNone, std::memory_order_acq_rel);
+        if (previous != kNone) {
+            return previous;
+        }
+    }
+}
+
+void TextMailbox::release(std::uint32_t slot) {
+    freeSlots.fetch_or(1U << slot, std::memory_order_release);
+}
+
+} // namespace VSTGUI

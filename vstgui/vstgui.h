@@ -1,0 +1,21 @@
+// The whole toolkit but start-up (lib/vstguiinit.h) and platform matters (lib/platform/).
+#pragma once
+
+#include "vstgui/lib/cbitmap.h"
+#include "vstgui/lib/cbuttonstate.h"
+#include "vstgui/lib/ccolor.h"
+#include "vstgui/lib/cfont.h"
+#include "vstgui/lib/cframe.h"
+#include "vstgui/lib/controls/cbuttons.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/cknob.h"
+#include "vstgui/lib/controls/ctextlabel.h"
+#include "vstgui/lib/controls/icontrollistener.h"
+#include "vstgui/lib/cpoint.h"
+#include "vstgui/lib/crect.h"
+#include "vstgui/lib/cresourcedescription.h"
+#include "vstgui/lib/cstring.h"
+#include "vstgui/lib/cview.h"
+#include "vstgui/lib/cviewcontainer.h"
+#include "vstgui/lib/events.h"
+#include "vstgui/lib/vstguibase.h"
