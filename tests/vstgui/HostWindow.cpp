@@ -85,7 +85,7 @@ HostWindow::~HostWindow() = default;
 
 void HostWindow::create(Host kind) {
     const bool isTranslucent = kind == Host::kTranslucent;
-    std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
     if (kind == Host::kEmbedsStrictly) {
         events |= XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
     }

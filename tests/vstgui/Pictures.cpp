@@ -12,6 +12,11 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
     return CAIRO_STATUS_SUCCESS;
 }
 
+CBitmap* decode(const std::string& bytes) {
+    return new CBitmap(getPlatformFactory().createBitmapFromMemory(
+        bytes.data(), static_cast<std::uint32_t>(bytes.size())));
+}
+
 } // namespace
 
 std::string makePng(int width, int height, const std::function<CColor(int x, int y)>& color) {
@@ -34,9 +39,7 @@ std::string makePng(int width, int height, const std::function<CColor(int x, int
 }
 
 CBitmap* makePicture(int width, int height, const std::function<CColor(int x, int y)>& color) {
-    const std::string bytes = makePng(width, height, color);
-    return new CBitmap(getPlatformFactory().createBitmapFromMemory(
-        bytes.data(), static_cast<std::uint32_t>(bytes.size())));
+    return decode(makePng(width, height, color));
 }
 
 CColor stripColor(int index) {
@@ -45,7 +48,9 @@ CColor stripColor(int index) {
 }
 
 CBitmap* makeStrip() {
-    return makePicture(48, 30 * 48, [](int, int y) { return stripColor(y / 48); });
+    static const std::string bytes =
+        makePng(48, 30 * 48, [](int, int y) { return stripColor(y / 48); });
+    return decode(bytes);
 }
 
 } // namespace VSTGUI::test

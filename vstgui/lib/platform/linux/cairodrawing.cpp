@@ -61,7 +61,10 @@ public:
     PangoLayoutPtr layoutOf(const std::string& text) const {
         PangoLayoutPtr layout(pango_layout_new(context.get()));
         pango_layout_set_single_paragraph_mode(layout.get(), 1);
-        pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+        // Pango would complain on the host's terminal about bytes that are no UTF-8.
+        char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
+        pango_layout_set_text(layout.get(), valid, -1);
+        g_free(valid);
         return layout;
     }
 
