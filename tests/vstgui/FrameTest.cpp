@@ -12,7 +12,7 @@ namespace {
 // A view that notes its end.
 class MortalView final : public CView {
 public:
-    MortalView(const CRect& size, bool& isGone) : CView(size), isGone(isGone) { isGone = false; }
+    MortalView(const CRect& size, bool& notes) : CView(size), isGone(notes) { isGone = false; }
 
 protected:
     ~MortalView() override { isGone = true; }

@@ -80,7 +80,7 @@ private:
     void sync() const;
 
     struct Disconnect {
-        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+        void operator()(xcb_connection_t* open) const { xcb_disconnect(open); }
     };
     std::unique_ptr<xcb_connection_t, Disconnect> connection;
     xcb_screen_t* screen;

@@ -15,7 +15,7 @@ public:
     // then has no platform picture and no size, and draws nothing.
     explicit CBitmap(const CResourceDescription& resource);
     // `picture` may be null.
-    explicit CBitmap(const PlatformBitmapPtr& picture) : picture(picture) {}
+    explicit CBitmap(PlatformBitmapPtr picture) : picture(std::move(picture)) {}
 
     CCoord getWidth() const { return picture ? picture->getSize().x : 0; }
     CCoord getHeight() const { return picture ? picture->getSize().y : 0; }

@@ -14,9 +14,9 @@ class CFontDesc final : public NonAtomicReferenceCounted {
 public:
     // `size` in pixels; `style`: CTxtFace flags. Needs no start-up of the toolkit: the platform's
     // font is made when something is written or measured.
-    explicit CFontDesc(const UTF8String& name = "", const CCoord& size = 0,
+    explicit CFontDesc(UTF8String name = "", const CCoord& size = 0,
                        std::int32_t style = kNormalFace)
-        : name(name), size(size), style(style) {}
+        : name(std::move(name)), size(size), style(style) {}
 
     const UTF8String& getName() const { return name; }
     CCoord getSize() const { return size; }

@@ -3,8 +3,6 @@
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
-#include <ranges>
-
 namespace VSTGUI {
 namespace {
 
@@ -56,7 +54,7 @@ void CFrame::idle() {
         window->handleEvents();
     }
     const auto now = std::chrono::steady_clock::now();
-    for (const auto& view : copyOfViews()) {
+    for (const auto& view : viewsFromTop()) {
         view->onIdle(now);
         if (view->isDirty()) {
             view->invalid();
@@ -125,7 +123,7 @@ void CFrame::mouseDown(MouseDownEvent& event) {
         event.consumed = true;
         return;
     }
-    for (const auto& view : std::views::reverse(copyOfViews())) {
+    for (const auto& view : viewsFromTop()) {
         if (!view->isAttached() || !view->hitTest(event.mousePosition)) {
             continue;
         }
@@ -171,7 +169,7 @@ void CFrame::mouseWheel(MouseWheelEvent& event) {
         event.consumed = true;
         return;
     }
-    for (const auto& view : std::views::reverse(copyOfViews())) {
+    for (const auto& view : viewsFromTop()) {
         if (!view->isAttached() || !view->hitTest(event.mousePosition)) {
             continue;
         }

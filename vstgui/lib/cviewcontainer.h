@@ -33,7 +33,7 @@ protected:
     ~CViewContainer() override = default;
 
     // A copy, so that handlers may add and remove views while it is walked through.
-    ViewList copyOfViews() const { return views; }
+    ViewList viewsFromTop() const { return {views.rbegin(), views.rend()}; }
     // Draws background and views as far as they lie in `rect`.
     void drawRect(CDrawContext& context, const CRect& rect);
 

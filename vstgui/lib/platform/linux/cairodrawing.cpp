@@ -21,8 +21,8 @@ public:
     explicit CairoBitmap(CairoSurface picture) : picture(std::move(picture)) {}
 
     CPoint getSize() const override {
-        return CPoint(cairo_image_surface_get_width(picture.get()),
-                      cairo_image_surface_get_height(picture.get()));
+        return {static_cast<CCoord>(cairo_image_surface_get_width(picture.get())),
+                static_cast<CCoord>(cairo_image_surface_get_height(picture.get()))};
     }
     cairo_surface_t* surface() const { return picture.get(); }
 

@@ -168,7 +168,7 @@ private:
     void handleQueued();
     void releaseLostButton();
     void drawRect(const CRect& rect);
-    void putRows(const CairoContext& picture, const CRect& rect, int firstRow, int rows);
+    void putRows(const CairoContext& picture, const CRect& rect, int firstRow, int rows) const;
 
     Window window;
     IPlatformFrameCallback* callback; // null once closed
@@ -364,7 +364,8 @@ void X11Frame::drawRect(const CRect& rect) {
     }
 }
 
-void X11Frame::putRows(const CairoContext& picture, const CRect& rect, int firstRow, int rows) {
+void X11Frame::putRows(const CairoContext& picture, const CRect& rect, int firstRow,
+                       int rows) const {
     cairo_surface_t* surface = picture.flushedSurface();
     const int rowBytes = cairo_image_surface_get_stride(surface);
     const unsigned char* pixels =
