@@ -41,3 +41,8 @@ protected:
     AudioEffect* effect;
     void* systemWindow = nullptr;
 };
+
+// Says that this header has been included.
+#ifndef __aeffeditor__
+#define __aeffeditor__ // NOLINT(bugprone-reserved-identifier): the name that toolkits look for
+#endif

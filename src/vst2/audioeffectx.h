@@ -54,4 +54,8 @@ private:
     VstIntPtr dispatchKey(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt);
 };
 
+// Say that this header has been included, and that it knows gestures and keys.
+#ifndef __audioeffectx__
+#define __audioeffectx__ // NOLINT(bugprone-reserved-identifier): the name that toolkits look for
+#endif
 #define VST_2_1_EXTENSIONS 1
