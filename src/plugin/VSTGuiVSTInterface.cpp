@@ -1,12 +1,23 @@
 #include "plugin/VSTGuiVSTInterface.h"
 
-#include "vst2/aeffeditor.h"
+#include "vstguieditor/vstguieditor.h"
+
+#include <new>
 
 namespace zelvatone {
 
 VSTGuiVSTInterface::VSTGuiVSTInterface(audioMasterCallback audioMaster, SynthEngine* engine,
                                        VstInt32 uniqueID)
-    : VstInterface(audioMaster, engine, uniqueID, false) {}
+    : VstInterface(audioMaster, engine, uniqueID, false) {
+    // The editor registers itself; without memory for it the plug-in goes without.
+    editor = new (std::nothrow) VSTGuiEditor(this);
+}
+
+VSTGuiVSTInterface::~VSTGuiVSTInterface() {
+    if (editor != nullptr && editor->isOpen()) {
+        editor->close();
+    }
+}
 
 void VSTGuiVSTInterface::setParameter(VstInt32 index, float value) {
     if (editor != nullptr) {

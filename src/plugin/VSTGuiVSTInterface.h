@@ -7,7 +7,13 @@ namespace zelvatone {
 
 class VSTGuiVSTInterface final : public VstInterface {
 public:
+    // Makes the editor, which stays closed.
     VSTGuiVSTInterface(audioMasterCallback audioMaster, SynthEngine* engine, VstInt32 uniqueID);
+    // Closes a window that the host has left open, while there still is a whole object behind it;
+    // the base class deletes the editor.
+    ~VSTGuiVSTInterface() override;
+    VSTGuiVSTInterface(const VSTGuiVSTInterface&) = delete;
+    VSTGuiVSTInterface& operator=(const VSTGuiVSTInterface&) = delete;
 
     // Tells the editor first, then stores the value: a change from the host moves the knob at once,
     // while the text beside it is still that of the old value.

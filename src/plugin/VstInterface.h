@@ -53,6 +53,8 @@ public:
     // Not offered to hosts; prints a line and answers false.
     virtual bool copyProgram(VstInt32 destination);
 
+    SynthEngine* getSynthEngine() const { return engine; }
+
 protected:
     SynthEngine* engine; // not owned
     VstInt32 programCount = 0;

@@ -1,0 +1,58 @@
+// The glue between a toolkit's frame and a plug-in's editor.
+#pragma once
+
+// These two first: they define what the toolkit would else define itself.
+#include "public.sdk/source/vst2.x/aeffeditor.h"
+#include "public.sdk/source/vst2.x/audioeffectx.h"
+
+#include "vstgui/vstgui.h"
+
+#include <cstdint>
+
+namespace VSTGUI {
+
+// An editor that shows a frame. Whoever derives from it makes the frame in `open`, notes it in
+// `frame`, and takes it back in `close`. User-interface thread, but for setParameter.
+class AEffGUIEditor : public AEffEditor, public VSTGUIEditorInterface {
+public:
+    // `pEffect` must be the AudioEffect base of an AudioEffectX; registers this editor with it.
+    explicit AEffGUIEditor(void* pEffect);
+
+    void setParameter(VstInt32 index, float value) override;
+    // Hands out `rect`, which the derived class fills.
+    bool getRect(ERect** ppErect) override;
+    bool open(void* ptr) override;
+    // Lets the frame handle what came in, and draw.
+    void idle() override;
+    bool onKeyDown(VstKeyCode& keyCode) override;
+    bool onKeyUp(VstKeyCode& keyCode) override;
+    bool onWheel(float distance) override;
+
+    // Never called; ends the process.
+    void doIdleStuff() override;
+
+    AudioEffect* getEffect() { return effect; }
+    // The toolkit's version: the major number in the upper half, the minor one in the lower.
+    std::int32_t getVstGuiVersion();
+
+    // How the mouse turns a knob (CKnobMode), in all editors of this library.
+    bool setKnobMode(std::int32_t val) override;
+    std::int32_t getKnobMode() const override;
+
+    // Asks the host for a window of the new size, if it can change its windows.
+    bool beforeSizeChange(const CRect& newSize, const CRect& oldSize) override;
+
+    // Tell the host where the user's gesture on parameter `index` begins and ends.
+    void beginEdit(std::int32_t index) override;
+    void endEdit(std::int32_t index) override;
+
+protected:
+    ERect rect{};
+
+private:
+    AudioEffectX& effectX() const;
+
+    static std::int32_t knobMode;
+};
+
+} // namespace VSTGUI

@@ -1,0 +1,15 @@
+// Preconditions that hold in every build. The toolkit's header switches the standard `assert` off,
+// so the editor has its own.
+#pragma once
+
+namespace zelvatone {
+
+// Writes what was expected, and where, to standard error and ends the process.
+[[noreturn]] void failEditorAssertion(const char* condition, const char* file, int line);
+
+} // namespace zelvatone
+
+// Ends the process unless `condition` holds. A macro, for the text of the condition.
+#define ZELVATONE_EDITOR_ASSERT(condition)                                                         \
+    ((condition) ? static_cast<void>(0)                                                            \
+                 : ::zelvatone::failEditorAssertion(#condition, __FILE__, __LINE__))

@@ -1,0 +1,29 @@
+// All in which one toolkit and one platform differ from another: starting the toolkit, opening its
+// frame in the host's window, its event loop, and its pictures.
+#pragma once
+
+#include "vstgui/vstgui.h"
+
+namespace zelvatone {
+
+// The toolkit is started while at least one of these exists. User-interface thread, as is all here.
+class ToolkitUse {
+public:
+    ToolkitUse();
+    ~ToolkitUse();
+    ToolkitUse(const ToolkitUse&) = delete;
+    ToolkitUse& operator=(const ToolkitUse&) = delete;
+};
+
+// Opens `frame` in the host's window `parent`; false if there is no such window. With the toolkit
+// started.
+bool openFrame(VSTGUI::CFrame& frame, void* parent);
+
+// Handles what came in for the frames of this library since the last call; never waits. May be
+// called whether the toolkit is started or not.
+void runToolkitLoop();
+
+// The picture `name` as a new one; one without a platform picture if it is missing.
+VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name);
+
+} // namespace zelvatone

@@ -1,0 +1,79 @@
+#include "vstguieditor/HelpOverlay.h"
+
+#include "vstguieditor/EditorPlatform.h"
+#include "vstguieditor/vstguieditor.h"
+
+#include <cstdio>
+
+namespace zelvatone {
+
+namespace {
+
+// Where the index picture has its panels. They hang on its lower edge.
+std::array<VSTGUI::CRect, HelpOverlay::kPages> areasOf(const VSTGUI::CRect& overlay) {
+    using VSTGUI::CPoint;
+    using VSTGUI::CRect;
+    const int height = static_cast<int>(overlay.bottom - overlay.top);
+    return {
+        CRect(CPoint(14, height - 437), CPoint(257, 147)),
+        CRect(CPoint(277, height - 437), CPoint(420, 235)),
+        CRect(CPoint(14, height - 284), CPoint(257, 147)),
+        CRect(CPoint(14, height - 133), CPoint(257, 130)),
+        CRect(CPoint(277, height - 133), CPoint(286, 129)),
+    };
+}
+
+// Unlike the toolkit's own test, all four edges belong to the area.
+bool contains(const VSTGUI::CRect& area, const VSTGUI::CPoint& point) {
+    return area.left <= point.x && point.x <= area.right && area.top <= point.y &&
+           point.y <= area.bottom;
+}
+
+} // namespace
+
+HelpOverlay::HelpOverlay(const VSTGUI::CRect& size, VSTGuiEditor& editor)
+    : ClickArea(size, 0), editor(editor), areas(areasOf(size)) {
+    showIndex();
+}
+
+VSTGUI::CMouseEventResult HelpOverlay::onMouseUp(VSTGUI::CPoint& where,
+                                                 const VSTGUI::CButtonState& /*buttons*/) {
+    if (!isIndexShown) {
+        showIndex();
+    } else if (const int page = pageAt(where); page != 0) {
+        showPage(page);
+    } else {
+        editor.closeHelp();
+    }
+    return VSTGUI::kMouseEventHandled;
+}
+
+int HelpOverlay::pageAt(const VSTGUI::CPoint& where) const {
+    int page = 1;
+    for (const VSTGUI::CRect& area : areas) {
+        if (contains(area, where)) {
+            return page;
+        }
+        ++page;
+    }
+    return 0;
+}
+
+void HelpOverlay::showIndex() {
+    showPicture("helpoverlay.png");
+    isIndexShown = true;
+}
+
+void HelpOverlay::showPage(int page) {
+    char name[16]; // "help5.png" and some room
+    std::snprintf(name, sizeof name, "help%d.png", page);
+    showPicture(name);
+    isIndexShown = false;
+}
+
+void HelpOverlay::showPicture(const char* name) {
+    setBackground(loadPicture(name));
+    invalid();
+}
+
+} // namespace zelvatone

@@ -1,0 +1,35 @@
+// The help, which covers the whole editor: an index picture with five areas, and a page for each.
+#pragma once
+
+#include "vstguieditor/ClickArea.h"
+
+#include <array>
+
+namespace zelvatone {
+
+class VSTGuiEditor;
+
+// A click on an area of the index shows its page, one on a page shows the index again, and one
+// beside the areas closes the help.
+class HelpOverlay final : public ClickArea {
+public:
+    static constexpr int kPages = 5;
+
+    // Shows the index. `editor` outlives the overlay.
+    HelpOverlay(const VSTGUI::CRect& size, VSTGuiEditor& editor);
+
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,
+                                        const VSTGUI::CButtonState& buttons) override;
+
+private:
+    void showIndex();
+    void showPage(int page); // from 1 on
+    void showPicture(const char* name);
+    int pageAt(const VSTGUI::CPoint& where) const; // 0 beside the areas
+
+    VSTGuiEditor& editor;
+    std::array<VSTGUI::CRect, kPages> areas; // in page order
+    bool isIndexShown = true;
+};
+
+} // namespace zelvatone

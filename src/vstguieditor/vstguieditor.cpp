@@ -1,0 +1,211 @@
+#include "vstguieditor/vstguieditor.h"
+
+#include "engine/SynthEngine.h"
+#include "params/CheckedAccess.h"
+#include "plugin/VstInterface.h"
+#include "vstguieditor/EditorAssert.h"
+#include "vstguieditor/HelpButton.h"
+#include "vstguieditor/QuillfeatherBadge.h"
+
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+namespace zelvatone {
+
+namespace {
+
+using VSTGUI::CAnimKnob;
+using VSTGUI::CColor;
+using VSTGUI::CFrame;
+using VSTGUI::CPoint;
+using VSTGUI::CRect;
+using VSTGUI::CTextLabel;
+
+constexpr std::int32_t kKnobPictures = 30;
+constexpr double kKnobPictureHeight = 48; // pixels
+
+CRect rectOf(const WidgetRecord& record) {
+    return {record.left, record.top, record.right, record.bottom};
+}
+
+bool isMissing(VSTGUI::CBitmap& picture) {
+    return picture.getPlatformBitmap().get() == nullptr;
+}
+
+// Text alone, on whatever the background shows.
+CTextLabel* makeText(const WidgetRecord& record, const char* text) {
+    auto* label = new CTextLabel(rectOf(record), text, nullptr, 0);
+    label->setTransparency(true);
+    label->setBackColor(CColor(0, 0, 0, 0));
+    label->setFrameColor(CColor(0, 0, 0, 0));
+    return label;
+}
+
+} // namespace
+
+VSTGuiEditor::VSTGuiEditor(VstInterface* plugin)
+    : AEffGUIEditor(static_cast<AudioEffect*>(plugin)),
+      plugin(plugin),
+      m_pSynthEngine(plugin->getSynthEngine()),
+      font(VSTGUI::makeOwned<VSTGUI::CFontDesc>("Arial", 12.0)) {
+    std::printf("calling setEditor(this)\n");
+    plugin->setEditor(this);
+}
+
+VSTGuiEditor::~VSTGuiEditor() {
+    VSTGuiEditor::close();
+}
+
+bool VSTGuiEditor::getRect(ERect** ppErect) {
+    rect.top = static_cast<std::int16_t>(editorRect.top);
+    rect.left = static_cast<std::int16_t>(editorRect.left);
+    rect.bottom = static_cast<std::int16_t>(editorRect.bottom);
+    rect.right = static_cast<std::int16_t>(editorRect.right);
+    *ppErect = &rect;
+    return true;
+}
+
+bool VSTGuiEditor::open(void* parent) {
+    std::printf("opening editor\n");
+    discardControls(); // of a host that opens twice
+    AEffGUIEditor::open(parent);
+    if (!toolkit) {
+        toolkit.emplace();
+    }
+    m_pSynthEngine = plugin->getSynthEngine();
+    parameters = m_pSynthEngine->currentProgram->parameters;
+    knobs.assign(parameterCount(), nullptr);
+    displays.assign(parameterCount(), nullptr);
+    labels.assign(parameterCount(), nullptr);
+    CFrame* newFrame = buildFrame();
+    if (newFrame == nullptr) {
+        return true;
+    }
+    frame = newFrame;
+    gate.open();
+    showAllParameters();
+    frame->addView(new QuillfeatherBadge(CRect(580, 0, 713, 30)));
+    frame->addView(new HelpButton(CRect(550, 0, 575, 30), *this));
+    if (!openFrame(*frame, parent)) {
+        discardControls();
+    }
+    return true;
+}
+
+// The frame with the controls of the list, or null without their pictures.
+CFrame* VSTGuiEditor::buildFrame() {
+    const auto knobStrip = loadPicture("animknob.png");
+    const auto background = loadPicture("background.png");
+    if (isMissing(*knobStrip) || isMissing(*background)) {
+        std::printf("Error: Zelv pixmaps not found on disk!\n");
+        return nullptr;
+    }
+    auto* newFrame = new CFrame(editorRect, this);
+    // Never seen under the picture, and not to be overlooked without it.
+    newFrame->setBackgroundColor(CColor(255, 0, 0, 255));
+    newFrame->setBackground(background);
+    for (const WidgetRecord& record : makeEditorLayout()) {
+        if (std::string_view(record.kind) == "END") {
+            break;
+        }
+        buildControl(record, *newFrame, knobStrip);
+    }
+    return newFrame;
+}
+
+void VSTGuiEditor::buildControl(const WidgetRecord& record, CFrame& newFrame,
+                                VSTGUI::CBitmap* knobStrip) {
+    const std::string_view kind = record.kind;
+    if (kind == "CKnob") {
+        auto* knob = new CAnimKnob(rectOf(record), this, record.parameter, kKnobPictures,
+                                   kKnobPictureHeight, knobStrip, CPoint(0, 0));
+        newFrame.addView(knob);
+        checkedAt(knobs, record.parameter) = knob;
+    } else if (kind == "ParamDisplay") {
+        auto* display = makeText(record, nullptr);
+        newFrame.addView(display);
+        checkedAt(displays, record.parameter) = display;
+    } else if (kind == "CTextLabel") {
+        auto* label = makeText(record, checkedAt(parameters, record.parameter)->name.c_str());
+        newFrame.addView(label);
+        checkedAt(labels, record.parameter) = label;
+    } else {
+        std::printf("Error: Unknown VST widget type!\n");
+    }
+}
+
+void VSTGuiEditor::showAllParameters() {
+    ZELVATONE_EDITOR_ASSERT(m_pSynthEngine);
+    const auto count = static_cast<VstInt32>(parameterCount());
+    for (VstInt32 index = 0; index < count; ++index) {
+        setParameter(index, plugin->getParameter(index));
+    }
+}
+
+void VSTGuiEditor::close() {
+    discardControls();
+    AEffGUIEditor::close();
+}
+
+void VSTGuiEditor::discardControls() {
+    gate.close();
+    helpOverlay = nullptr;
+    if (CFrame* closing = std::exchange(frame, nullptr)) {
+        closing->close();
+    }
+    ZELVATONE_EDITOR_ASSERT(m_pSynthEngine);
+    knobs.clear();
+    displays.clear();
+    labels.clear();
+}
+
+void VSTGuiEditor::idle() {
+    runToolkitLoop();
+    AEffGUIEditor::idle();
+}
+
+std::size_t VSTGuiEditor::parameterCount() const {
+    return checkedAt(m_pSynthEngine->programs, 0).parameters.size();
+}
+
+void VSTGuiEditor::setParameter(VstInt32 index, float value) {
+    const ControlGate::Pass pass(gate);
+    // A negative index becomes a huge one.
+    if (!pass || static_cast<std::size_t>(index) >= parameterCount()) {
+        return;
+    }
+    if (CAnimKnob* knob = checkedAt(knobs, index)) {
+        knob->setValue(value);
+    }
+    showText(index);
+}
+
+void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
+    const VstInt32 index = control->getTag();
+    // Comes back through setParameter, before the value is stored: the text is still the old one.
+    plugin->setParameterAutomated(index, control->getValue());
+    // The host, now told, may have closed the window, and the control is gone.
+    if (frame != nullptr) {
+        showText(index);
+    }
+}
+
+void VSTGuiEditor::showText(VstInt32 index) {
+    if (CTextLabel* display = checkedAt(displays, index)) {
+        display->setText(
+            checkedAt(m_pSynthEngine->currentProgram->parameters, index)->getDisplay());
+    }
+}
+
+void VSTGuiEditor::showHelp() {
+    helpOverlay = new HelpOverlay(editorRect, *this);
+    frame->addView(helpOverlay);
+}
+
+void VSTGuiEditor::closeHelp() {
+    frame->removeView(std::exchange(helpOverlay, nullptr), true);
+    frame->invalid();
+}
+
+} // namespace zelvatone

@@ -1,0 +1,74 @@
+// The plug-in's window: knobs with their names and values over a painted face, the help, and the
+// maker's mark.
+#pragma once
+
+#include "vstguieditor/AEffGUIEditor.h"
+#include "vstguieditor/ControlGate.h"
+#include "vstguieditor/EditorLayout.h"
+#include "vstguieditor/EditorPlatform.h"
+#include "vstguieditor/HelpOverlay.h"
+
+#include <optional>
+#include <vector>
+
+namespace zelvatone {
+
+class SynthEngine;
+class SynthParameter;
+class VstInterface;
+
+// Closed, it has no frame and no controls; opened, both until it is closed. User-interface thread,
+// but for setParameter.
+class VSTGuiEditor final : public VSTGUI::AEffGUIEditor, public VSTGUI::IControlListener {
+public:
+    // Registers itself with `plugin`, which owns it and outlives its windows.
+    explicit VSTGuiEditor(VstInterface* plugin);
+    ~VSTGuiEditor() override;
+    VSTGuiEditor(const VSTGuiEditor&) = delete;
+    VSTGuiEditor& operator=(const VSTGuiEditor&) = delete;
+
+    // 717 x 477 pixels.
+    bool getRect(ERect** ppErect) override;
+    // Shows the controls in the host's window `parent`. Answers true in any case: without pictures,
+    // or without such a window, the host's window stays empty.
+    bool open(void* parent) override;
+    void close() override;
+    void idle() override;
+
+    // Moves the knob to the normalised `value` and shows the text that the parameter has now. Of no
+    // effect while the editor is closed or if there is no such parameter. Any thread, without lock.
+    void setParameter(VstInt32 index, float value) override;
+    // The user has turned a knob: sets the parameter, tells the host, shows the new text.
+    void valueChanged(VSTGUI::CControl* control) override;
+
+    // For the help's own controls, while the editor is open.
+    void showHelp();
+    void closeHelp();
+
+private:
+    std::size_t parameterCount() const;
+    VSTGUI::CFrame* buildFrame();
+    void buildControl(const WidgetRecord& record, VSTGUI::CFrame& newFrame,
+                      VSTGUI::CBitmap* knobStrip);
+    void showAllParameters();
+    void showText(VstInt32 index);
+    void discardControls();
+
+    VstInterface* plugin;
+    // Set while there is nobody inside `gate`.
+    SynthEngine* m_pSynthEngine;
+    std::vector<SynthParameter*> parameters; // of the program that was current at opening
+
+    // By parameter index; null for one without such a control. Empty while closed.
+    std::vector<VSTGUI::CAnimKnob*> knobs;
+    std::vector<VSTGUI::CTextLabel*> displays;
+    std::vector<VSTGUI::CTextLabel*> labels;
+    ControlGate gate; // open while these vectors and `frame` may be used by any thread
+
+    VSTGUI::CRect editorRect{0, 0, kEditorWidth, kEditorHeight};
+    std::optional<ToolkitUse> toolkit; // from the first opening on
+    VSTGUI::SharedPointer<VSTGUI::CFontDesc> font;
+    HelpOverlay* helpOverlay = nullptr; // the frame's, while the help is shown
+};
+
+} // namespace zelvatone
