@@ -1,0 +1,76 @@
+#include "EditorFixture.h"
+
+#include "vstgui/XServer.h"
+
+#include <chrono>
+#include <thread>
+
+namespace zelvatone::test {
+namespace {
+
+void sleepFor(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+} // namespace
+
+void EditorTest::SetUp() {
+    if (const std::string why = VSTGUI::test::XServer::start(); !why.empty()) {
+        GTEST_SKIP() << why;
+    }
+    window = std::make_unique<HostWindow>();
+    plugin = std::make_unique<Plugin>();
+}
+
+bool EditorTest::openEditor() {
+    if (!plugin->openEditor(window->handle())) {
+        return false;
+    }
+    // The badge and the help button came last: with the corner and a knob, all is there.
+    const Pixel corner = readPicture("BACKGROUND.PNG").at(kWidth - 1, kHeight - 1);
+    return idleUntil(
+        [&] { return window->pixel(kWidth - 1, kHeight - 1) == corner && frameOf(21) != -1; });
+}
+
+bool EditorTest::idleUntil(const std::function<bool()>& isReached, int hz) {
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (std::chrono::steady_clock::now() < limit) {
+        plugin->idle();
+        if (isReached()) {
+            return true;
+        }
+        sleepFor(1000 / hz);
+    }
+    return false;
+}
+
+void EditorTest::idleAWhile() {
+    for (int i = 0; i < 10; ++i) {
+        plugin->idle();
+        sleepFor(10);
+    }
+}
+
+int EditorTest::frameOf(int parameter) const {
+    const Knob& knob = knobOf(parameter);
+    const Screenshot shown = window->screenshot(knob.left, knob.top, 48, 48);
+    for (int frame = 0; frame < 30; ++frame) {
+        if (areAlike(shown, knobPicture(knob, frame), 2)) {
+            return frame;
+        }
+    }
+    return -1;
+}
+
+Screenshot EditorTest::displayOf(int parameter) const {
+    const Area area = knobOf(parameter).display();
+    return window->screenshot(area.left, area.top, area.width(), area.height());
+}
+
+Screenshot EditorTest::freshDisplayOf(int parameter) {
+    plugin->closeEditor();
+    EXPECT_TRUE(openEditor());
+    return displayOf(parameter);
+}
+
+} // namespace zelvatone::test
