@@ -30,7 +30,6 @@ Plugin::Plugin() : effect(pluginMain()(answer)) {
 }
 
 Plugin::~Plugin() {
-    effect->user = nullptr;
     dispatch(effClose);
 }
 
