@@ -41,9 +41,11 @@ bool AEffGUIEditor::onWheel(float /*distance*/) {
 }
 
 void AEffGUIEditor::doIdleStuff() {
-    ZELVATONE_EDITOR_ASSERT(!"unexpected call");
+    constexpr bool isExpectedCall = false;
+    ZELVATONE_EDITOR_ASSERT(isExpectedCall);
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): an object's, for its callers
 std::int32_t AEffGUIEditor::getVstGuiVersion() {
     return (VSTGUI_VERSION_MAJOR << 16) + VSTGUI_VERSION_MINOR;
 }
