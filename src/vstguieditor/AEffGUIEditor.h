@@ -1,11 +1,7 @@
 // The glue between a toolkit's frame and a plug-in's editor.
 #pragma once
 
-// These two first: they define what the toolkit would else define itself.
-#include "public.sdk/source/vst2.x/aeffeditor.h"
-#include "public.sdk/source/vst2.x/audioeffectx.h"
-
-#include "vstgui/vstgui.h"
+#include "vstguieditor/Toolkit.h"
 
 #include <cstdint>
 

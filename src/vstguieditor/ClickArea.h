@@ -1,7 +1,7 @@
 // A button without a picture of its own that acts when the mouse is released.
 #pragma once
 
-#include "vstgui/vstgui.h"
+#include "vstguieditor/Toolkit.h"
 
 #include <cstdint>
 

@@ -2,7 +2,7 @@
 // frame in the host's window, its event loop, and its pictures.
 #pragma once
 
-#include "vstgui/vstgui.h"
+#include "vstguieditor/Toolkit.h"
 
 namespace zelvatone {
 

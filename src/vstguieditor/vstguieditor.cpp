@@ -88,6 +88,8 @@ bool VSTGuiEditor::open(void* parent) {
     frame->addView(new QuillfeatherBadge(CRect(580, 0, 713, 30)));
     frame->addView(new HelpButton(CRect(550, 0, 575, 30), *this));
     if (!openFrame(*frame, parent)) {
+        gate.close();
+        std::exchange(frame, nullptr)->forget(); // there is nothing to close
         discardControls();
     }
     return true;

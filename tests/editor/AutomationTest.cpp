@@ -11,9 +11,9 @@ constexpr int kAttack = 18, kReserved = 22;
 // 0.01 s to 2 s: what 0.2 s and 1 s are as fractions of the range.
 constexpr float kShort = 0.19F / 1.99F, kLong = 0.99F / 1.99F;
 
-class Automation : public EditorTest {};
+class EditorAutomation : public EditorTest {};
 
-TEST_F(Automation, MovesTheKnobButLeavesTheTextBehind) {
+TEST_F(EditorAutomation, MovesTheKnobButLeavesTheTextBehind) {
     ASSERT_TRUE(openEditor());
     const Screenshot oldText = displayOf(kAttack);
     plugin->setParameter(kAttack, kLong);
@@ -25,7 +25,7 @@ TEST_F(Automation, MovesTheKnobButLeavesTheTextBehind) {
     EXPECT_FALSE(areAlike(newText, oldText));
 }
 
-TEST_F(Automation, ShowsAtEachChangeTheTextOfTheValueBefore) {
+TEST_F(EditorAutomation, ShowsAtEachChangeTheTextOfTheValueBefore) {
     ASSERT_TRUE(openEditor());
     plugin->setParameter(kAttack, kLong);
     plugin->setParameter(kAttack, kShort);
@@ -36,7 +36,7 @@ TEST_F(Automation, ShowsAtEachChangeTheTextOfTheValueBefore) {
     EXPECT_TRUE(areAlike(freshDisplayOf(kAttack), shown));
 }
 
-TEST_F(Automation, TellsTheHostNothingBack) {
+TEST_F(EditorAutomation, TellsTheHostNothingBack) {
     ASSERT_TRUE(openEditor());
     plugin->setParameter(kAttack, kLong);
     plugin->setProgram(5);
@@ -44,7 +44,7 @@ TEST_F(Automation, TellsTheHostNothingBack) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(Automation, OfTheReservedParameterChangesNothingToBeSeen) {
+TEST_F(EditorAutomation, OfTheReservedParameterChangesNothingToBeSeen) {
     ASSERT_TRUE(openEditor());
     idleAWhile();
     const Screenshot before = look();
@@ -54,14 +54,14 @@ TEST_F(Automation, OfTheReservedParameterChangesNothingToBeSeen) {
     EXPECT_EQ(plugin->parameter(kReserved), 0.75F);
 }
 
-TEST_F(Automation, KeepsTheKnobAtAFractionThatTheParameterRoundsDown) {
+TEST_F(EditorAutomation, KeepsTheKnobAtAFractionThatTheParameterRoundsDown) {
     constexpr int kMaxModes = 3; // whole numbers, 0 to 100
     ASSERT_TRUE(openEditor());
     plugin->setParameter(kMaxModes, 0.5F / 29 + 20.F / 29); // between two of the knob's pictures
     EXPECT_TRUE(idleUntilFrame(kMaxModes, 20));
 }
 
-TEST_F(Automation, OfAParameterThatIsNotThereDoesNothing) {
+TEST_F(EditorAutomation, OfAParameterThatIsNotThereDoesNothing) {
     ASSERT_TRUE(openEditor());
     idleAWhile();
     const Screenshot before = look();
@@ -71,7 +71,7 @@ TEST_F(Automation, OfAParameterThatIsNotThereDoesNothing) {
     EXPECT_TRUE(areAlike(look(), before));
 }
 
-TEST_F(Automation, OfValuesOutsideTheRangeTurnsTheKnobToItsEnd) {
+TEST_F(EditorAutomation, OfValuesOutsideTheRangeTurnsTheKnobToItsEnd) {
     ASSERT_TRUE(openEditor());
     plugin->setParameter(kAttack, 7.F);
     EXPECT_TRUE(idleUntilFrame(kAttack, 29));
@@ -85,13 +85,13 @@ TEST_F(Automation, OfValuesOutsideTheRangeTurnsTheKnobToItsEnd) {
     EXPECT_TRUE(idleUntilFrame(kAttack, 29));
 }
 
-TEST_F(Automation, BeforeTheEditorOpensIsShownWhenItOpens) {
+TEST_F(EditorAutomation, BeforeTheEditorOpensIsShownWhenItOpens) {
     plugin->setParameter(kAttack, kLong);
     ASSERT_TRUE(openEditor());
     EXPECT_EQ(frameOf(kAttack), 14);
 }
 
-TEST_F(Automation, AfterTheEditorClosesIsShownWhenItOpensAgain) {
+TEST_F(EditorAutomation, AfterTheEditorClosesIsShownWhenItOpensAgain) {
     ASSERT_TRUE(openEditor());
     plugin->closeEditor();
     plugin->setParameter(kAttack, kLong);

@@ -40,7 +40,7 @@ int countZombies() {
     return zombies;
 }
 
-class Badge : public EditorTest {
+class EditorBadge : public EditorTest {
 protected:
     void SetUp() override {
         EditorTest::SetUp();
@@ -74,7 +74,7 @@ protected:
     const fs::path folder = makeFolder();
 };
 
-TEST_F(Badge, OpensTheWebPageOnceAndSaysSo) {
+TEST_F(EditorBadge, OpensTheWebPageOnceAndSaysSo) {
     installOpener("echo \"$# $1\" >> $folder/seen; mv $folder/seen $folder/calls\n");
     testing::internal::CaptureStdout();
     click();
@@ -85,7 +85,7 @@ TEST_F(Badge, OpensTheWebPageOnceAndSaysSo) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(Badge, DoesNotLookWhereThePointerIsReleased) {
+TEST_F(EditorBadge, DoesNotLookWhereThePointerIsReleased) {
     installOpener("touch $folder/called\n");
     window->movePointer(kBadge.x, kBadge.y);
     window->press();
@@ -94,7 +94,7 @@ TEST_F(Badge, DoesNotLookWhereThePointerIsReleased) {
     EXPECT_TRUE(idleUntilThereIs("called"));
 }
 
-TEST_F(Badge, ReachesToItsEdgesAndNoFurther) {
+TEST_F(EditorBadge, ReachesToItsEdgesAndNoFurther) {
     installOpener("touch $folder/called\n");
     for (const Point& outside : {Point{579, 15}, Point{713, 15}, Point{646, 30}}) {
         window->click(outside.x, outside.y);
@@ -108,7 +108,7 @@ TEST_F(Badge, ReachesToItsEdgesAndNoFurther) {
     }
 }
 
-TEST_F(Badge, DoesNotWaitForTheOpener) {
+TEST_F(EditorBadge, DoesNotWaitForTheOpener) {
     // The opener ends only when the test, which goes on, says so.
     installOpener("touch $folder/started\n"
                   "while ! [ -e $folder/go ]; do sleep 0.05; done\n"
@@ -129,7 +129,7 @@ void countChildSignal(int) {
     ++childSignals;
 }
 
-TEST_F(Badge, LeavesTheHostsSignalsAlone) {
+TEST_F(EditorBadge, LeavesTheHostsSignalsAlone) {
     installOpener("touch $folder/called\n");
     struct sigaction own {};
     own.sa_handler = countChildSignal;
@@ -143,7 +143,7 @@ TEST_F(Badge, LeavesTheHostsSignalsAlone) {
     EXPECT_EQ(countZombies(), 0);
 }
 
-TEST_F(Badge, WorksInAHostThatIgnoresItsChildren) {
+TEST_F(EditorBadge, WorksInAHostThatIgnoresItsChildren) {
     installOpener("touch $folder/called\n");
     struct sigaction ignore {};
     ignore.sa_handler = SIG_IGN;
@@ -154,7 +154,7 @@ TEST_F(Badge, WorksInAHostThatIgnoresItsChildren) {
     sigaction(SIGCHLD, &before, nullptr);
 }
 
-TEST_F(Badge, HandsNoFileOfTheHostsOn) {
+TEST_F(EditorBadge, HandsNoFileOfTheHostsOn) {
     installOpener("ls -l /proc/$$/fd > $folder/seen; mv $folder/seen $folder/files\n");
     // Without close-on-exec, as many libraries open theirs; away from the shell's own files.
     const int file = fcntl(STDOUT_FILENO, F_DUPFD, 50);
@@ -167,7 +167,7 @@ TEST_F(Badge, HandsNoFileOfTheHostsOn) {
     EXPECT_EQ(files.find(number), std::string::npos) << files;
 }
 
-TEST_F(Badge, DoesNothingWithoutAnOpener) {
+TEST_F(EditorBadge, DoesNothingWithoutAnOpener) {
     setenv("PATH", folder.c_str(), 1);
     click();
     idleAWhile();

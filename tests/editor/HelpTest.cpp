@@ -37,7 +37,7 @@ const HelpArea kAreas[] = {{1, 14, 40, 271, 187},
                            {4, 14, 344, 271, 474},
                            {5, 277, 344, 563, 473}};
 
-class Help : public EditorTest {
+class EditorHelp : public EditorTest {
 protected:
     void SetUp() override {
         EditorTest::SetUp();
@@ -79,13 +79,13 @@ protected:
                                           readPicture("HELP5.PNG")};
 };
 
-TEST_F(Help, OpensOnItsIndexAndSaysSo) {
+TEST_F(EditorHelp, OpensOnItsIndexAndSaysSo) {
     testing::internal::CaptureStdout();
     EXPECT_TRUE(openHelp());
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Help button Mouse up!\n");
 }
 
-TEST_F(Help, ShowsThePageOfEachAreaAndGoesBackToTheIndex) {
+TEST_F(EditorHelp, ShowsThePageOfEachAreaAndGoesBackToTheIndex) {
     ASSERT_TRUE(openHelp());
     for (const HelpArea& area : kAreas) {
         const std::string page = "page " + std::to_string(area.page);
@@ -94,7 +94,7 @@ TEST_F(Help, ShowsThePageOfEachAreaAndGoesBackToTheIndex) {
     }
 }
 
-TEST_F(Help, CountsAnAreasBorderToTheArea) {
+TEST_F(EditorHelp, CountsAnAreasBorderToTheArea) {
     ASSERT_TRUE(openHelp());
     for (const HelpArea& area : kAreas) {
         for (const Point& corner : area.corners()) {
@@ -105,7 +105,7 @@ TEST_F(Help, CountsAnAreasBorderToTheArea) {
     }
 }
 
-TEST_F(Help, ClosesWithAClickBesideTheAreas) {
+TEST_F(EditorHelp, ClosesWithAClickBesideTheAreas) {
     for (const HelpArea& area : kAreas) {
         for (const Point& neighbour : area.neighbours()) {
             ASSERT_TRUE(openHelp());
@@ -114,7 +114,7 @@ TEST_F(Help, ClosesWithAClickBesideTheAreas) {
     }
 }
 
-TEST_F(Help, GoesBackToTheIndexFromAnywhereOnAPage) {
+TEST_F(EditorHelp, GoesBackToTheIndexFromAnywhereOnAPage) {
     ASSERT_TRUE(openHelp());
     for (const Point& where : {kBesideAreas, kButton, Point{0, 0}, Point{716, 476}}) {
         EXPECT_TRUE(click(kAreas[2].middle(), "page 3"));
@@ -122,7 +122,7 @@ TEST_F(Help, GoesBackToTheIndexFromAnywhereOnAPage) {
     }
 }
 
-TEST_F(Help, BeginsOnItsIndexEachTimeItOpens) {
+TEST_F(EditorHelp, BeginsOnItsIndexEachTimeItOpens) {
     for (int round = 0; round < 3; ++round) {
         ASSERT_TRUE(openHelp());
         EXPECT_TRUE(click(kAreas[0].middle(), "page 1"));
@@ -131,7 +131,7 @@ TEST_F(Help, BeginsOnItsIndexEachTimeItOpens) {
     }
 }
 
-TEST_F(Help, StaysInSightWhileTheButtonIsHeld) {
+TEST_F(EditorHelp, StaysInSightWhileTheButtonIsHeld) {
     ASSERT_TRUE(openHelp());
     const Point where = kAreas[1].middle();
     window->movePointer(where.x, where.y);
@@ -142,7 +142,7 @@ TEST_F(Help, StaysInSightWhileTheButtonIsHeld) {
     EXPECT_TRUE(idleUntilShown("page 2"));
 }
 
-TEST_F(Help, OpensWhenThePointerHasLeftTheButtonBeforeTheRelease) {
+TEST_F(EditorHelp, OpensWhenThePointerHasLeftTheButtonBeforeTheRelease) {
     window->movePointer(kButton.x, kButton.y);
     window->press();
     window->movePointer(320, 130);
@@ -150,14 +150,14 @@ TEST_F(Help, OpensWhenThePointerHasLeftTheButtonBeforeTheRelease) {
     EXPECT_TRUE(idleUntilShown("index"));
 }
 
-TEST_F(Help, ClosesWhenTheButtonIsClickedTwice) {
+TEST_F(EditorHelp, ClosesWhenTheButtonIsClickedTwice) {
     window->click(kButton.x, kButton.y);
     EXPECT_TRUE(idleUntilShown("index"));
     window->click(kButton.x, kButton.y);
     EXPECT_TRUE(idleUntilShown("editor"));
 }
 
-TEST_F(Help, ReachesToTheEdgesOfItsButtonAndNoFurther) {
+TEST_F(EditorHelp, ReachesToTheEdgesOfItsButtonAndNoFurther) {
     for (const Point& inside : {Point{550, 0}, Point{574, 29}}) {
         EXPECT_TRUE(click(inside, "index"));
         EXPECT_TRUE(click(kBesideAreas, "editor"));
@@ -169,7 +169,7 @@ TEST_F(Help, ReachesToTheEdgesOfItsButtonAndNoFurther) {
     }
 }
 
-TEST_F(Help, OpensForTheLeftButtonAloneAndWithoutCtrl) {
+TEST_F(EditorHelp, OpensForTheLeftButtonAloneAndWithoutCtrl) {
     window->click(kButton.x, kButton.y, 3);
     window->holdControl(true);
     window->click(kButton.x, kButton.y);
@@ -179,7 +179,7 @@ TEST_F(Help, OpensForTheLeftButtonAloneAndWithoutCtrl) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(Help, TellsTheHostOfNoGesture) {
+TEST_F(EditorHelp, TellsTheHostOfNoGesture) {
     ASSERT_TRUE(openHelp());
     EXPECT_TRUE(click(kAreas[4].middle(), "page 5"));
     EXPECT_TRUE(click(kBesideAreas, "index"));
@@ -187,7 +187,7 @@ TEST_F(Help, TellsTheHostOfNoGesture) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(Help, KeepsTheMouseFromTheKnobsBelow) {
+TEST_F(EditorHelp, KeepsTheMouseFromTheKnobsBelow) {
     ASSERT_TRUE(openHelp());
     window->movePointer(320, 130);
     window->press(4);
@@ -197,7 +197,7 @@ TEST_F(Help, KeepsTheMouseFromTheKnobsBelow) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(Help, HidesWhatChangesBelowUntilItCloses) {
+TEST_F(EditorHelp, HidesWhatChangesBelowUntilItCloses) {
     ASSERT_TRUE(openHelp());
     plugin->setParameter(20, 0.F);
     idleAWhile();
@@ -206,7 +206,7 @@ TEST_F(Help, HidesWhatChangesBelowUntilItCloses) {
     EXPECT_TRUE(idleUntilFrame(20, 0));
 }
 
-TEST_F(Help, GoesAwayWithTheEditorThatCloses) {
+TEST_F(EditorHelp, GoesAwayWithTheEditorThatCloses) {
     ASSERT_TRUE(openHelp());
     plugin->closeEditor();
     EXPECT_TRUE(window->children().empty());

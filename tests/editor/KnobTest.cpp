@@ -34,7 +34,7 @@ auto isValue(int parameter, float value) {
                  Field(&HostCall::value, FloatNear(value, 1e-6F)));
 }
 
-class EveryKnob : public EditorTest, public testing::WithParamInterface<Knob> {
+class EveryEditorKnob : public EditorTest, public testing::WithParamInterface<Knob> {
 protected:
     void SetUp() override {
         EditorTest::SetUp();
@@ -56,7 +56,7 @@ protected:
 // To the right of the centre is a quarter of a turn from the top: a third of the range.
 constexpr float kRight = 0.8333333F;
 
-TEST_P(EveryKnob, TurnsWithADragAndTellsOneGesture) {
+TEST_P(EveryEditorKnob, TurnsWithADragAndTellsOneGesture) {
     window->movePointer(centre.x, centre.y - 20);
     window->press();
     window->movePointer(centre.x + 20, centre.y);
@@ -67,7 +67,7 @@ TEST_P(EveryKnob, TurnsWithADragAndTellsOneGesture) {
     EXPECT_TRUE(idleUntilFrame(parameter, 24)); // 0.8333 of 29 steps
 }
 
-TEST_P(EveryKnob, ShowsTheTextOfItsNewValueAtOnce) {
+TEST_P(EveryEditorKnob, ShowsTheTextOfItsNewValueAtOnce) {
     window->movePointer(centre.x, centre.y - 20);
     window->press();
     window->movePointer(centre.x + 20, centre.y);
@@ -78,7 +78,7 @@ TEST_P(EveryKnob, ShowsTheTextOfItsNewValueAtOnce) {
     EXPECT_TRUE(areAlike(freshDisplayOf(parameter), shown));
 }
 
-TEST_P(EveryKnob, TurnsWithTheWheelAndTellsOneGesture) {
+TEST_P(EveryEditorKnob, TurnsWithTheWheelAndTellsOneGesture) {
     window->movePointer(centre.x, centre.y);
     for (const int wheel : {4, 4, 5}) {
         window->press(wheel);
@@ -91,13 +91,13 @@ TEST_P(EveryKnob, TurnsWithTheWheelAndTellsOneGesture) {
     EXPECT_TRUE(idleUntilFrame(parameter, 17)); // 0.6 of 29 steps
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, EveryKnob, testing::ValuesIn(kAllKnobs), [](const auto& knob) {
+INSTANTIATE_TEST_SUITE_P(Of, EveryEditorKnob, testing::ValuesIn(kAllKnobs), [](const auto& knob) {
     return "Parameter" + std::to_string(knob.param.parameter);
 });
 
 constexpr int kSustain = 20;
 
-class SustainKnob : public EditorTest {
+class EditorKnob : public EditorTest {
 protected:
     void SetUp() override {
         EditorTest::SetUp();
@@ -109,7 +109,7 @@ protected:
     const Point centre = knobOf(kSustain).centre();
 };
 
-TEST_F(SustainKnob, ShowsHalfAsFiftyPercent) {
+TEST_F(EditorKnob, ShowsHalfAsFiftyPercent) {
     window->movePointer(centre.x + 20, centre.y);
     window->press();
     window->movePointer(centre.x, centre.y - 20);
@@ -119,7 +119,7 @@ TEST_F(SustainKnob, ShowsHalfAsFiftyPercent) {
     EXPECT_EQ(plugin->parameterDisplay(kSustain), "50%");
 }
 
-TEST_F(SustainKnob, FollowsADragThatLeavesTheWindow) {
+TEST_F(EditorKnob, FollowsADragThatLeavesTheWindow) {
     window->movePointer(centre.x, centre.y - 20);
     window->press();
     window->movePointer(centre.x, -100); // straight up: half
@@ -135,7 +135,7 @@ TEST_F(SustainKnob, FollowsADragThatLeavesTheWindow) {
     EXPECT_EQ(frameOf(kSustain), 24);
 }
 
-TEST_F(SustainKnob, GoesToItsMiddleWithCtrlAndAClick) {
+TEST_F(EditorKnob, GoesToItsMiddleWithCtrlAndAClick) {
     plugin->setParameter(kSustain, 1.F);
     window->holdControl(true);
     window->click(centre.x, centre.y);
@@ -145,7 +145,7 @@ TEST_F(SustainKnob, GoesToItsMiddleWithCtrlAndAClick) {
                 ElementsAre(isBegin(kSustain), isValue(kSustain, 0.5F), isEnd(kSustain)));
 }
 
-TEST_F(SustainKnob, TellsOneGestureOfALongDrag) {
+TEST_F(EditorKnob, TellsOneGestureOfALongDrag) {
     window->movePointer(centre.x, centre.y - 20);
     window->press();
     for (int x = 0; x < 20; ++x) {
@@ -161,7 +161,7 @@ TEST_F(SustainKnob, TellsOneGestureOfALongDrag) {
     EXPECT_GE(plugin->callsOf(audioMasterAutomate).size(), 10U);
 }
 
-TEST_F(SustainKnob, IgnoresTheRightButton) {
+TEST_F(EditorKnob, IgnoresTheRightButton) {
     window->movePointer(centre.x, centre.y - 20);
     window->press(3);
     window->movePointer(centre.x + 20, centre.y);
@@ -170,7 +170,7 @@ TEST_F(SustainKnob, IgnoresTheRightButton) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(SustainKnob, TurnsAlongALineInTheHostsLinearMode) {
+TEST_F(EditorKnob, TurnsAlongALineInTheHostsLinearMode) {
     EXPECT_EQ(plugin->dispatch(effSetEditKnobMode, 2), 1);
     plugin->setParameter(kSustain, 0.F);
     window->movePointer(centre.x, centre.y);
@@ -181,7 +181,7 @@ TEST_F(SustainKnob, TurnsAlongALineInTheHostsLinearMode) {
     EXPECT_EQ(plugin->dispatch(effSetEditKnobMode, 0), 1); // for all editors of the process
 }
 
-TEST_F(SustainKnob, TellsNobodyOfAPressOnALabelOrADisplay) {
+TEST_F(EditorKnob, TellsNobodyOfAPressOnALabelOrADisplay) {
     for (const int y : {centre.y - 34, centre.y + 34}) {
         window->click(centre.x, y);
         window->movePointer(centre.x, y);

@@ -13,7 +13,7 @@ namespace zelvatone::test {
 namespace {
 
 constexpr int kSustain = 20;
-constexpr std::size_t kSmallestLeak = 32; // bytes: what the heap takes for any object
+constexpr std::size_t kSmallestLeak = 64; // bytes; any view or picture takes more
 
 std::ptrdiff_t countOpenFiles() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
@@ -64,18 +64,18 @@ TEST_F(EditorLifetime, LeavesNothingBehindWhenItOpensTwoHundredTimes) {
 }
 
 TEST_F(EditorLifetime, LeavesNothingBehindWhenItIsDrawnOften) {
-    for (int round = 0; round < 5; ++round) {
+    for (int round = 0; round < 20; ++round) {
         ASSERT_TRUE(openEditor());
         plugin->closeEditor();
     }
     const auto files = countOpenFiles();
     const std::size_t bytes = bytesInUse();
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 150; ++round) {
         ASSERT_TRUE(openEditor());
         plugin->closeEditor();
     }
     EXPECT_EQ(countOpenFiles(), files);
-    EXPECT_LT(bytesInUse(), bytes + 100 * kSmallestLeak);
+    EXPECT_LT(bytesInUse(), bytes + 150 * kSmallestLeak);
 }
 
 TEST_F(EditorLifetime, OpensAnewInAHostThatDoesNotClose) {

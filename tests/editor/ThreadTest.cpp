@@ -1,5 +1,7 @@
 // Parameters that are set on another thread than the one that opens, draws and closes the editor.
-// The sanitizer for threads watches this test too: see the preset `tsan`.
+// The sanitizer for threads watches these tests too:
+//   cmake --preset tsan && cmake --build --preset tsan --target EditorTest EditorPartsTest
+//   ctest --preset tsan -R 'EditorThreads|ControlGate|OpensWhileAnotherThread'
 #include "EditorFixture.h"
 
 #include <chrono>
@@ -10,7 +12,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-class OtherThread : public EditorTest {
+class EditorThreads : public EditorTest {
 protected:
     // Sets every parameter over and over for `seconds`, at the end to 1, while `meanwhile` runs on
     // this thread again and again.
@@ -43,7 +45,7 @@ private:
     }
 };
 
-TEST_F(OtherThread, SetsParametersForTenSecondsWhileTheEditorDraws) {
+TEST_F(EditorThreads, SetsParametersForTenSecondsWhileTheEditorDraws) {
     ASSERT_TRUE(openEditor());
     setParametersFor(10, [&] {
         plugin->idle();
@@ -52,7 +54,7 @@ TEST_F(OtherThread, SetsParametersForTenSecondsWhileTheEditorDraws) {
     expectEveryKnobAtItsEnd();
 }
 
-TEST_F(OtherThread, SetsParametersWhileTheEditorOpensAndCloses) {
+TEST_F(EditorThreads, SetsParametersWhileTheEditorOpensAndCloses) {
     setParametersFor(5, [&] {
         EXPECT_TRUE(plugin->openEditor(window->handle()));
         plugin->idle();
@@ -62,7 +64,7 @@ TEST_F(OtherThread, SetsParametersWhileTheEditorOpensAndCloses) {
     expectEveryKnobAtItsEnd();
 }
 
-TEST_F(OtherThread, SetsParametersWhileTheUserTurnsAKnob) {
+TEST_F(EditorThreads, SetsParametersWhileTheUserTurnsAKnob) {
     ASSERT_TRUE(openEditor());
     const Point centre = knobOf(20).centre();
     window->movePointer(centre.x, centre.y - 20);

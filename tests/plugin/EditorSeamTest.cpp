@@ -14,7 +14,16 @@ using testing::IsEmpty;
 using zelvatone::kAttack;
 using zelvatone::kParameterCount;
 
-class EditorSeam : public ShellTest {
+// Takes away the editor that the plug-in came with.
+class WithoutAnEditor : public ShellTest {
+protected:
+    WithoutAnEditor() {
+        delete plugin->getEditor();
+        plugin->setEditor(nullptr);
+    }
+};
+
+class EditorSeam : public WithoutAnEditor {
 protected:
     EditorSeam() { plugin->setEditor(editor); }
     ~EditorSeam() override { close(); } // the editor writes into the journal once more
@@ -177,8 +186,6 @@ TEST_F(EditorSeam, ForwardsTheKnobMode) {
     editor->answer = false;
     EXPECT_EQ(effect.ask(effSetEditKnobMode, 0, 1), 0);
 }
-
-using WithoutAnEditor = ShellTest;
 
 TEST_F(WithoutAnEditor, EditorRequestsAnswerZero) {
     ERect* rect = nullptr;

@@ -76,8 +76,7 @@ TEST_F(EffectRecord, CountsProgramsParametersAndChannels) {
 }
 
 TEST_F(EffectRecord, IsFlaggedAsAReplacingSynthWithoutChunksOrDoublePrecision) {
-    // Whether there is an editor is another test's affair.
-    EXPECT_EQ(plugin.record->flags & ~effFlagsHasEditor, 0x10 | 0x100);
+    EXPECT_EQ(plugin.record->flags, 0x1 | 0x10 | 0x100); // editor, replacing, synth
 }
 
 TEST_F(EffectRecord, AddsNoDelayAndKeepsTheRate) {

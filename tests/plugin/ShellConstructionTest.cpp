@@ -38,7 +38,7 @@ TEST_F(ShellConstruction, CountsWhatTheEngineHas) {
     EXPECT_EQ(effect.record->numInputs, 0);
     EXPECT_EQ(effect.record->numOutputs, 2);
     EXPECT_EQ(effect.record->uniqueID, kUniqueID);
-    EXPECT_EQ(effect.record->flags, 0x110); // no editor yet
+    EXPECT_EQ(effect.record->flags, 0x111);
 }
 
 TEST_F(ShellConstruction, SelectsTheFirstProgram) {

@@ -1,0 +1,23 @@
+// What the sanitizers shall not report. Without a sanitizer nobody asks.
+
+// The sanitizers' runtimes look these functions up by their names.
+#define ZELVATONE_SANITIZER_CALL extern "C" __attribute__((visibility("default")))
+ZELVATONE_SANITIZER_CALL const char* __lsan_default_suppressions();
+ZELVATONE_SANITIZER_CALL const char* __tsan_default_suppressions();
+
+// An engine lives as long as the library. Fontconfig keeps the fonts that it has found for the life
+// of the process, in tables whose entries point into other memory than their start.
+const char* __lsan_default_suppressions() {
+    return "leak:createEffectInstance\n"
+           "leak:libfontconfig.so\n";
+}
+
+// A parameter's value is one float that is written as a whole: any thread sets it and reads it,
+// without a lock. Pango looks for fonts on a thread of its own, and neither GLib nor Fontconfig is
+// built for the sanitizer, which therefore does not see how they wait for each other.
+const char* __tsan_default_suppressions() {
+    return "race:zelvatone::SynthParameter::setValue\n"
+           "race:zelvatone::VstInterface::getParameter\n"
+           "race:libfontconfig.so\n"
+           "called_from_lib:libglib-2.0.so\n";
+}
