@@ -27,7 +27,7 @@ bool EditorTest::openEditor() {
         return false;
     }
     // The badge and the help button came last: with the corner and a knob, all is there.
-    const Pixel corner = readPicture("BACKGROUND.PNG").at(kWidth - 1, kHeight - 1);
+    static const Pixel corner = readPicture("BACKGROUND.PNG").at(kWidth - 1, kHeight - 1);
     return idleUntil(
         [&] { return window->pixel(kWidth - 1, kHeight - 1) == corner && frameOf(21) != -1; });
 }

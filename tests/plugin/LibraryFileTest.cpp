@@ -52,11 +52,12 @@ TEST(LibraryFile, NeedsNothingThatADesktopMightLack) {
     const std::string header =
         outputOf(std::string(ZELVATONE_READELF " --wide --dynamic ") + PluginLibrary::path());
 
-    EXPECT_THAT(lastWords(header, "(NEEDED)"),
-                Each(AnyOf("[libm.so.6]", "[libc.so.6]", "[ld-linux-x86-64.so.2]",
-                           // What the editor draws with, as do the programs of a desktop.
-                           "[libxcb.so.1]", "[libcairo.so.2]", "[libpango-1.0.so.0]",
-                           "[libpangocairo-1.0.so.0]", "[libgobject-2.0.so.0]")))
+    EXPECT_THAT(
+        lastWords(header, "(NEEDED)"),
+        Each(AnyOf("[libm.so.6]", "[libc.so.6]", "[ld-linux-x86-64.so.2]",
+                   // What the editor draws with, as do the programs of a desktop.
+                   "[libxcb.so.1]", "[libcairo.so.2]", "[libpango-1.0.so.0]",
+                   "[libpangocairo-1.0.so.0]", "[libgobject-2.0.so.0]", "[libglib-2.0.so.0]")))
         << header;
     EXPECT_FALSE(lastWords(header, "(NEEDED)").empty()) << header;
 }
