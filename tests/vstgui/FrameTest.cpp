@@ -100,19 +100,18 @@ TEST_F(Frame, AsksItsEditorForTheKnobMode) {
 class Picture : public ToolkitTest {};
 
 TEST_F(Picture, IsSharedByWhoShowsIt) {
-    CBitmap* picture = makePicture(3, 2, [](int, int) { return kRedCColor; });
+    const auto picture = owned(makePicture(3, 2, [](int, int) { return kRedCColor; }));
     EXPECT_EQ(picture->getWidth(), 3);
     EXPECT_EQ(picture->getHeight(), 2);
     auto* view = new CKickButton(kKnobSize, nullptr, 0, nullptr);
     view->setBackground(picture);
     EXPECT_EQ(picture->getNbReference(), 2);
-    picture->forget();
-    EXPECT_EQ(picture->getNbReference(), 1);
     view->forget();
+    EXPECT_EQ(picture->getNbReference(), 1);
 }
 
 TEST_F(Picture, ThatIsMissingIsEmpty) {
-    const auto missing = owned(new CBitmap("no-such-picture.png"));
+    const auto missing = makeOwned<CBitmap>("no-such-picture.png");
     EXPECT_FALSE(missing->isLoaded());
     EXPECT_FALSE(missing->getPlatformBitmap());
     EXPECT_EQ(missing->getWidth(), 0);
@@ -137,8 +136,8 @@ TEST_F(Picture, IsFoundByNameInTheResourceFolder) {
     std::ofstream(folder + name, std::ios::binary)
         << makePng(5, 4, [](int, int) { return kRedCColor; });
     getPlatformFactory().asLinuxFactory()->setResourcePath(folder);
-    const auto found = owned(new CBitmap(name.c_str()));
-    const auto missing = owned(new CBitmap("another.png"));
+    const auto found = makeOwned<CBitmap>(name.c_str());
+    const auto missing = makeOwned<CBitmap>("another.png");
     EXPECT_EQ(found->getWidth(), 5);
     EXPECT_FALSE(missing->isLoaded());
     EXPECT_EQ(std::remove((folder + name).c_str()), 0);

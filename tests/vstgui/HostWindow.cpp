@@ -250,20 +250,6 @@ bool HostWindow::hasFocus() const {
     return focus && focus->focus == window;
 }
 
-void HostWindow::grabPointer() {
-    constexpr std::uint16_t kEvents = XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
-    std::free(xcb_grab_pointer_reply(connection.get(),
-                                     xcb_grab_pointer(connection.get(), 0, window, kEvents,
-                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                                                      XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-                                     nullptr));
-}
-
-void HostWindow::ungrabPointer() {
-    xcb_ungrab_pointer(connection.get(), XCB_CURRENT_TIME);
-    sync();
-}
-
 std::uint32_t HostWindow::rawChildPixel(int x, int y) const {
     const auto image = own(xcb_get_image_reply(
         connection.get(),
@@ -294,7 +280,8 @@ Screenshot HostWindow::screenshot(int left, int top, int width, int height) cons
     Screenshot shot{width, height, {}};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            const std::uint8_t* at = data + y * rowBytes + x * bytesPerPixel;
+            const std::uint8_t* at =
+                data + std::ptrdiff_t{y} * rowBytes + std::ptrdiff_t{x} * bytesPerPixel;
             std::uint32_t raw = at[0] | at[1] << 8;
             if (bytesPerPixel == 4) {
                 raw |= static_cast<std::uint32_t>(at[2]) << 16;

@@ -18,7 +18,7 @@ struct Screenshot {
     int height;
     std::vector<Pixel> pixels;
 
-    Pixel at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    Pixel at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y) * width + x); }
 };
 
 enum class Host {
@@ -44,7 +44,7 @@ public:
     std::vector<xcb_window_t> children() const;
     // The numbers of a child's _XEMBED_INFO.
     std::vector<std::uint32_t> embedInfo(xcb_window_t child) const;
-    bool isViewable(xcb_window_t window) const;
+    bool isViewable(xcb_window_t candidate) const;
     // What a strict embedder does when it is told of something: maps the children that ask for it
     // and tells them that they are embedded.
     void embedChildren();
@@ -64,9 +64,6 @@ public:
     int keysHeard();
     void takeFocus();
     bool hasFocus() const;
-    // Takes the pointer away from whoever holds it, and lets it go again.
-    void grabPointer();
-    void ungrabPointer();
 
     Screenshot screenshot(int left, int top, int width, int height) const;
     // All bits of a pixel of the first child.

@@ -131,7 +131,7 @@ TEST_F(DerivedButton, CoversWhatLiesBelow) {
 }
 
 TEST_F(DerivedButton, MayCloseTheFrameInItsOwnRelease) {
-    CFrame* closing = new CFrame(kFrameSize, nullptr);
+    auto* closing = new CFrame(kFrameSize, nullptr);
     closing->addView(new ActionButton(kFrameSize, [&] { closing->close(); }));
     MouseDownEvent down;
     down.mousePosition = CPoint(5, 5);

@@ -120,17 +120,6 @@ TEST_F(Pointer, TurnsTheWheel) {
     EXPECT_EQ(recorder.count("begin 7"), 1);
 }
 
-TEST_F(Pointer, EndsTheDragWhenTheHostTookTheRelease) {
-    host->movePointer(320, 110);
-    host->press();
-    ASSERT_TRUE(idleUntilCount("begin 7", 1));
-    host->grabPointer();
-    host->release();
-    host->ungrabPointer();
-    EXPECT_TRUE(idleUntilCount("end 7", 1));
-    EXPECT_EQ(knob->getValue(), 0.F);
-}
-
 TEST_F(Pointer, EndsTheDragWhenTheWindowIsHidden) {
     knob->setValue(0.25F);
     host->movePointer(320, 110);

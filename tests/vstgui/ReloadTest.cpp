@@ -10,7 +10,7 @@ TEST(Module, WritesTheSameAfterItWasUnloadedAndLoadedAgain) {
     int firstWidth = 0;
     for (int load = 0; load < 3; ++load) {
         void* module = dlopen(VSTGUI_RELOAD_MODULE, RTLD_NOW | RTLD_LOCAL);
-        ASSERT_NE(module, nullptr) << dlerror();
+        ASSERT_NE(module, nullptr) << VSTGUI_RELOAD_MODULE;
         const auto widthOfText =
             reinterpret_cast<int (*)(const char*)>(dlsym(module, "widthOfText"));
         ASSERT_NE(widthOfText, nullptr);

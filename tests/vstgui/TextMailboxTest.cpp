@@ -44,6 +44,7 @@ TEST(TextMailbox, KeepsEachTextWholeAndEachWritersOrder) {
     TextMailbox mailbox;
     std::atomic<int> writersLeft = kWriters;
     std::vector<std::thread> writers;
+    writers.reserve(kWriters);
     for (int writer = 0; writer < kWriters; ++writer) {
         writers.emplace_back([&, letter = static_cast<char>('a' + writer)] {
             for (int count = 0; count < kPosts; ++count) {

@@ -20,6 +20,7 @@ TEST_F(Threads, MaySetValuesAndTextsWhileTheFrameIsDrawn) {
 
     std::atomic<bool> isOver = false;
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&, letter = static_cast<char>('A' + thread)] {
             for (int count = 0; !isOver; ++count) {

@@ -7,9 +7,14 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <stdexcept>
+#include <utility>
 
 namespace VSTGUI::test {
 namespace {
+
+// As a shell says it.
+constexpr int kNotInstalled = 127;
 
 // In the new process: becomes the server, or ends. The server tells its number at `numberPipe`.
 [[noreturn]] void becomeServer(int depth, int numberPipe) {
@@ -20,7 +25,7 @@ namespace {
     const std::string screen = "1024x768x" + std::to_string(depth);
     execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen.c_str(),
            "-nolisten", "tcp", "-noreset", nullptr);
-    _exit(127);
+    _exit(kNotInstalled);
 }
 
 // The number ends with a line feed.
@@ -55,9 +60,14 @@ std::string XServer::launch(int newDepth) {
     const std::string number = readNumber(ends[0]);
     close(ends[0]);
     if (number.empty()) {
-        stop();
-        return "Xvfb is not installed (Debian package xvfb)";
+        int status = 0;
+        waitpid(std::exchange(process, -1), &status, 0);
+        if (WIFEXITED(status) && WEXITSTATUS(status) == kNotInstalled) {
+            return "Xvfb is not installed (Debian package xvfb)";
+        }
+        throw std::runtime_error("Xvfb does not start");
     }
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread runs before there is a server.
     setenv("DISPLAY", (":" + number).c_str(), 1);
     depth = newDepth;
     return "";

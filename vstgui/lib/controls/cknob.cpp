@@ -170,6 +170,9 @@ CAnimKnob::CAnimKnob(const CRect& size, IControlListener* listener, std::int32_t
     : CKnobBase(size, listener, tag, background), heightOfOneImage(heightOfOneImage) {}
 
 void CAnimKnob::draw(CDrawContext* context) {
+    if (!getBackground()) {
+        return;
+    }
     // The last picture is for the upper end alone: the index is rounded down.
     const double lastIndex = std::floor(getBackground()->getHeight() / heightOfOneImage) - 1;
     const double index = std::floor(static_cast<double>(getValueNormalized()) * lastIndex);

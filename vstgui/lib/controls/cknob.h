@@ -56,7 +56,7 @@ private:
 // value. User-interface thread.
 class CAnimKnob final : public CKnobBase {
 public:
-    // `background` must not be null; each of its pictures is as high as the view.
+    // Each picture of the strip is as high as the view. Without a strip nothing is drawn.
     CAnimKnob(const CRect& size, IControlListener* listener, std::int32_t tag, CBitmap* background);
     // The pictures are counted from the strip's height and `heightOfOneImage`, more than 0: the
     // number given is not used, and no more is the offset.

@@ -305,8 +305,9 @@ void X11Frame::onWheel(const xcb_button_press_event_t& event) {
     callback->platformOnEvent(wheel);
 }
 
-// A window that is hidden in the middle of a drag, or that the host grabs the pointer from, never
-// hears of the release. So as long as a button is thought to be down, the server is asked.
+// A window that is hidden in the middle of a drag never hears of the release, and not even of its
+// hiding if it is the host's window that goes. So as long as a button is thought to be down, the
+// server is asked.
 void X11Frame::releaseLostButton() {
     constexpr std::uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     const xcb_timestamp_t askedFor = pressTime;
