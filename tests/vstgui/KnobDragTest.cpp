@@ -1,4 +1,4 @@
-// How a drag turns a knob. The expected values were measured by hand and follow from the geometry:
+// How a drag turns a knob. The expected values follow from the geometry:
 // three quarters of a circle for the whole range, or 200 pixels along a line.
 #include "Fixtures.h"
 
