@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: tools/tidy.sh [FILE...]
 #
-# Runs clang-tidy over the sources of the plug-in and the host, or over these files only, as many
-# at a time as there are cores. Takes the compile commands of the clang preset and configures it
-# when that has not been done.
+# Runs clang-tidy over the sources of the plug-in, its toolkit and the host, or over these files
+# only, as many at a time as there are cores. Takes the compile commands of the clang preset and
+# configures it when that has not been done.
 
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
@@ -23,7 +23,7 @@ export -f tidy_one
 if (($# > 0)); then
     files=("$@")
 else
-    mapfile -t files < <(find src host -name '*.cpp' | sort)
+    mapfile -t files < <(find src host vstgui -name '*.cpp' | sort)
 fi
 for index in "${!files[@]}"; do
     printf '%d/%d\0%s\0' $((index + 1)) ${#files[@]} "${files[index]}"
