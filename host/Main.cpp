@@ -2,11 +2,13 @@
 // wrong.
 
 #include "Error.h"
+#include "commands/EditCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/ParamsCommand.h"
 #include "commands/PresetCommand.h"
 #include "commands/ProgramsCommand.h"
 #include "commands/RenderCommand.h"
+#include "commands/ScreenshotCommand.h"
 #include "commands/TourCommand.h"
 #include "plugin/PluginText.h"
 #include "terminal/Interrupt.h"
@@ -27,6 +29,8 @@ public:
     explicit Commands(CLI::App& app) {
         add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
         add(addTourCommand(app, tour_), tour_.plugin, runTour, tour_);
+        add(addEditCommand(app, edit_), edit_.plugin, runEdit, edit_);
+        add(addScreenshotCommand(app, screenshot_), screenshot_.plugin, runScreenshot, screenshot_);
         add(addProgramsCommand(app, programs_), programs_.plugin, runPrograms, programs_);
         add(addPresetCommand(app, preset_), preset_.plugin, runPreset, preset_);
         add(addParamsCommand(app, params_), params_.plugin, runParams, params_);
@@ -70,6 +74,8 @@ private:
 
     RenderOptions render_;
     TourOptions tour_;
+    EditOptions edit_;
+    ScreenshotOptions screenshot_;
     ProgramsOptions programs_;
     PresetOptions preset_;
     ParamsOptions params_;

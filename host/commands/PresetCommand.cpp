@@ -38,8 +38,22 @@ void rename(HostedPlugin& plugin, const std::string& name) {
     plugin.request(effSetProgramName, 0, 0, buffer.data());
 }
 
+} // namespace
+
+void checkPresetPath(const std::string& path) {
+    isBankPath(path);
+}
+
+void savePreset(const std::string& path, HostedPlugin& plugin, const StandardOutput& output) {
+    const Preset preset = isBankPath(path) ? takeBank(plugin) : takeProgram(plugin);
+    writePreset(path, preset);
+    output.print(path + ": " + presetSummary(preset) + "\n");
+}
+
+namespace {
+
 void save(const PresetOptions& options, const StandardOutput& output) {
-    const bool isBank = isBankPath(options.file);
+    checkPresetPath(options.file);
     checkName(options.name);
     const Sound sound = readSound(options.sound);
     const PluginLibrary library = loadPlugin(options.plugin);
@@ -48,9 +62,7 @@ void save(const PresetOptions& options, const StandardOutput& output) {
     if (options.name) {
         rename(plugin, *options.name);
     }
-    const Preset preset = isBank ? takeBank(plugin) : takeProgram(plugin);
-    writePreset(options.file, preset);
-    output.print(options.file + ": " + presetSummary(preset) + "\n");
+    savePreset(options.file, plugin, output);
 }
 
 void load(const PresetOptions& options, const StandardOutput& output) {

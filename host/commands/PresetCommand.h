@@ -4,6 +4,7 @@
 
 #include "commands/PluginOptions.h"
 #include "commands/SoundOptions.h"
+#include "plugin/HostedPlugin.h"
 #include "terminal/StandardOutput.h"
 
 #include <optional>
@@ -22,5 +23,11 @@ struct PresetOptions {
 
 CLI::App* addPresetCommand(CLI::App& app, PresetOptions& options);
 void runPreset(const PresetOptions& options, const StandardOutput& output);
+
+// Throws UsageError when the file's name says neither program nor bank.
+void checkPresetPath(const std::string& path);
+// Writes what the plug-in's current program, or its bank, is set to, as the file's name says, and
+// prints what that was. Throws InputError when the file cannot be written.
+void savePreset(const std::string& path, HostedPlugin& plugin, const StandardOutput& output);
 
 } // namespace zelvatone

@@ -27,7 +27,7 @@ _zelvatone_programs() {
 _zelvatone_value() {
     case $1 in
     -o | --output | --plugin) _zelvatone_files ;;
-    --preset) _zelvatone_files '*.[fF][xX][pPbB]' ;;
+    --preset | --save) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     --automate) _zelvatone_files '*.[cC][sS][vV]' ;;
     --stems)
         compopt -o filenames 2>/dev/null
@@ -37,6 +37,7 @@ _zelvatone_value() {
     --format) _zelvatone_words 16 24 float ;;
     --tail | --threads) _zelvatone_words auto ;;
     --rate | --block | --gain | --set | --channel | --name) ;;
+    --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
     esac
 }
@@ -50,6 +51,8 @@ _zelvatone_options() {
             --stems --automate --quiet "$sound" "$plugin"
         ;;
     tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
+    edit) _zelvatone_words --save "$sound" "$plugin" ;;
+    screenshot) _zelvatone_words --output --help-page "$sound" "$plugin" ;;
     programs | info) _zelvatone_words --json "$plugin" ;;
     params) _zelvatone_words --json "$sound" "$plugin" ;;
     preset) _zelvatone_words --help ;;
@@ -62,7 +65,7 @@ _zelvatone() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        _zelvatone_words render tour programs preset params info --help --version
+        _zelvatone_words render tour edit screenshot programs preset params info --help --version
         return
     fi
     _zelvatone_value "${COMP_WORDS[COMP_CWORD - 1]}" && return

@@ -50,7 +50,7 @@ VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
     case audioMasterGetAutomationState:
         return kAutomationOff;
     case audioMasterWantMidi: // it is sent in any case
-    case audioMasterAutomate: // nobody records moves or shows values: they are taken note of
+    case audioMasterAutomate: // a listener has heard of it, where there is one
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
     case audioMasterUpdateDisplay:
@@ -96,7 +96,34 @@ VstIntPtr HostServices::answerTime(VstInt32 filter) {
     return reinterpret_cast<VstIntPtr>(&answered);
 }
 
-VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr) {
+void HostServices::tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) const {
+    EditListener* listener = listener_;
+    if (listener == nullptr) {
+        return;
+    }
+    switch (opcode) {
+    case audioMasterBeginEdit:
+        listener->onBeginEdit(index);
+        break;
+    case audioMasterAutomate:
+        listener->onAutomate(index, opt);
+        break;
+    case audioMasterEndEdit:
+        listener->onEndEdit(index);
+        break;
+    case audioMasterSizeWindow:
+        if (index > 0 && value > 0) {
+            listener->onSizeWindow(index, static_cast<int>(value));
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                               float opt) {
+    tellListener(opcode, index, value, opt);
     switch (opcode) {
     case audioMasterGetTime:
         return answerTime(static_cast<VstInt32>(value));
@@ -108,7 +135,7 @@ VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
         return rendering_ ? kProcessLevelOffline : kProcessLevelUser;
     case audioMasterGetDirectory:
         return reinterpret_cast<VstIntPtr>(pluginFolder_.c_str());
-    case audioMasterSizeWindow: // there is no window around the editor that could be too small
+    case audioMasterSizeWindow:
         return index > 0 && value > 0 ? 1 : 0;
     default:
         return answerAsHost(opcode, ptr);
@@ -116,13 +143,13 @@ VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
 }
 
 VstIntPtr HostServices::callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
-                                 void* ptr, float /*opt*/) noexcept {
+                                 void* ptr, float opt) noexcept {
     HostServices* services = underConstruction;
     if (services == nullptr && effect != nullptr) {
         services = reinterpret_cast<HostServices*>(effect->resvd1);
     }
     return services == nullptr ? answerAsHost(opcode, ptr)
-                               : services->answer(opcode, index, value, ptr);
+                               : services->answer(opcode, index, value, ptr, opt);
 }
 
 } // namespace zelvatone

@@ -2,6 +2,7 @@
 // stands, what it can do.
 #pragma once
 
+#include "plugin/EditListener.h"
 #include "vst2/aeffectx.h"
 
 #include <atomic>
@@ -26,6 +27,10 @@ public:
     // Whether blocks are being rendered, so that a plug-in may take its time over them.
     void setRendering(bool rendering) { rendering_ = rendering; }
 
+    // Who hears of what the user does in the editor; null for nobody. The listener must live until
+    // it is taken off, and no call may be under way then.
+    void setEditListener(EditListener* listener) { listener_ = listener; }
+
     // Ties the record to this instance, for the calls to come.
     void attachTo(AEffect* effect);
 
@@ -44,12 +49,14 @@ public:
     };
 
 private:
-    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr);
+    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
     VstIntPtr answerTime(VstInt32 filter);
+    void tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) const;
 
     StreamFormat format_;
     std::string pluginFolder_;
     std::atomic<bool> rendering_{false};
+    std::atomic<EditListener*> listener_{nullptr};
     std::mutex timeMutex_; // guards time_
     VstTimeInfo time_{};
 };

@@ -41,6 +41,9 @@ public:
     float parameter(int index);
     void setParameter(int index, float value);
 
+    // See HostServices.
+    void setEditListener(EditListener* listener) { services_.setEditListener(listener); }
+
     // Between these two, blocks are rendered.
     void switchOn();
     void switchOff();

@@ -20,22 +20,23 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-// The word of small letters behind the first `mark` in a line; empty without one.
+// The word of small letters and hyphens behind the first `mark` in a line; empty without one.
 std::string wordBehind(const std::string& line, const std::string& mark) {
     const std::size_t at = line.find(mark);
     if (at == std::string::npos) {
         return {};
     }
     const std::size_t start = at + mark.size();
-    const std::size_t end = line.find_first_not_of("abcdefghijklmnopqrstuvwxyz", start);
+    const std::size_t end = line.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", start);
     return line.substr(start, end - start);
 }
 
 using Words = std::vector<std::string>;
 
 // Every command, and the commands inside one.
-const std::vector<Words> kCommands{{"render"}, {"tour"},           {"programs"},      {"params"},
-                                   {"info"},   {"preset", "save"}, {"preset", "load"}};
+const std::vector<Words> kCommands{{"render"},     {"tour"},           {"edit"},
+                                   {"screenshot"}, {"programs"},       {"params"},
+                                   {"info"},       {"preset", "save"}, {"preset", "load"}};
 
 Words joined(Words words, const std::string& last) {
     words.push_back(last);
