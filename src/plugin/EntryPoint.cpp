@@ -12,11 +12,12 @@ constexpr VstInt32 kUniqueID = 61546; // by which hosts tell this plug-in's save
 // library is loaded, whatever becomes of the plug-in object: a host that closes an instance while
 // its audio thread is still inside leaves that thread a whole engine.
 AudioEffect* createEffectInstance(audioMasterCallback audioMaster) {
-    auto* engine = new (std::nothrow) zelvatone::ZelvatoneEngine;
-    if (engine == nullptr) {
+    try {
+        auto* engine = new zelvatone::ZelvatoneEngine;
+        return new zelvatone::VSTGuiVSTInterface(audioMaster, engine, kUniqueID);
+    } catch (const std::bad_alloc&) { // a host in C would not survive it
         return nullptr;
     }
-    return new (std::nothrow) zelvatone::VSTGuiVSTInterface(audioMaster, engine, kUniqueID);
 }
 
 } // namespace
