@@ -118,7 +118,8 @@ void X11EditorWindow::describe(const std::string& title) {
     // The same as UTF-8, which newer desktops prefer.
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_, atom("_NET_WM_NAME"),
                         atom("UTF8_STRING"), 8, length, title.data());
-    constexpr std::string_view kClass("zelvatone\0zelvatone", 20); // with both ends
+    // Instance and class, each with its end.
+    constexpr std::array kClass = std::to_array("zelvatone\0zelvatone");
     xcb_icccm_set_wm_class(connection_.get(), window_, kClass.size(), kClass.data());
     xcb_icccm_set_wm_protocols(connection_.get(), window_, atom("WM_PROTOCOLS"), 1, &closeRequest_);
 }
