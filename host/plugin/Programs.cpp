@@ -57,7 +57,7 @@ std::string noneError(const std::vector<std::string>& names, std::string_view wa
     const std::string line = "unknown program '" + std::string(wanted) + "'; ";
     std::vector<std::string> nearest = nearestNames(names, wanted, kNearestNamed);
     for (std::string& name : nearest) {
-        name = "'" + name + "'";
+        name.insert(0, "'").append("'");
     }
     return line + (nearest.empty() ? "'zelvatone programs' lists those that there are"
                                    : "did you mean " + alternatives(nearest) + "?");

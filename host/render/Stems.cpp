@@ -3,10 +3,11 @@
 #include "Error.h"
 
 #include <system_error>
+#include <utility>
 
 namespace zelvatone {
 
-StemFolder::StemFolder(const std::filesystem::path& path) : path_(path), isNew_(false) {
+StemFolder::StemFolder(std::filesystem::path path) : path_(std::move(path)) {
     std::error_code error;
     isNew_ = std::filesystem::create_directory(path_, error);
     if (error || !std::filesystem::is_directory(path_, error)) {

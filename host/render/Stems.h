@@ -15,7 +15,7 @@ namespace zelvatone {
 class StemFolder {
 public:
     // Throws InputError when the folder cannot be made.
-    explicit StemFolder(const std::filesystem::path& path);
+    explicit StemFolder(std::filesystem::path path);
     ~StemFolder();
     StemFolder(const StemFolder&) = delete;
     StemFolder& operator=(const StemFolder&) = delete;
@@ -24,7 +24,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    bool isNew_;
+    bool isNew_ = false;
 };
 
 // One sound file for each part of an ensemble. They appear when they are complete.

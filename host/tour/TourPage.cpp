@@ -112,7 +112,7 @@ std::string gradient() {
     return text + ")";
 }
 
-constexpr const char* kMark = "<meta name=\"generator\" content=\"zelvatone tour\">";
+constexpr const char* kMark = R"(<meta name="generator" content="zelvatone tour">)";
 
 } // namespace
 
