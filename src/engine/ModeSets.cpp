@@ -1,9 +1,9 @@
 // The rules that lay out a set of modes for a note: the harmonic series and the extra, detuned
 // modes; and the mode sets that fillModes makes for looking at.
+#include "engine/ModePowers.h"
 #include "engine/ModeVoice.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
@@ -12,19 +12,6 @@
 namespace zelvatone {
 
 namespace {
-
-// Extra mode j lies below the note by the ratio primes[j] ^ detune. All primes below 100, far more
-// than "Modes" asks for.
-constexpr std::array<std::int32_t, 25> primes = {2,  3,  5,  7,  11, 13, 17, 19, 23, 29, 31, 37, 41,
-                                                 43, 47, 53, 59, 61, 67, 71, 73, 79, 83, 89, 97};
-
-float powerAsFloat(double base, float exponent) {
-    return static_cast<float>(std::pow(base, static_cast<double>(exponent)));
-}
-
-float extraFrequency(float baseFreq, std::int32_t j, float detune) {
-    return baseFreq / powerAsFloat(primes[static_cast<std::size_t>(j)], detune);
-}
 
 // Summed in index order in single precision: the order is part of the result.
 void normalise(std::span<float> amplitudes) {
@@ -59,9 +46,9 @@ void ModeVoice::shapeHarmonic(std::int32_t k, float& frequency, float& amplitude
 void ModeVoice::computeTargets(std::int32_t count) {
     // From 0 to 5 as the parameter has it; the bounds are for a NaN parameter.
     const std::int32_t extras = std::clamp(std::min(settings->primeModes, count), 0,
-                                           static_cast<std::int32_t>(primes.size()));
+                                           static_cast<std::int32_t>(kPrimes.size()));
     for (std::int32_t j = 0; j < extras; ++j) {
-        targetFreq[j] = extraFrequency(baseFreq, j, settings->detune);
+        targetFreq[j] = baseFreq / extraRatio(j, settings->detune);
         targetAmp[j] = settings->primePower;
     }
     for (std::int32_t j = extras; j < count; ++j) {
@@ -149,10 +136,10 @@ void ModeVoice::fillHarmonic(std::int32_t count) {
         ampStep[i] = 0.0F;
         shapeHarmonic(i + 1, freq[i], amp[i]);
     }
-    const auto last = static_cast<std::int32_t>(primes.size());
+    const auto last = static_cast<std::int32_t>(kPrimes.size());
     for (std::int32_t i = harmonics; i < count && i - harmonics < last; ++i) {
         ampStep[i] = 0.0F;
-        freq[i] = extraFrequency(baseFreq, i - harmonics, settings->detune);
+        freq[i] = baseFreq / extraRatio(i - harmonics, settings->detune);
         amp[i] = settings->primePower;
     }
 }

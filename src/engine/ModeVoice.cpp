@@ -57,20 +57,27 @@ void ModeVoice::ensureCapacity(std::int32_t count) {
     if (capacity >= count) {
         return;
     }
-    for (std::vector<float>* array :
-         {&amp, &freq, &phase, &ampStep, &freqStep, &targetAmp, &targetFreq}) {
+    for (ModeArray* array : {&amp, &freq, &phase, &ampStep, &freqStep, &targetAmp, &targetFreq}) {
         array->assign(static_cast<std::size_t>(count), 0.0F);
     }
     capacity = count;
 }
 
 void ModeVoice::start(float frequency) {
+    beginNote(frequency);
+    computeTargets(activeCount);
+    normaliseTargets(activeCount);
+    standOnTargets();
+}
+
+void ModeVoice::beginNote(float frequency) {
     time = 0.0F;
     baseFreq = frequency;
     activeCount = std::clamp(settings->initialModes, 0, kMaxModeCount);
     targetCount = activeCount;
-    computeTargets(activeCount);
-    normaliseTargets(activeCount);
+}
+
+void ModeVoice::standOnTargets() {
     // Steps, and the targets of modes that do not start, keep what the slot's last note left.
     std::fill_n(amp.begin(), kMaxModeCount, 0.0F);
     std::fill_n(freq.begin(), kMaxModeCount, 0.0F);
@@ -102,7 +109,7 @@ float ModeVoice::sumModes() const {
 void ModeVoice::update() {
     glide();
     trim();
-    if (shiftIsDue()) {
+    if (shiftIsDue(time)) {
         shift();
     }
 }
@@ -114,20 +121,23 @@ void ModeVoice::glide() {
     }
 }
 
-// Drops trailing modes that have faded out. A silent mode below a sounding one stays counted.
 void ModeVoice::trim() {
     while (activeCount > 0 && amp[activeCount - 1] == 0.0F && targetAmp[activeCount - 1] == 0.0F) {
         --activeCount;
     }
 }
 
-// Whether the next sample reaches a multiple of the shift period. The voice's own float clock
-// decides, so the rounding of `time` is part of the rhythm. A period that is 0, negative or NaN
-// is due at every sample, an infinite one never.
-bool ModeVoice::shiftIsDue() const {
+float ModeVoice::shiftPeriod() const {
     const auto beats = static_cast<float>(settings->shiftBeats);
-    const auto period = static_cast<float>(beats / (settings->tempo / 60.0));
-    const float sinceShift = std::fmod(time, period);
+    return static_cast<float>(beats / (settings->tempo / 60.0));
+}
+
+// Whether the next sample reaches a multiple of the shift period. The voice's own float clock
+// decides, so its rounding is part of the rhythm. A period that is 0, negative or NaN
+// is due at every sample, an infinite one never.
+bool ModeVoice::shiftIsDue(float seconds) const {
+    const float period = shiftPeriod();
+    const float sinceShift = std::fmod(seconds, period);
     return !(sinceShift + settings->secondsPerSample <= period);
 }
 
@@ -142,6 +152,10 @@ void ModeVoice::shift() {
     const std::int32_t count = nextModeCount();
     computeTargets(count);
     normaliseTargets(count);
+    glideToTargets(count);
+}
+
+void ModeVoice::glideToTargets(std::int32_t count) {
     if (activeCount < count) {
         admitModes(count);
         computeSteps(count);

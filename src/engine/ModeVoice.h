@@ -2,10 +2,10 @@
 // frequency and phase, all read from the shared wave table.
 #pragma once
 
+#include "engine/ModeArray.h"
 #include "engine/VoiceSettings.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace zelvatone {
 
@@ -26,6 +26,24 @@ public:
     // Returns this sample and moves the bank on by one sample.
     float tick();
 
+    // What start and tick are made of, for a renderer of whole runs. It fills in the targets of
+    // the modes counted between the two halves of a start, and of a shift.
+
+    // Sets the clock, the frequency in Hz and the counts of a note's start.
+    void beginNote(float frequency);
+    // Puts all modes where a note's start has them.
+    void standOnTargets();
+    // Seconds between shifts at the current tempo.
+    float shiftPeriod() const;
+    // Whether the sample that begins `seconds` after the note's start ends with a shift.
+    bool shiftIsDue(float seconds) const;
+    // How many modes a shift asks for, 0 to kMaxModeCount.
+    std::int32_t nextModeCount() const;
+    // Sends the modes on towards targets for `count` of them, letting modes in or out.
+    void glideToTargets(std::int32_t count);
+    // Drops trailing modes that have faded out. A silent mode below a sounding one stays counted.
+    void trim();
+
     // Fills the targets of modes 0..count-1 for the note's frequency. `count`: 0..capacity.
     void computeTargets(std::int32_t count);
     // Scales the target amplitudes of modes 0..count-1 to sum 1, where they sum to more than 0.
@@ -41,29 +59,26 @@ public:
     // Prints the active modes to standard output.
     void dumpModes() const;
 
-    std::int32_t capacity = 0;     // length of each of the seven arrays
-    std::vector<float> amp;        // current amplitudes
-    std::vector<float> freq;       // current frequencies, Hz; legally negative
-    std::vector<float> phase;      // radians
-    std::vector<float> ampStep;    // amplitude change a sample while gliding
-    std::vector<float> freqStep;   // Hz a sample while gliding
-    std::vector<float> targetAmp;  // where the amplitudes glide to
-    std::vector<float> targetFreq; // where the frequencies glide to, Hz
-    float gain = 0.5F;             // output scale: leaves headroom for the mix
-    float baseFreq = 0.0F;         // the note's frequency, Hz
-    std::int32_t activeCount = 0;  // modes that are summed and advanced
-    std::int32_t targetCount = 0;  // modes in the current target set
-    float time = 0.0F;             // seconds since the note started
+    std::int32_t capacity = 0;    // length of each of the seven arrays
+    ModeArray amp;                // current amplitudes
+    ModeArray freq;               // current frequencies, Hz; legally negative
+    ModeArray phase;              // radians
+    ModeArray ampStep;            // amplitude change a sample while gliding
+    ModeArray freqStep;           // Hz a sample while gliding
+    ModeArray targetAmp;          // where the amplitudes glide to
+    ModeArray targetFreq;         // where the frequencies glide to, Hz
+    float gain = 0.5F;            // output scale: leaves headroom for the mix
+    float baseFreq = 0.0F;        // the note's frequency, Hz
+    std::int32_t activeCount = 0; // modes that are summed and advanced
+    std::int32_t targetCount = 0; // modes in the current target set
+    float time = 0.0F;            // seconds since the note started
     const VoiceSettings* settings;
 
 private:
     float sumModes() const;
     void update();
     void glide();
-    void trim();
-    bool shiftIsDue() const;
     void shift();
-    std::int32_t nextModeCount() const;
     void admitModes(std::int32_t count);
     void dismissModes(std::int32_t count);
     void computeSteps(std::int32_t count);

@@ -166,13 +166,13 @@ TEST_F(Phase, TurnsTwiceAsFastWhenBentAnOctaveUp) {
 TEST_F(Phase, TurnsByTheBendAtOnceInEveryMode) {
     settings.initialModes = 5;
     voice.start(20.0F);
-    std::vector<float> before = voice.phase;
+    ModeArray before = voice.phase;
     voice.tick();
     for (std::int32_t i = 0; i < 5; ++i) {
         before[i] = voice.phase[i] - before[i];
     }
     settings.bendRatio = 2.0;
-    const std::vector<float> between = voice.phase;
+    const ModeArray between = voice.phase;
     voice.tick();
     for (std::int32_t i = 0; i < 5; ++i) {
         // Phases are near 1: a sum is rounded by up to 2^-24.

@@ -108,13 +108,13 @@ TEST_F(ShiftCount, StaysBetweenNoneAndAHundredWhateverTheSettings) {
 
 TEST_F(ShiftCount, LeavesAnUnchangedSetStandingStill) {
     start(10);
-    const std::vector<float> amps = voice.amp;
-    const std::vector<float> freqs = voice.freq;
+    const ModeArray amps = voice.amp;
+    const ModeArray freqs = voice.freq;
     counts(3);
     EXPECT_EQ(voice.amp, amps);
     EXPECT_EQ(voice.freq, freqs);
-    EXPECT_EQ(voice.ampStep, std::vector<float>(100, 0.0F));
-    EXPECT_EQ(voice.freqStep, std::vector<float>(100, 0.0F));
+    EXPECT_EQ(voice.ampStep, ModeArray(100, 0.0F));
+    EXPECT_EQ(voice.freqStep, ModeArray(100, 0.0F));
 }
 
 TEST_F(ShiftCount, GlidesAnUnchangedCountToTargetsThatMoved) {

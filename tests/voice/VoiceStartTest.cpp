@@ -8,7 +8,7 @@ namespace {
 
 using VoiceStart = VoiceBench;
 
-std::vector<std::vector<float>*> arraysOf(ModeVoice& voice) {
+std::vector<ModeArray*> arraysOf(ModeVoice& voice) {
     return {&voice.amp,      &voice.freq,      &voice.phase,     &voice.ampStep,
             &voice.freqStep, &voice.targetAmp, &voice.targetFreq};
 }
@@ -21,33 +21,33 @@ TEST_F(VoiceStart, FindsANewVoiceEmptyAndSilent) {
     EXPECT_EQ(voice.targetCount, 0);
     EXPECT_EQ(voice.capacity, 100);
     EXPECT_EQ(voice.settings, &settings);
-    for (const std::vector<float>* array : arraysOf(voice)) {
-        EXPECT_EQ(*array, std::vector<float>(100, 0.0F));
+    for (const ModeArray* array : arraysOf(voice)) {
+        EXPECT_EQ(*array, ModeArray(100, 0.0F));
     }
     EXPECT_EQ(voice.tick(), 0.0F);
 }
 
 TEST_F(VoiceStart, NeverShrinksOrClearsABankThatIsLongEnough) {
-    for (std::vector<float>* array : arraysOf(voice)) {
+    for (ModeArray* array : arraysOf(voice)) {
         array->front() = 3.0F;
     }
     voice.ensureCapacity(100);
     voice.ensureCapacity(5);
     voice.ensureCapacity(-1);
     EXPECT_EQ(voice.capacity, 100);
-    for (const std::vector<float>* array : arraysOf(voice)) {
+    for (const ModeArray* array : arraysOf(voice)) {
         EXPECT_EQ(array->front(), 3.0F);
     }
 }
 
 TEST_F(VoiceStart, ClearsABankThatGrows) {
-    for (std::vector<float>* array : arraysOf(voice)) {
+    for (ModeArray* array : arraysOf(voice)) {
         array->front() = 3.0F;
     }
     voice.ensureCapacity(101);
     EXPECT_EQ(voice.capacity, 101);
-    for (const std::vector<float>* array : arraysOf(voice)) {
-        EXPECT_EQ(*array, std::vector<float>(101, 0.0F));
+    for (const ModeArray* array : arraysOf(voice)) {
+        EXPECT_EQ(*array, ModeArray(101, 0.0F));
     }
 }
 
