@@ -1,5 +1,8 @@
 #include "engine/EventRing.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace zelvatone {
 
 std::int32_t EventRing::write(const Entry& entry) {
@@ -18,6 +21,20 @@ std::int32_t EventRing::read(Entry& entry) {
     entry = entries[readIndex & (kBufferSize - 1)];
     readIndex = (readIndex + 1) & kIndexMask;
     return 1;
+}
+
+std::int32_t EventRing::shortestWait() const {
+    std::int32_t shortest = std::numeric_limits<std::int32_t>::max();
+    for (std::int32_t i = 0; i < available(); ++i) {
+        shortest = std::min(shortest, entries[(readIndex + i) & (kBufferSize - 1)].framesLeft);
+    }
+    return shortest;
+}
+
+void EventRing::countDown(std::int32_t samples) {
+    for (std::int32_t i = 0; i < available(); ++i) {
+        entries[(readIndex + i) & (kBufferSize - 1)].framesLeft -= samples;
+    }
 }
 
 } // namespace zelvatone

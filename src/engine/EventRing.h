@@ -27,6 +27,10 @@ public:
     std::int32_t write(const Entry& entry);
     // Takes the oldest entry into `entry`; answers 1, or 0 when there is none.
     std::int32_t read(Entry& entry);
+    // The shortest wait of all entries; the highest integer when there is none.
+    std::int32_t shortestWait() const;
+    // Takes `samples` off every wait.
+    void countDown(std::int32_t samples);
 
 private:
     static constexpr std::int32_t kIndexMask = 2 * kBufferSize - 1;

@@ -3,6 +3,8 @@
 #include "engine/SynthEvent.h"
 #include "params/CheckedAccess.h"
 
+#include <algorithm>
+
 namespace zelvatone {
 
 namespace {
@@ -135,6 +137,23 @@ void SynthEngine::runEventPass() {
         }
         ++taken;
     } while (taken < events.available());
+}
+
+std::int32_t SynthEngine::runEventPasses(std::int32_t limit) {
+    const std::int32_t quiet = runQuietEventPasses(limit);
+    if (quiet > 0) {
+        return quiet;
+    }
+    runEventPass();
+    return 1 + runQuietEventPasses(limit - 1);
+}
+
+// Up to `limit` passes at once: with no entry due, a pass counts every entry down, turns the full
+// ring once and does no more.
+std::int32_t SynthEngine::runQuietEventPasses(std::int32_t limit) {
+    const std::int32_t quiet = std::min(std::max(events.shortestWait(), 1) - 1, limit);
+    events.countDown(quiet);
+    return quiet;
 }
 
 } // namespace zelvatone

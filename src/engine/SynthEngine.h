@@ -85,8 +85,12 @@ protected:
 
     // One pass over the waiting events, at the start of every sample.
     void runEventPass();
+    // Runs the passes of the coming samples, 1 to `limit`, up to the one before the next that
+    // applies an event; answers for how many samples.
+    std::int32_t runEventPasses(std::int32_t limit);
 
 private:
+    std::int32_t runQuietEventPasses(std::int32_t limit);
     void queue(SynthEvent* event, std::int32_t deltaFrames);
 };
 
