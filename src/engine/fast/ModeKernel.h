@@ -1,0 +1,111 @@
+// The vector half of the fast renderer, as the scalar half sees it: a table of functions, compiled
+// once for each vector width from one source. Every function keeps the plain rule to the bit.
+#pragma once
+
+#include <cstdint>
+
+namespace zelvatone {
+
+// The longest stretch of samples that is rendered at once.
+constexpr std::int32_t kRunSamples = 64;
+// How much of it stage 1 prepares before stage 2 sums it: the table indices of a full bank then
+// take 14 KB and stay in the first-level cache.
+constexpr std::int32_t kChunkSamples = 32;
+// Lanes that the voices of one batch may fill: a full bank of modes in whole vectors of any width.
+constexpr std::int32_t kBatchLanes = 112;
+// Every array of a bank may be read and written up to here.
+constexpr std::int32_t kPaddedModes = 112;
+
+// A voice's seven arrays and how many of its modes are active, 0 to 100. What lies behind the
+// active modes is kept as it is.
+struct ModeBank {
+    float* amp;
+    float* freq;
+    float* phase;
+    float* ampStep;
+    float* freqStep;
+    float* targetAmp;
+    float* targetFreq;
+    std::int32_t count;
+};
+
+// What holds for all modes of all voices until the next event.
+struct Motion {
+    float radiansPerHz;       // phase advance of 1 Hz in one sample
+    float entriesPerRadian;   // table entries
+    const float* cycle;       // the wave table's entry 0, with entries on both sides of it
+    const float* dropFactors; // by mode: its frequency's factor a sample, 1 for those left alone
+    bool drops;               // whether any factor is not 1
+    bool dropsGliding;        // whether modes drop while they glide
+    float dropGrowth;         // the most that kRunSamples samples of drop can raise a frequency
+};
+
+// How the frequencies of a bank move.
+enum class Course : std::int32_t {
+    kStill,       // not at all
+    kGlide,       // towards their targets, or away from them
+    kDrop,        // by the drop factors alone
+    kGlideAndDrop // by both, or nobody can tell beforehand
+};
+
+// Which of the wrapping rules its phases can meet.
+enum class Wrap : std::int32_t {
+    kNear, // turning forwards by less than one turn a sample
+    kFar,  // turning forwards by constant amounts
+    kAny   // turning both ways by any amount
+};
+
+// What to expect of a bank in its next samples.
+struct Outlook {
+    bool calm; // all values are numbers of sane size: no look-up can fail
+    bool huge; // phases may turn too fast for vectors to wrap them
+    bool loudnessMoves;
+    Course course;
+    Wrap wrap;
+};
+
+// One voice's part of a batch.
+struct Segment {
+    ModeBank modes;
+    float gain;
+    float* out; // receives the voice's samples, rounded up to a multiple of 4
+};
+
+// What stage 1 leaves for stage 2, one vector of modes after the other. The last group of vectors
+// may be filled up with idle ones.
+struct alignas(64) KernelScratch {
+    static constexpr std::int32_t kIdleLanes = 6 * 16;
+    std::int32_t index[(kBatchLanes + kIdleLanes) * kChunkSamples] = {};
+    float amp[(kBatchLanes + kIdleLanes) * kChunkSamples] = {};
+    float idle[16] = {};
+};
+
+struct ModeKernel {
+    const char* name;
+    std::int32_t lanes; // floats in a vector
+
+    // Looks `samples` (1..kRunSamples) ahead, during which no target changes.
+    Outlook (*foresee)(const ModeBank& bank, const Motion& motion, std::int32_t samples);
+    // Renders `samples` of each of `count` segments, all of the same calm, not huge outlook, and
+    // moves their banks on. Together their banks fill kBatchLanes at most.
+    void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,
+                   const Outlook& outlook, const Motion& motion, KernelScratch& scratch);
+
+    // The steps of a single sample, for those at which modes come and go in between.
+    float (*sum)(const ModeBank& bank, const Motion& motion, KernelScratch& scratch);
+    void (*glide)(const ModeBank& bank);
+    void (*advance)(const ModeBank& bank, const Motion& motion);
+
+    // Adds a voice under its envelope to the mix.
+    void (*mix)(float* sum, float* weight, const float* voice, const float* level,
+                std::int32_t samples);
+    // Scales the mix to the output. Writes a multiple of 4 samples.
+    void (*finish)(float* out, const float* sum, const float* weight, std::int32_t samples);
+};
+
+// For every x86-64 processor, for those with AVX2, and for those with AVX-512F.
+extern const ModeKernel kSse2Kernel;
+extern const ModeKernel kAvx2Kernel;
+extern const ModeKernel kAvx512Kernel;
+
+} // namespace zelvatone
