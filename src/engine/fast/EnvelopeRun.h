@@ -1,0 +1,15 @@
+// An envelope over many samples at once.
+#pragma once
+
+#include "engine/ADSR.h"
+
+#include <cstdint>
+
+namespace zelvatone {
+
+// Ticks the active `envelope` up to `samples` (1..kRunSamples) times, by `dt` seconds each, and
+// writes its values to `levels`, which has room for kRunSamples. Answers how many ticks there were:
+// fewer than `samples` if the note's fade ended with the last one. Audio thread.
+std::int32_t runEnvelope(ADSR& envelope, double dt, std::int32_t samples, float* levels);
+
+} // namespace zelvatone

@@ -1,0 +1,60 @@
+// A clock that adds a rounded amount at every sample, read ahead.
+#pragma once
+
+#include "engine/fast/ModeKernel.h"
+
+#include <array>
+#include <bit>
+#include <cstdint>
+
+namespace zelvatone {
+
+// Rounding is even: as long as a clock stays within one power of two, every sample adds the same
+// whole number of its last places, and any later time follows from one multiplication. Where that
+// does not hold, the clock counts sample by sample.
+template<class Time>
+class SampleClock {
+public:
+    // `start` and `increment` in seconds, `increment` above zero; `samples` (1..kRunSamples): how
+    // far it will be asked for.
+    SampleClock(Time start, double increment, std::int32_t samples) : start(start) {
+        const Time first = after(start, increment);
+        step = static_cast<double>(first) - start;
+        even = static_cast<double>(after(first, increment)) - first == step &&
+               staysWithinOnePower(samples);
+        if (!even) {
+            count(increment, samples);
+        }
+    }
+
+    // The time after `samples` more samples, 0 to as many as were announced.
+    Time at(std::int32_t samples) const {
+        return even ? static_cast<Time>(start + samples * step) : counted[samples];
+    }
+
+private:
+    static Time after(Time time, double increment) { return static_cast<Time>(time + increment); }
+
+    // If so, `samples * step` is a number of last places that the clock's format has room for.
+    bool staysWithinOnePower(std::int32_t samples) const {
+        return powerOf(static_cast<double>(start)) == powerOf(start + samples * step);
+    }
+
+    static std::uint64_t powerOf(double value) {
+        return std::bit_cast<std::uint64_t>(value) >> 52U; // the exponent's bits
+    }
+
+    void count(double increment, std::int32_t samples) {
+        counted[0] = start;
+        for (std::int32_t k = 0; k < samples; ++k) {
+            counted[k + 1] = after(counted[k], increment);
+        }
+    }
+
+    Time start;
+    double step;
+    bool even;
+    std::array<Time, kRunSamples + 1> counted; // only where it is not even
+};
+
+} // namespace zelvatone

@@ -1,0 +1,120 @@
+#include "engine/fast/VoiceRun.h"
+
+#include "engine/fast/SampleClock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvatone {
+
+namespace {
+
+// Where the next shift is due, by the rule of ModeVoice::shiftIsDue. A time in the same period
+// differs from the clock's present one by a short number of last places, so what fmod would make
+// of it is an exact sum.
+std::int32_t samplesBeforeShift(const ModeVoice& voice, std::int32_t samples) {
+    const double increment = voice.settings->secondsPerSample;
+    const auto period = static_cast<double>(voice.shiftPeriod());
+    const auto start = static_cast<double>(voice.time);
+    const double sinceShift = std::fmod(start, period);
+    const SampleClock<float> clock(voice.time, increment, samples);
+    const auto isBefore = [&](std::int32_t k) {
+        const double time = sinceShift + (static_cast<double>(clock.at(k)) - start);
+        return time + increment <= period;
+    };
+    if (isBefore(samples - 1)) {
+        return samples;
+    }
+    std::int32_t k = 0;
+    while (isBefore(k)) {
+        ++k;
+    }
+    // The clock's rounding may have carried it over the end of the period without a shift: then the
+    // next one is looked for when this sample is done.
+    return voice.shiftIsDue(clock.at(k)) ? k : k + 1;
+}
+
+// The last mode leaves in the sample in which it arrives at a target amplitude of 0, and others may
+// leave with it. Before that nobody does.
+std::int32_t samplesBeforeTrim(const ModeVoice& voice, std::int32_t samples) {
+    const std::int32_t last = voice.activeCount - 1;
+    if (last < 0 || voice.targetAmp[last] != 0.0F) {
+        return samples;
+    }
+    float amp = std::fabs(voice.amp[last]);
+    const float descent = voice.amp[last] > 0.0F ? -voice.ampStep[last] : voice.ampStep[last];
+    if (amp == 0.0F) {
+        return 0;
+    }
+    for (std::int32_t k = 0; k < samples; ++k) {
+        amp -= descent;
+        if (!(amp > 0.0F)) {
+            return k;
+        }
+    }
+    return samples;
+}
+
+// A sample at which modes may change: ModeVoice::tick with vectors for its loops.
+float tickVoice(ModeVoice& voice, const RunTools& tools) {
+    const float out = voice.gain * tools.kernel.sum(bankOf(voice), tools.motion, tools.scratch);
+    tools.kernel.glide(bankOf(voice));
+    voice.trim();
+    if (voice.shiftIsDue(voice.time)) {
+        const std::int32_t count = voice.nextModeCount();
+        tools.targets.fill(voice, count);
+        voice.glideToTargets(count);
+    }
+    tools.kernel.advance(bankOf(voice), tools.motion);
+    advanceClock(voice, 1);
+    return out;
+}
+
+// Samples without a change.
+void renderSegment(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools) {
+    const Segment segment{.modes = bankOf(voice), .gain = voice.gain, .out = out};
+    const Outlook outlook = tools.kernel.foresee(segment.modes, tools.motion, samples);
+    if (outlook.huge) {
+        std::generate_n(out, samples, [&voice] { return voice.tick(); });
+        return;
+    }
+    tools.kernel.render(&segment, 1, samples, outlook, tools.motion, tools.scratch);
+    advanceClock(voice, samples);
+}
+
+} // namespace
+
+ModeBank bankOf(ModeVoice& voice) {
+    return {.amp = voice.amp.data(),
+            .freq = voice.freq.data(),
+            .phase = voice.phase.data(),
+            .ampStep = voice.ampStep.data(),
+            .freqStep = voice.freqStep.data(),
+            .targetAmp = voice.targetAmp.data(),
+            .targetFreq = voice.targetFreq.data(),
+            .count = voice.activeCount};
+}
+
+std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples) {
+    return samplesBeforeTrim(voice, samplesBeforeShift(voice, samples));
+}
+
+void advanceClock(ModeVoice& voice, std::int32_t samples) {
+    const SampleClock<float> clock(voice.time, voice.settings->secondsPerSample, samples);
+    voice.time = clock.at(samples);
+}
+
+void renderVoice(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools) {
+    std::int32_t done = 0;
+    while (done < samples) {
+        const std::int32_t quiet = samplesBeforeChange(voice, samples - done);
+        if (quiet > 0) {
+            renderSegment(voice, quiet, out + done, tools);
+            done += quiet;
+        } else {
+            out[done++] = tickVoice(voice, tools);
+        }
+    }
+}
+
+} // namespace zelvatone

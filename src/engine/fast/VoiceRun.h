@@ -1,0 +1,38 @@
+// One voice over the samples of a run: where its modes change, and what lies in between.
+#pragma once
+
+#include "engine/ModeVoice.h"
+#include "engine/fast/ModeKernel.h"
+#include "engine/fast/ModeTargets.h"
+
+#include <cstdint>
+
+namespace zelvatone {
+
+// What rendering voices takes, besides the voices.
+struct RunTools {
+    const ModeKernel& kernel;
+    const Motion& motion;
+    KernelScratch& scratch;
+    ModeTargets& targets;
+};
+
+// Samples that a voice is rendered to: the kernel may write past the run.
+constexpr std::int32_t kVoiceBuffer = kRunSamples + 16;
+
+// The kernel's view of `voice`.
+ModeBank bankOf(ModeVoice& voice);
+
+// How many of the next `samples` samples (1..kRunSamples) end before one at which modes may enter,
+// leave or get new targets: `samples` if there is none. The voice is calm. Audio thread, as is all
+// that follows.
+std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples);
+
+// Moves the clock of `voice` on by `samples`, 1..kRunSamples.
+void advanceClock(ModeVoice& voice, std::int32_t samples);
+
+// Renders `samples` samples (1..kRunSamples) of a calm voice to `out`, which has room for
+// kVoiceBuffer.
+void renderVoice(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools);
+
+} // namespace zelvatone
