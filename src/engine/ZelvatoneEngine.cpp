@@ -1,7 +1,9 @@
 #include "engine/ZelvatoneEngine.h"
 
+#include "engine/OutputScale.h"
 #include "engine/ParameterReading.h"
 #include "engine/WaveTable.h"
+#include "engine/fast/FastRenderer.h"
 #include "params/FactoryPrograms.h"
 #include "params/ParameterTable.h"
 
@@ -24,16 +26,9 @@ constexpr double kLowestNoteHz = 8.175798915636872;
 // A semitone. Cut to 13 digits; the running product over 127 notes is part of the tuning.
 constexpr double kSemitone = 1.059463094359;
 
-// Up to three notes at full level share the output, a third each; beyond that the mix is scaled to
-// keep the sum of all envelopes at one.
-constexpr float kFullWeight = 3.0F;
-constexpr float kGainBelowFullWeight = 0.33333334F;
-// The float nearest 3.1622, about 10 dB: makes up for the voices' headroom.
-constexpr double kOutputGain = 3.1621999740600586;
-
 } // namespace
 
-ZelvatoneEngine::ZelvatoneEngine()
+ZelvatoneEngine::ZelvatoneEngine(Renderer renderer)
     : SynthEngine(kVoiceCount, kIdentity),
       shaper(std::make_unique<PolyShaper>()),
       settings(std::make_unique<VoiceSettings>()),
@@ -54,7 +49,12 @@ ZelvatoneEngine::ZelvatoneEngine()
         voices.push_back(std::make_unique<ModeVoice>(settings.get()));
         envelopes.push_back(std::make_unique<ADSR>(envelopeSettings.get()));
     }
+    if (const ModeKernel* kernel = kernelOf(renderer)) {
+        fastRenderer = std::make_unique<FastRenderer>(*kernel, *this);
+    }
 }
+
+ZelvatoneEngine::~ZelvatoneEngine() = default;
 
 void ZelvatoneEngine::setSampleRate(float rate) {
     SynthEngine::setSampleRate(rate);
@@ -68,7 +68,12 @@ void ZelvatoneEngine::noteOn(std::int32_t note, std::int32_t velocity) {
     }
     *free = note;
     const auto slot = voiceNotes.rend() - free - 1;
-    voices[slot]->start(noteFrequency[note & 127]);
+    const float frequency = noteFrequency[note & 127];
+    if (fastRenderer != nullptr) {
+        fastRenderer->startVoice(*voices[slot], frequency);
+    } else {
+        voices[slot]->start(frequency);
+    }
     envelopes[slot]->trigger(static_cast<float>(velocity / 127.0));
 }
 
@@ -92,11 +97,33 @@ void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t s
     readVoiceSettings(parameters, *settings);
     readEnvelopeSettings(parameters, *envelopeSettings);
     shaper->select(readShaperSet(parameters));
-    for (std::int32_t n = 0; n < sampleFrames; ++n) {
+    if (sampleFrames <= 0) {
+        return; // without a look at `outputs`
+    }
+    if (fastRenderer == nullptr) {
+        renderPlain(outputs[0], sampleFrames);
+    } else {
+        renderFast(outputs[0], sampleFrames);
+    }
+    std::copy_n(outputs[0], sampleFrames, outputs[1]);
+}
+
+void ZelvatoneEngine::renderPlain(float* out, std::int32_t samples) {
+    for (std::int32_t n = 0; n < samples; ++n) {
         runEventPass();
-        const float y = renderSample();
-        outputs[0][n] = y;
-        outputs[1][n] = y;
+        out[n] = renderSample();
+    }
+}
+
+void ZelvatoneEngine::renderFast(float* out, std::int32_t samples) {
+    fastRenderer->beginBlock();
+    std::int32_t done = 0;
+    while (done < samples) {
+        const std::int32_t run = runEventPasses(std::min(samples - done, kRunSamples));
+        if (!fastRenderer->render(out + done, run)) {
+            std::generate_n(out + done, run, [this] { return renderSample(); });
+        }
+        done += run;
     }
 }
 

@@ -5,6 +5,7 @@
 #include "engine/ModeVoice.h"
 #include "engine/PolyShaper.h"
 #include "engine/SynthEngine.h"
+#include "engine/fast/KernelChoice.h"
 
 #include <array>
 #include <cstdint>
@@ -13,12 +14,16 @@
 
 namespace zelvatone {
 
+class FastRenderer;
+
 class ZelvatoneEngine final : public SynthEngine {
 public:
     static constexpr std::int32_t kVoiceCount = 32;
 
-    // Builds the bank, the wave table and all voices. Program 0, "Default", is current.
-    ZelvatoneEngine();
+    // Builds the bank, the wave table and all voices. Program 0, "Default", is current. Every
+    // renderer makes the same sound to the last bit; this processor must support `renderer`.
+    explicit ZelvatoneEngine(Renderer renderer = widestRenderer());
+    ~ZelvatoneEngine();
 
     void render(float** inputs, float** outputs, std::int32_t sampleFrames) override;
     void setSampleRate(float rate) override;
@@ -37,7 +42,11 @@ public:
     std::unique_ptr<EnvelopeSettings> envelopeSettings;
 
 private:
+    void renderPlain(float* out, std::int32_t samples);
+    void renderFast(float* out, std::int32_t samples);
     float renderSample();
+
+    std::unique_ptr<FastRenderer> fastRenderer; // null: the plain rule, sample by sample
 };
 
 } // namespace zelvatone
