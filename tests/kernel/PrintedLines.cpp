@@ -1,0 +1,27 @@
+#include "kernel/PrintedLines.h"
+
+#include <unistd.h>
+
+PrintedLines::PrintedLines() : file(std::tmpfile()), realOutput(dup(STDOUT_FILENO)) {
+    std::fflush(stdout);
+    dup2(fileno(file), STDOUT_FILENO);
+}
+
+PrintedLines::~PrintedLines() {
+    std::fflush(stdout);
+    dup2(realOutput, STDOUT_FILENO);
+    close(realOutput);
+    std::fclose(file);
+}
+
+std::string PrintedLines::take() {
+    std::fflush(stdout);
+    // Both descriptors share one position: it is the number of bytes written.
+    const off_t size = lseek(STDOUT_FILENO, 0, SEEK_CUR);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (size > 0 && pread(STDOUT_FILENO, text.data(), text.size(), 0) != size) {
+        text = "(could not be read)";
+    }
+    lseek(STDOUT_FILENO, 0, SEEK_SET);
+    return text;
+}

@@ -1,0 +1,257 @@
+#include "kernel/Scenario.h"
+
+#include "kernel/EngineState.h"
+
+#include "params/ParameterTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <limits>
+
+using namespace zelvatone;
+
+namespace {
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+// Bytes after which a scenario ends. Every failing look-up prints a line: more of them cost minutes
+// and prove nothing more.
+constexpr std::size_t kMostPrinted = 1'000'000;
+
+enum Status : std::int32_t { kNoteOff = 0x80, kNoteOn = 0x90, kController = 0xB0, kBend = 0xE0 };
+
+} // namespace
+
+std::vector<Renderer> renderersUnderTest() {
+    const char* wanted = std::getenv("ZELVATONE_KERNEL"); // NOLINT(concurrency-mt-unsafe)
+    std::vector<Renderer> renderers;
+    for (const Renderer renderer : kAllRenderers) {
+        const bool isWanted = wanted == nullptr ? renderer != Renderer::kPlain
+                                                : std::string(wanted) == nameOf(renderer);
+        if (isWanted && isSupported(renderer)) {
+            renderers.push_back(renderer);
+        }
+    }
+    return renderers;
+}
+
+Scenario::Scenario(std::uint64_t seed)
+    : random(seed),
+      temper{.longestBlock = random.oneOf({1, 16, 64, 256, 1024, 4096}),
+             .crowd = random.oneOf({1, 1, 3, 8, 32}),
+             .knobs = random.oneOf({1, 3, 10, 100}),
+             .breakage = random.oneOf({0, 0, 0, 0, 30, 5}),
+             .manyModes = random.oneIn(2)} {
+    engines.push_back(std::make_unique<Engine>(Renderer::kPlain));
+    names.emplace_back("plain");
+    for (const Renderer renderer : renderersUnderTest()) {
+        engines.push_back(std::make_unique<Engine>(renderer));
+        names.emplace_back(nameOf(renderer));
+    }
+    prepare();
+}
+
+template<class Action>
+void Scenario::forAll(Action action) {
+    for (const auto& engine : engines) {
+        action(*engine);
+    }
+}
+
+void Scenario::prepare() {
+    const float rate = random.oneOf({22050.0F, 44100.0F, 48000.0F, 88200.0F, 96000.0F, 192000.0F});
+    const std::int32_t program =
+        random.below(static_cast<std::int32_t>(engines[0]->programs.size()));
+    forAll([&](Engine& engine) {
+        engine.setSampleRate(rate);
+        engine.setProgram(program);
+    });
+    if (temper.manyModes) {
+        setKnob(kModeInit, random.fraction());
+        setKnob(kMaxModes, random.fraction());
+    }
+}
+
+std::string Scenario::play(std::int64_t modeSamples) {
+    std::string difference;
+    std::int64_t spent = 0;
+    while (spent < modeSamples && printedBytes < kMostPrinted && difference.empty()) {
+        act();
+        const std::int32_t samples = random.between(1, temper.longestBlock);
+        difference = renderBlock(samples);
+        // Even silence takes its time.
+        spent += samples * (activeModes() + 20);
+    }
+    return difference;
+}
+
+std::int64_t Scenario::activeModes() const {
+    std::int64_t count = 0;
+    for (std::int32_t slot = 0; slot < Engine::kVoiceCount; ++slot) {
+        if (engines[0]->voiceNotes[slot] != Engine::kFreeSlot) {
+            count += 1 + engines[0]->voices[slot]->activeCount;
+        }
+    }
+    return count;
+}
+
+// What happens before a block.
+void Scenario::act() {
+    playNotes();
+    if (random.oneIn(temper.knobs)) {
+        for (std::int32_t i = random.between(1, 4); i > 0; --i) {
+            turnKnob();
+        }
+    }
+    if (random.oneIn(40)) {
+        const std::int32_t program = random.between(-1, 41);
+        forAll([=](Engine& engine) { engine.setProgram(program); });
+    }
+    if (random.oneIn(20)) {
+        const float tempo = random.oneOf({30.0F, 120.0F, 133.7F, 300.0F, 999.0F, 20000.0F});
+        forAll([=](Engine& engine) { engine.setTempo(tempo); });
+    }
+    if (temper.breakage > 0 && random.oneIn(temper.breakage)) {
+        breakSomething();
+    }
+}
+
+void Scenario::playNotes() {
+    if (random.oneIn(3)) {
+        for (std::int32_t i = random.between(1, temper.crowd); i > 0; --i) {
+            sendMidi(kNoteOn, random.below(128), random.below(128));
+        }
+    }
+    if (random.oneIn(6)) {
+        sendMidi(kNoteOff, random.below(128), 0);
+        const auto& notes = engines[0]->voiceNotes; // one that sounds
+        sendMidi(kNoteOff, std::max(notes[random.below(Engine::kVoiceCount)], 0), 0);
+    }
+    if (random.oneIn(5)) {
+        for (std::int32_t i = random.between(1, 8); i > 0; --i) {
+            sendMidi(kBend, random.below(128), random.below(128));
+        }
+    }
+    if (random.oneIn(60)) {
+        sendMidi(kController, 123, 0);
+    }
+}
+
+// A message that the event ring has no room for is not sent: its events would be lost, and a ring
+// full of events far ahead would leave nothing to hear.
+void Scenario::sendMidi(std::int32_t status, std::int32_t data1, std::int32_t data2) {
+    const std::int32_t room = engines[0]->events.free();
+    if (room < (status == kController ? 128 : 1)) {
+        return;
+    }
+    const std::int32_t offset = room > EventRing::kBufferSize / 2 ? someOffset() : 0;
+    forAll([=](Engine& engine) { engine.processMidi(status, data1, data2, offset); });
+}
+
+std::int32_t Scenario::someOffset() {
+    switch (random.below(12)) {
+    case 0:
+        return random.between(-3, 1);
+    case 1:
+        return random.oneOf({INT32_MIN, INT32_MIN + 1, -100000, INT32_MAX, 2000000000});
+    case 2:
+        return random.below(20000);
+    case 3:
+    case 4:
+        return 0;
+    default:
+        return random.below(temper.longestBlock);
+    }
+}
+
+void Scenario::turnKnob() {
+    // Full turns are common in music and leave the most extreme values behind.
+    setKnob(random.below(kParameterCount), random.oneOf({0.0F, 1.0F, 0.5F, random.fraction()}));
+}
+
+void Scenario::setKnob(std::int32_t index, float normalised) {
+    forAll([=](Engine& engine) {
+        SynthParameter& parameter = *engine.currentProgram->parameters[index];
+        parameter.setValue(parameter.toUnits(parameter.min, parameter.max, normalised));
+    });
+}
+
+void Scenario::breakSomething() {
+    switch (random.below(5)) {
+    case 0: {
+        const std::int32_t index = random.below(kParameterCount);
+        forAll([=](Engine& engine) { engine.currentProgram->parameters[index]->setValue(kNan); });
+        break;
+    }
+    case 1: {
+        const float tempo = random.oneOf({0.0F, -120.0F, kNan, kInfinity, 1e9F, 1e-9F});
+        forAll([=](Engine& engine) { engine.setTempo(tempo); });
+        break;
+    }
+    case 2: {
+        const float rate = random.oneOf({8000.0F, 11025.0F, 44100.0F, 48000.0F, 1.0F});
+        forAll([=](Engine& engine) { engine.setSampleRate(rate); });
+        break;
+    }
+    default:
+        breakMode();
+        break;
+    }
+}
+
+// Puts an extreme value into a mode of some voice.
+void Scenario::breakMode() {
+    const std::int32_t slot = Engine::kVoiceCount - 1 - random.below(4);
+    const std::int32_t mode = random.below(random.oneOf({1, 10, 100}));
+    const std::int32_t array = random.below(7);
+    const float value =
+        random.oneOf({kNan, kInfinity, -kInfinity, 1e30F, -1e12F, 1e7F, -3e5F, -440.0F, 3.0e-39F,
+                      0.0F, -0.0F, 6.2831855F, -6.2831855F, 12.566371F, random.fraction()});
+    forAll([=](Engine& engine) {
+        ModeVoice& voice = *engine.voices[slot];
+        const std::array arrays = {&voice.amp,       &voice.freq,     &voice.phase,
+                                   &voice.ampStep,   &voice.freqStep, &voice.targetAmp,
+                                   &voice.targetFreq};
+        (*arrays[array])[mode] = value;
+    });
+}
+
+// What an engine has put out in one block.
+struct Scenario::Block {
+    std::vector<float> left, right;
+    std::string lines;
+};
+
+Scenario::Block Scenario::render(Engine& engine, std::int32_t samples) {
+    Block block;
+    block.left.resize(static_cast<std::size_t>(samples));
+    block.right.resize(static_cast<std::size_t>(samples));
+    std::array<float*, 2> outputs = {block.left.data(), block.right.data()};
+    engine.render(nullptr, outputs.data(), samples);
+    block.lines = printed.take();
+    return block;
+}
+
+std::string Scenario::renderBlock(std::int32_t samples) {
+    const Block expected = render(*engines[0], samples);
+    printedBytes += expected.lines.size();
+    for (std::size_t i = 1; i < engines.size(); ++i) {
+        const Block actual = render(*engines[i], samples);
+        std::string difference =
+            differenceInSamples(expected.left.data(), actual.left.data(), samples);
+        if (difference.empty()) {
+            difference = differenceInSamples(actual.left.data(), actual.right.data(), samples);
+        }
+        if (difference.empty()) {
+            difference = differenceInState(*engines[0], *engines[i]);
+        }
+        if (difference.empty() && actual.lines != expected.lines) {
+            difference = "printed lines";
+        }
+        if (!difference.empty()) {
+            return names[i] + ": " + difference;
+        }
+    }
+    return {};
+}

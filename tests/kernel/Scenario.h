@@ -1,0 +1,64 @@
+// A random performance, played by the plain engine and by fast ones at once.
+#pragma once
+
+#include "kernel/PrintedLines.h"
+#include "kernel/Random.h"
+
+#include "engine/ZelvatoneEngine.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+// The fast renderers that this processor has; with ZELVATONE_KERNEL in the environment, that one
+// alone.
+std::vector<zelvatone::Renderer> renderersUnderTest();
+
+// Everything that hosts, players and broken values can do to an engine, chosen by a seed: notes in
+// crowds and alone, bends, events that are overdue or far ahead, any program, knobs between blocks,
+// tempo and sample rate, values that are no numbers.
+class Scenario {
+public:
+    explicit Scenario(std::uint64_t seed);
+
+    // Plays until about `modeSamples` samples of single modes have been rendered. Answers what was
+    // different first between the plain engine and another; nothing if all bits were the same.
+    std::string play(std::int64_t modeSamples);
+
+private:
+    using Engine = zelvatone::ZelvatoneEngine;
+
+    // What sort of performance it is.
+    struct Temper {
+        std::int32_t longestBlock;
+        std::int32_t crowd;    // most notes started at once
+        std::int32_t knobs;    // one block in so many turns some
+        std::int32_t breakage; // one block in so many breaks a value; 0: none does
+        bool manyModes;
+    };
+
+    template<class Action>
+    void forAll(Action action);
+    void prepare();
+    void act();
+    void playNotes();
+    void sendMidi(std::int32_t status, std::int32_t data1, std::int32_t data2);
+    std::int32_t someOffset();
+    void turnKnob();
+    void setKnob(std::int32_t index, float normalised);
+    void breakSomething();
+    void breakMode();
+    // Lets every engine render the next block; answers what was different, if anything was.
+    std::string renderBlock(std::int32_t samples);
+    struct Block;
+    Block render(Engine& engine, std::int32_t samples);
+    std::int64_t activeModes() const;
+
+    Random random;
+    Temper temper;
+    std::vector<std::unique_ptr<Engine>> engines; // the plain one first
+    std::vector<std::string> names;
+    PrintedLines printed;
+    std::size_t printedBytes = 0;
+};

@@ -1,0 +1,113 @@
+// Where the next change of a voice's modes is foreseen.
+#include "engine/fast/VoiceRun.h"
+
+#include "kernel/Random.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace zelvatone;
+
+namespace {
+
+// The slow way: one sample after the other.
+std::int32_t samplesUntilShiftByCounting(const ModeVoice& voice, std::int32_t samples) {
+    float time = voice.time;
+    for (std::int32_t k = 0; k < samples; ++k) {
+        if (voice.shiftIsDue(time)) {
+            return k;
+        }
+        time = static_cast<float>(time + voice.settings->secondsPerSample);
+    }
+    return samples;
+}
+
+// Follows `voice` through many runs; answers how many shifts were due on the way.
+int expectShiftsLikeCounting(ModeVoice voice) {
+    int shifts = 0;
+    for (int run = 0; run < 200; ++run) {
+        // What is foreseen may end a segment early, but never late.
+        std::int32_t done = 0;
+        while (done < kRunSamples) {
+            const std::int32_t left = kRunSamples - done;
+            const std::int32_t foreseen = samplesBeforeChange(voice, left);
+            EXPECT_LE(foreseen, samplesUntilShiftByCounting(voice, left));
+            shifts += voice.shiftIsDue(voice.time);
+            advanceClock(voice, std::max(foreseen, 1));
+            done += std::max(foreseen, 1);
+        }
+    }
+    return shifts;
+}
+
+class ShiftForesight : public testing::Test {
+protected:
+    VoiceSettings settings;
+    ModeVoice voice{&settings};
+};
+
+TEST_F(ShiftForesight, NeverPassesAShift) {
+    Random random(11);
+    int shifts = 0;
+    for (int i = 0; i < 300 && !HasFailure(); ++i) {
+        settings.secondsPerSample = 1.0 / random.oneOf({22050.0, 44100.0, 48000.0, 192000.0});
+        settings.tempo =
+            static_cast<double>(random.oneOf({60.0F, 120.0F, 133.7F, 5000.0F, 1.0e6F}));
+        settings.shiftBeats = std::ldexp(1.0, random.between(-5, 1));
+        voice.time = std::ldexp(random.fraction(), random.between(-3, 8));
+        shifts += expectShiftsLikeCounting(voice);
+    }
+    EXPECT_GT(shifts, 1000);
+}
+
+TEST_F(ShiftForesight, FindsOneAtEverySampleOfAPeriodThatIsNoLength) {
+    for (const double tempo : {-120.0, std::nan(""), 1.0e300}) {
+        settings.tempo = tempo;
+        EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0) << tempo;
+    }
+}
+
+TEST_F(ShiftForesight, FindsNoneInAnEndlessPeriod) {
+    settings.tempo = 0.0;
+    voice.time = 100.0F;
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+}
+
+class TrimForesight : public testing::Test {
+protected:
+    TrimForesight() {
+        settings.tempo = 0.0; // no shift
+        voice.activeCount = 2;
+        voice.amp[0] = voice.targetAmp[0] = 0.5F;
+    }
+
+    VoiceSettings settings;
+    ModeVoice voice{&settings};
+};
+
+TEST_F(TrimForesight, EndsBeforeTheSampleInWhichTheLastModeFallsSilent) {
+    voice.amp[1] = 1.0F;
+    voice.ampStep[1] = -0.0625F; // the sixteenth sample arrives
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
+    voice.amp[1] = -1.0F;
+    voice.ampStep[1] = 0.0625F;
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
+}
+
+TEST_F(TrimForesight, LooksAtTheLastModeOnly) {
+    voice.amp[0] = 1.0F;
+    voice.targetAmp[0] = 0.0F;
+    voice.ampStep[0] = -0.0625F;
+    voice.amp[1] = voice.targetAmp[1] = 0.5F;
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+}
+
+TEST_F(TrimForesight, LetsASilentModeGoAtOnceAndOneThatMovesAwayNever) {
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0);
+    voice.amp[1] = 0.5F;
+    voice.ampStep[1] = 0.1F;
+    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+}
+
+} // namespace

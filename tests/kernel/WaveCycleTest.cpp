@@ -1,0 +1,59 @@
+// The cycle around its middle against the look-up rule.
+#include "engine/fast/WaveCycle.h"
+
+#include "engine/WaveTable.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace zelvatone;
+
+namespace {
+
+class WaveCycles : public testing::Test {
+protected:
+    WaveCycles() {
+        settings.waveKind = 3; // no two entries alike
+        wavetable::build(settings, 1024);
+    }
+
+    void expectEveryPhaseToFindItsEntry(float chop) {
+        settings.chop = chop;
+        ASSERT_TRUE(cycle.renew());
+        const wavetable::Readout readout(settings);
+        for (float phase = -6.2831855F; phase <= 6.2831855F; phase += 0.0003F) {
+            const auto index = static_cast<std::int32_t>(cycle.entriesPerRadian() * phase);
+            ASSERT_EQ(cycle.middle()[index], settings.table[wavetable::lookup(readout, phase)])
+                << phase << " of " << chop;
+        }
+    }
+
+    VoiceSettings settings;
+    WaveCycle cycle{&settings};
+};
+
+TEST_F(WaveCycles, HoldTheEntryOfEveryPhaseOfEveryChop) {
+    for (const float chop : {1.0F, 0.999F, 0.5F, 0.1F, 0.001F}) {
+        expectEveryPhaseToFindItsEntry(chop);
+    }
+}
+
+TEST_F(WaveCycles, FollowTheWaveAndItsCrushing) {
+    expectEveryPhaseToFindItsEntry(1.0F);
+    settings.waveKind = 2;
+    wavetable::build(settings, 1024);
+    expectEveryPhaseToFindItsEntry(1.0F);
+    settings.crushBits = 2;
+    wavetable::build(settings, 1024);
+    expectEveryPhaseToFindItsEntry(1.0F);
+}
+
+TEST_F(WaveCycles, CannotBeReadWithoutAnEntry) {
+    for (const float chop : {0.0F, 0.0009F, -1.0F, std::nanf("")}) {
+        settings.chop = chop;
+        EXPECT_FALSE(cycle.renew()) << chop;
+    }
+}
+
+} // namespace

@@ -1,0 +1,13 @@
+// Wrapping by a kernel against wrapping in double precision.
+#pragma once
+
+#include "engine/fast/ModeKernel.h"
+
+#include <cstdint>
+#include <string>
+
+// Lets `kernel` wrap every `stride`-th float from `from` to `to` (neither negative) and its
+// negative. Answers the first that comes out other than in double precision, and how; empty if all
+// are right.
+std::string firstWrongWrap(const zelvatone::ModeKernel& kernel, float from, float to,
+                           std::uint32_t stride);

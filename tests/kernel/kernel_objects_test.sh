@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Usage: kernel_objects_test.sh OBJECT...
+#
+# Of these object files, looks at those of the kernels: each may define one symbol for the rest of
+# the program, its table of functions, and ask the rest for nothing but fmod and what compilers
+# call by themselves.
+
+set -euo pipefail
+export LC_ALL=C
+
+# unexpected_symbols OBJECT: its symbols that are neither local nor allowed.
+unexpected_symbols() {
+    nm --demangle --format=posix "$1" |
+        grep -vE '^zelvatone::k(Sse2|Avx2|Avx512)Kernel [DR] |^__odr_asan\.' |
+        grep -vE '^(fmod|mem(cpy|set|move)|_GLOBAL_OFFSET_TABLE_|__(asan|ubsan|stack_chk)_.*) U' |
+        grep -E ' [A-TV-Zu-wU] ' || true
+}
+
+checked=0
+for object in "$@"; do
+    [[ $object == *fast/kernel/Kernel* ]] || continue
+    symbols=$(unexpected_symbols "$object")
+    if [[ -n $symbols ]]; then
+        printf '%s shares with the rest of the program:\n%s\n' "${object##*/}" "$symbols"
+        exit 1
+    fi
+    checked=$((checked + 1))
+done
+if ((checked != 3)); then
+    echo "found $checked kernels instead of 3"
+    exit 1
+fi
