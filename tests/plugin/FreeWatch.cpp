@@ -12,7 +12,7 @@ std::array<std::uintptr_t, 100> watched;
 std::size_t watchedCount = 0;
 std::size_t freedCount = 0;
 
-void note(void* memory) {
+[[maybe_unused]] void note(void* memory) { // by the sanitizers' builds
     const auto start = reinterpret_cast<std::uintptr_t>(memory);
     const std::uintptr_t end = start + malloc_usable_size(memory);
     for (std::size_t i = 0; i < watchedCount; ++i) {
