@@ -22,10 +22,10 @@ AudioEffect* createEffectInstance(audioMasterCallback audioMaster) {
 
 } // namespace
 
-// Exported here and, for hosts of the first days, a second time as `main`; see zelvatone.map and
-// this folder's part of src/CMakeLists.txt. Answers null to a host that reports no version.
+// Exported here and, for hosts of the first days, a second time as `main`; see zelvatone.map,
+// zelvatone.def, and this folder's part of src/CMakeLists.txt. Answers null to a host that reports no version.
 // User-interface thread.
-extern "C" [[gnu::visibility("default")]] AEffect* VSTPluginMain(audioMasterCallback audioMaster);
+extern "C" AEffect* VSTPluginMain(audioMasterCallback audioMaster);
 
 extern "C" AEffect* VSTPluginMain(audioMasterCallback audioMaster) {
     if (audioMaster == nullptr ||

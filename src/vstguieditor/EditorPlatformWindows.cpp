@@ -1,0 +1,47 @@
+#include "vstguieditor/EditorPlatform.h"
+
+#include "vstgui/lib/vstguiinit.h"
+
+#include <windows.h>
+
+namespace zelvatone {
+
+namespace {
+
+int users = 0;
+
+// The library that this code is in, which carries the pictures; not the program that loaded it.
+HMODULE ownModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const wchar_t*>(&users), &module);
+    return module;
+}
+
+} // namespace
+
+ToolkitUse::ToolkitUse() {
+    if (users++ == 0) {
+        VSTGUI::init(ownModule());
+    }
+}
+
+ToolkitUse::~ToolkitUse() {
+    if (--users == 0) {
+        VSTGUI::exit();
+    }
+}
+
+bool openFrame(VSTGUI::CFrame& frame, void* parent) {
+    return frame.open(parent, VSTGUI::PlatformType::kHWND);
+}
+
+// The host's loop brings the messages of all windows of its thread.
+void runToolkitLoop() {}
+
+VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name) {
+    return VSTGUI::makeOwned<VSTGUI::CBitmap>(name);
+}
+
+} // namespace zelvatone
