@@ -60,8 +60,7 @@ using StreamPtr = std::unique_ptr<IStream, StreamDeleter>;
 // GDI+ knows many kinds of picture; only one is meant.
 bool isPng(const void* data, std::uint32_t size) {
     constexpr std::array<unsigned char, 8> kSignature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    return size > kSignature.size() &&
-           std::memcmp(data, kSignature.data(), kSignature.size()) == 0;
+    return size > kSignature.size() && std::memcmp(data, kSignature.data(), kSignature.size()) == 0;
 }
 
 // Null without memory for it.
@@ -202,6 +201,11 @@ private:
     CCoord capHeight = 0;
 };
 
+template<class Object>
+void forget(void*& kept) {
+    delete static_cast<Object*>(std::exchange(kept, nullptr));
+}
+
 } // namespace
 
 GdiplusSession::GdiplusSession() {
@@ -209,7 +213,10 @@ GdiplusSession::GdiplusSession() {
     Gdiplus::GdiplusStartup(&token, &input, nullptr);
 }
 
+// The header keeps for ever what it has once handed out, and the next session would get dead ones.
 GdiplusSession::~GdiplusSession() {
+    forget<Gdiplus::StringFormat>(Gdiplus::_GdipStringFormatCachedGenericTypographic);
+    forget<Gdiplus::FontFamily>(Gdiplus::_GdipFontFamilyCachedGenericSansSerif);
     Gdiplus::GdiplusShutdown(token);
 }
 

@@ -1,0 +1,42 @@
+// What the plug-in's tests call on Linux, for Windows. Included ahead of them by the compiler's
+// command line.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+
+struct HeapUse {
+    std::size_t uordblks; // bytes in use
+};
+
+// Counts the blocks of all heaps of the process.
+inline HeapUse mallinfo2() {
+    HeapUse use{};
+    HANDLE heaps[64]; // a process has a handful
+    const DWORD count = GetProcessHeaps(64, heaps);
+    for (DWORD i = 0; i < count && i < 64; ++i) {
+        HeapLock(heaps[i]);
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heaps[i], &entry) != FALSE) {
+            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) {
+                use.uordblks += entry.cbData;
+            }
+        }
+        HeapUnlock(heaps[i]);
+    }
+    return use;
+}
+
+namespace testing {
+
+// Windows has no signals between processes: one that aborts ends with this status.
+struct KilledBySignal {
+    explicit KilledBySignal(int /*signal*/) {}
+    bool operator()(int status) const {
+        constexpr int kAborted = 3;
+        return status == kAborted;
+    }
+};
+
+} // namespace testing
