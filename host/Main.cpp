@@ -1,6 +1,8 @@
 // The command-line host: reads the command line, runs the command, says in one line what went
 // wrong.
 
+#include "Main.h"
+
 #include "Error.h"
 #include "commands/EditCommand.h"
 #include "commands/InfoCommand.h"
@@ -15,7 +17,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <csignal>
 #include <functional>
 #include <iostream>
 
@@ -153,20 +154,18 @@ int runCommand(int argc, char** argv) {
 
 } // namespace
 
-} // namespace zelvatone
-
-int main(int argc, char** argv) {
-    // A file that grows past the user's limit then fails to be written instead of ending us.
-    std::signal(SIGXFSZ, SIG_IGN);
+int runProgram(int argc, char** argv) {
     try {
-        return zelvatone::runCommand(argc, argv);
-    } catch (const zelvatone::Error& error) {
-        zelvatone::printError(error.what());
+        return runCommand(argc, argv);
+    } catch (const Error& error) {
+        printError(error.what());
         return error.exitStatus();
-    } catch (const zelvatone::Interrupted& interrupted) {
-        zelvatone::endBySignal(interrupted.signal);
+    } catch (const Interrupted& interrupted) {
+        endBySignal(interrupted.signal);
     } catch (const std::exception& error) {
-        zelvatone::printError(error.what());
+        printError(error.what());
         return 1;
     }
 }
+
+} // namespace zelvatone

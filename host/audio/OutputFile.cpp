@@ -1,8 +1,8 @@
 #include "audio/OutputFile.h"
 
 #include "Error.h"
+#include "files/SystemFile.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -34,7 +34,7 @@ OutputFile::OutputFile(const std::filesystem::path& path)
         throw InputError("cannot write " + path_.string() + ": it is not a regular file");
     }
     // Renaming over a file asks for no permission to write to it, so that is asked for here.
-    if (std::filesystem::exists(status) && access(target_.c_str(), W_OK) != 0) {
+    if (std::filesystem::exists(status) && !mayWrite(target_)) {
         fail(errno);
     }
     openHidden();
@@ -49,8 +49,7 @@ void OutputFile::openHidden() {
     const std::string stem = ".zelvatone-" + std::to_string(getpid()) + "-";
     for (int i = 0; descriptor_ < 0 && i < attempts; ++i) {
         hidden_ = target_.parent_path() / (stem + std::to_string(i));
-        // Readable and writable for whom the user's own settings say so, as any new file.
-        descriptor_ = open(hidden_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        descriptor_ = createFile(hidden_);
         if (descriptor_ < 0 && errno != EEXIST) {
             break;
         }
@@ -63,9 +62,14 @@ void OutputFile::openHidden() {
 void OutputFile::discard() noexcept {
     if (descriptor_ >= 0) {
         close(descriptor_);
-        unlink(hidden_.c_str());
+        removeHidden();
         descriptor_ = -1;
     }
+}
+
+void OutputFile::removeHidden() const noexcept {
+    std::error_code error; // nothing to do about it
+    std::filesystem::remove(hidden_, error);
 }
 
 void OutputFile::fail(int error) const {
@@ -76,8 +80,8 @@ void OutputFile::fail(int error) const {
 std::int64_t OutputFile::read(void* target, std::int64_t count) const {
     std::int64_t done = 0;
     while (done < count) {
-        const ssize_t got = ::read(descriptor_, static_cast<char*>(target) + done,
-                                   static_cast<std::size_t>(count - done));
+        const std::int64_t got =
+            readFile(descriptor_, static_cast<char*>(target) + done, count - done);
         if (got == 0 || (got < 0 && errno != EINTR)) {
             break;
         }
@@ -89,8 +93,8 @@ std::int64_t OutputFile::read(void* target, std::int64_t count) const {
 std::int64_t OutputFile::write(const void* source, std::int64_t count) {
     std::int64_t done = 0;
     while (writeError_ == 0 && done < count) {
-        const ssize_t put = ::write(descriptor_, static_cast<const char*>(source) + done,
-                                    static_cast<std::size_t>(count - done));
+        const std::int64_t put =
+            writeFile(descriptor_, static_cast<const char*>(source) + done, count - done);
         if (put < 0 && errno != EINTR) {
             writeError_ = errno;
         }
@@ -100,7 +104,7 @@ std::int64_t OutputFile::write(const void* source, std::int64_t count) {
 }
 
 std::int64_t OutputFile::seek(std::int64_t offset, int whence) const {
-    return lseek(descriptor_, offset, whence);
+    return seekFile(descriptor_, offset, whence);
 }
 
 std::int64_t OutputFile::size() const {
@@ -118,7 +122,7 @@ void OutputFile::check() const {
 
 void OutputFile::settle() {
     check();
-    if (fsync(descriptor_) != 0) {
+    if (settleFile(descriptor_) != 0) {
         fail(errno);
     }
 }
@@ -127,9 +131,9 @@ void OutputFile::commit() {
     settle();
     const int closed = close(descriptor_);
     descriptor_ = -1;
-    if (closed != 0 || std::rename(hidden_.c_str(), target_.c_str()) != 0) {
+    if (closed != 0 || renameFile(hidden_, target_) != 0) {
         const int error = errno;
-        unlink(hidden_.c_str());
+        removeHidden();
         fail(error);
     }
 }

@@ -36,6 +36,7 @@ public:
 private:
     void openHidden();
     void discard() noexcept;
+    void removeHidden() const noexcept;
     [[noreturn]] void fail(int error) const;
 
     std::filesystem::path path_;   // as the user wrote it

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "audio/OutputFile.h"
+#include "audio/SoundEncoder.h"
 #include "audio/SoundFileFormat.h"
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
-
-struct sf_private_tag; // libsndfile's handle
 
 namespace zelvatone {
 
@@ -38,12 +38,11 @@ public:
 
 private:
     void writeSamples(std::span<const float> samples);
-    void finish();
     [[noreturn]] void fail(const char* reason) const;
 
     SoundFileFormat format_;
     OutputFile file_;
-    sf_private_tag* sound_ = nullptr;
+    std::unique_ptr<SoundEncoder> encoder_; // null once the file is complete
     std::vector<std::int32_t> numbers_;
     std::int64_t writtenFrames_ = 0;
     std::int64_t clippedSamples_ = 0;

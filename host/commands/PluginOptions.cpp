@@ -1,5 +1,6 @@
 #include "commands/PluginOptions.h"
 
+#include "files/UserPath.h"
 #include "plugin/PluginSearch.h"
 
 #include <CLI/CLI.hpp>
@@ -8,15 +9,16 @@ namespace zelvatone {
 
 void addPluginOptions(CLI::App& command, PluginOptions& options) {
     command.add_option("--plugin", options.path,
-                       "The plug-in to load (default: zelvatone.so, looked for beside this "
-                       "program, in $VST_PATH, ~/.vst and the system's plug-in folders)");
+                       std::string("The plug-in to load (default: ") + pluginFile() +
+                           ", looked for beside this program, in VST_PATH and where the "
+                           "system's plug-ins lie)");
     command.add_flag("--verbose", options.verbose,
                      "Show on standard error what the plug-in prints");
 }
 
 PluginLibrary loadPlugin(const PluginOptions& options) {
     return PluginLibrary(options.path.empty() ? findPlugin(pluginFolders(currentSurroundings()))
-                                              : std::filesystem::path(options.path));
+                                              : userPath(options.path));
 }
 
 } // namespace zelvatone

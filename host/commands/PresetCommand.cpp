@@ -2,6 +2,7 @@
 
 #include "Error.h"
 #include "commands/PresetReport.h"
+#include "files/UserPath.h"
 #include "plugin/PluginText.h"
 #include "plugin/Programs.h"
 #include "preset/PresetTransfer.h"
@@ -10,15 +11,13 @@
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
-
 namespace zelvatone {
 
 namespace {
 
 // Whether a file of that name holds a bank. Throws UsageError for a name that says neither.
 bool isBankPath(const std::string& path) {
-    const std::string extension = lowerCase(std::filesystem::path(path).extension().string());
+    const std::string extension = lowerCase(userPath(path).extension().string());
     if (extension != ".fxp" && extension != ".fxb") {
         throw UsageError("cannot tell what to save in '" + path +
                          "': end its name in .fxp for a program or .fxb for the bank");
@@ -46,7 +45,7 @@ void checkPresetPath(const std::string& path) {
 
 void savePreset(const std::string& path, HostedPlugin& plugin, const StandardOutput& output) {
     const Preset preset = isBankPath(path) ? takeBank(plugin) : takeProgram(plugin);
-    writePreset(path, preset);
+    writePreset(userPath(path), preset);
     output.print(path + ": " + presetSummary(preset) + "\n");
 }
 

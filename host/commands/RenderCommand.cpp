@@ -5,6 +5,7 @@
 #include "commands/RenderParts.h"
 #include "commands/RenderReport.h"
 #include "commands/RenderSettings.h"
+#include "files/UserPath.h"
 #include "render/RecordingEnd.h"
 #include "render/Stems.h"
 #include "terminal/Interrupt.h"
@@ -13,7 +14,6 @@
 #include <CLI/CLI.hpp>
 
 #include <chrono>
-#include <filesystem>
 
 namespace zelvatone {
 
@@ -129,7 +129,7 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
 void runRender(const RenderOptions& options, const StandardOutput& output) {
     RenderSettings settings = renderSettings(options);
     const Sound sound = readSound(options.sound);
-    const Song song = readSong(options.song);
+    const Song song = readSong(userPath(options.song));
     const auto plans = planParts(song, settings.channels, sound);
     const PluginLibrary library = loadPlugin(options.plugin);
     Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
@@ -138,11 +138,11 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
 
     const InterruptWatch watch;
-    SoundFileWriter writer(options.output, settings.file);
+    SoundFileWriter writer(userPath(options.output), settings.file);
     writer.require(songFrames);
     std::optional<Stems> stems;
     if (options.stems) {
-        stems.emplace(*options.stems, std::filesystem::path(options.output).extension().string(),
+        stems.emplace(userPath(*options.stems), userPath(options.output).extension().string(),
                       settings.file, ensemble);
     }
     RenderReport report;

@@ -1,5 +1,6 @@
 #include "commands/RenderParts.h"
 
+#include "files/UserPath.h"
 #include "plugin/ParameterLookup.h"
 #include "render/Automation.h"
 
@@ -72,7 +73,8 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
         applySound(*plugin, plan.sound);
         if (!moves) {
             moves = automation
-                        ? scheduleMoves(readAutomation(*automation, parameterNames(*plugin)), rate)
+                        ? scheduleMoves(
+                              readAutomation(userPath(*automation), parameterNames(*plugin)), rate)
                         : AutomationSchedule();
         }
         auto player = std::make_unique<InstrumentPlayer>(

@@ -2,6 +2,7 @@
 
 #include "Error.h"
 #include "audio/Decibels.h"
+#include "files/UserPath.h"
 #include "text/Numbers.h"
 #include "threads/ThreadTeam.h"
 
@@ -59,7 +60,7 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.stream.sampleRate = rate;
     settings.stream.blockSize = wholeOption("--block", options.block, 1, kLargestBlock);
     settings.file.sampleRate = rate;
-    settings.file.container = containerOf(options.output);
+    settings.file.container = containerOf(userPath(options.output));
     settings.file.samples = sampleKindOf(options.format);
     checkFormat(settings.file);
     settings.gain = gainFactor(

@@ -1,6 +1,7 @@
 #include "commands/ScreenshotCommand.h"
 
 #include "Error.h"
+#include "files/UserPath.h"
 #include "plugin/EditorSession.h"
 #include "plugin/PluginText.h"
 #include "terminal/Interrupt.h"
@@ -118,7 +119,7 @@ void runScreenshot(const ScreenshotOptions& options, const StandardOutput& outpu
     applySound(plugin, sound);
     checkHelp(plugin, options.helpPage);
     const TrueColourPicture picture = takePicture(plugin, options.helpPage);
-    writePng(options.output, picture);
+    writePng(userPath(options.output), picture);
     output.print(options.output + ": " + std::to_string(picture.width) + " x " +
                  std::to_string(picture.height) + " pixels\n");
 }

@@ -1,6 +1,7 @@
 #include "commands/SoundOptions.h"
 
 #include "Error.h"
+#include "files/UserPath.h"
 #include "plugin/ParameterLookup.h"
 #include "plugin/PluginText.h"
 #include "plugin/Programs.h"
@@ -86,7 +87,7 @@ ParameterSetting parseSetting(std::string_view text) {
 }
 
 PresetFile readPresetFile(const std::string& path) {
-    return {path, readPreset(path)};
+    return {path, readPreset(userPath(path))};
 }
 
 Sound readSound(const SoundOptions& options) {

@@ -1,7 +1,8 @@
 #include "plugin/EditorSession.h"
 
+#include "files/UserPath.h"
+
 #include <algorithm>
-#include <filesystem>
 
 namespace zelvatone {
 
@@ -15,7 +16,7 @@ std::string titleOf(HostedPlugin& plugin) {
     const std::string program = plugin.text(effGetProgramName);
     std::string name = plugin.text(effGetEffectName);
     if (name.empty()) {
-        name = std::filesystem::path(plugin.path()).stem().string();
+        name = userPath(plugin.path()).stem().string();
     }
     return program.empty() ? name : program + " - " + name;
 }

@@ -2,60 +2,21 @@
 
 #include "Error.h"
 
-#include <cstdlib>
-#include <sstream>
 #include <string>
 #include <system_error>
 
 namespace zelvatone {
 
-namespace {
-
-constexpr const char* kPluginFile = "zelvatone.so";
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nobody sets any
-    return value == nullptr ? "" : value;
-}
-
-} // namespace
-
-SearchSurroundings currentSurroundings() {
-    std::error_code error; // without /proc the search begins at the custom places
-    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    return {executable.parent_path(), environment("VST_PATH"), environment("HOME")};
-}
-
-std::vector<std::filesystem::path> pluginFolders(const SearchSurroundings& surroundings) {
-    std::vector<std::filesystem::path> folders;
-    if (!surroundings.executableFolder.empty()) {
-        folders.push_back(surroundings.executableFolder);
-        folders.push_back(surroundings.executableFolder.parent_path() / "lib" / "vst");
-    }
-    std::istringstream listed(surroundings.vstPath);
-    for (std::string folder; std::getline(listed, folder, ':');) {
-        if (!folder.empty()) {
-            folders.emplace_back(folder);
-        }
-    }
-    if (!surroundings.home.empty()) {
-        folders.push_back(std::filesystem::path(surroundings.home) / ".vst");
-    }
-    folders.emplace_back("/usr/local/lib/vst");
-    folders.emplace_back("/usr/lib/vst");
-    return folders;
-}
-
 std::filesystem::path findPlugin(const std::vector<std::filesystem::path>& folders) {
     std::string searched;
     for (const auto& folder : folders) {
         std::error_code error; // a folder that cannot be looked into holds nothing for us
-        if (std::filesystem::is_regular_file(folder / kPluginFile, error)) {
-            return folder / kPluginFile;
+        if (std::filesystem::is_regular_file(folder / pluginFile(), error)) {
+            return folder / pluginFile();
         }
         searched += (searched.empty() ? "" : ", ") + folder.string();
     }
-    throw InputError(std::string(kPluginFile) + " not found in " + searched +
+    throw InputError(std::string(pluginFile()) + " not found in " + searched +
                      "; name it with --plugin");
 }
 

@@ -1,6 +1,7 @@
 #include "render/Stems.h"
 
 #include "Error.h"
+#include "files/UserPath.h"
 
 #include <system_error>
 #include <utility>
@@ -28,7 +29,7 @@ Stems::Stems(const std::filesystem::path& folder, const std::string& extension,
     : folder_(folder), ensemble_(ensemble) {
     for (std::size_t part = 0; part < ensemble.size(); ++part) {
         writers_.push_back(std::make_unique<SoundFileWriter>(
-            folder_.path() / (ensemble.name(part) + extension), format));
+            folder_.path() / userPath(ensemble.name(part) + extension), format));
     }
 }
 

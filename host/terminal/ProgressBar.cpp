@@ -1,6 +1,6 @@
 #include "terminal/ProgressBar.h"
 
-#include <unistd.h>
+#include "terminal/Terminal.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -24,7 +24,7 @@ std::string progressLine(double done, int width, const std::string& note) {
            std::string(3 - percent.size(), ' ') + percent + " %  " + note;
 }
 
-ProgressBar::ProgressBar(bool wanted) : isVisible_(wanted && isatty(STDERR_FILENO) == 1) {}
+ProgressBar::ProgressBar(bool wanted) : isVisible_(wanted && isWatched()) {}
 
 ProgressBar::~ProgressBar() {
     if (isDrawn_) {
