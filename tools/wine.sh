@@ -19,13 +19,19 @@ export WINEDLLOVERRIDES='mscoree,mshtml='
 # In the prefix when it is whole: one whose making was interrupted is made again.
 made=$WINEPREFIX/made-by-zelvatone
 
-# Texts in Arial come out in its metric twin, which Debian has.
+set_value() {
+    wine reg add "HKCU\\Software\\Wine\\$1" /f /v "$2" /d "$3"
+}
+
 make_prefix() {
     [[ ! -e $made ]] || return 0
     rm -rf "$WINEPREFIX"
     mkdir -p "$(dirname "$WINEPREFIX")"
     wine wineboot --init
-    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /f /v Arial /d 'Liberation Sans'
+    # Texts in Arial come out in its metric twin, which Debian has.
+    set_value 'Fonts\Replacements' Arial 'Liberation Sans'
+    # The screen has no window manager; Wine would wait two seconds for its word on each window.
+    set_value 'X11 Driver' Managed N
     wineserver --wait
     touch "$made"
 }
