@@ -89,6 +89,8 @@ void printError(const std::string& line) {
 }
 
 void describe(CLI::App& app) {
+    // On Windows too a slash begins a path, not an option.
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", "zelvatone " ZELVATONE_VERSION);
     app.set_help_flag("-h,--help", "Print this help and leave");
     app.footer(

@@ -161,7 +161,6 @@ public:
             named.IsAvailable() ? named : *Gdiplus::FontFamily::GenericSansSerif();
         const INT style = fontStyleOf(face);
         font = std::make_unique<Gdiplus::Font>(&family, real(size), style, Gdiplus::UnitPixel);
-        ascent = size * family.GetCellAscent(style) / family.GetEmHeight(style);
         capHeight = inkHeight(family, style, L"M");
     }
 
@@ -169,7 +168,7 @@ public:
     CCoord getStringWidth(const std::string& text) const override {
         const std::wstring wide = wideString(text);
         Gdiplus::RectF extent;
-        graphics.MeasureString(wide.c_str(), static_cast<INT>(wide.size()), font.get(),
+        graphics.MeasureString(wide.data(), static_cast<INT>(wide.size()), font.get(),
                                Gdiplus::PointF(), &format, &extent);
         return extent.Width;
     }
@@ -177,27 +176,32 @@ public:
               const CColor& color) const {
         const std::wstring wide = wideString(text);
         const Gdiplus::SolidBrush brush(colorOf(color));
+        // Letters by their characters, one behind the other, on a baseline: the call that lays out
+        // texts takes their top, and where that puts the baseline is its own secret.
+        constexpr INT kOptions =
+            Gdiplus::DriverStringOptionsCmapLookup | Gdiplus::DriverStringOptionsRealizedAdvance;
+        static_assert(sizeof(wchar_t) == sizeof(UINT16));
         // Whole pixels, or else the letters' stems and feet are smeared over two.
-        const Gdiplus::PointF topLeft(real(std::round(baseline.x)),
-                                      real(std::round(baseline.y) - ascent));
-        to.DrawString(wide.c_str(), static_cast<INT>(wide.size()), font.get(), topLeft, &format,
-                      &brush);
+        const Gdiplus::PointF origin(real(std::round(baseline.x)), real(std::round(baseline.y)));
+        to.DrawDriverString(reinterpret_cast<const UINT16*>(wide.data()),
+                            static_cast<INT>(wide.size()), font.get(), &brush, &origin, kOptions,
+                            nullptr);
     }
 
 private:
+    // In rows of pixels that the text touches.
     CCoord inkHeight(const Gdiplus::FontFamily& family, INT style, const wchar_t* text) const {
         Gdiplus::GraphicsPath outline;
         outline.AddString(text, -1, &family, style, font->GetSize(), Gdiplus::PointF(), &format);
         Gdiplus::RectF ink;
         outline.GetBounds(&ink);
-        return std::round(ink.Height);
+        return std::ceil(ink.Height);
     }
 
     LineFormat format;
     Gdiplus::Bitmap measuring; // which nobody ever draws on
     Gdiplus::Graphics graphics;
     std::unique_ptr<Gdiplus::Font> font;
-    CCoord ascent = 0; // from the top of a line to its baseline, in pixels
     CCoord capHeight = 0;
 };
 
