@@ -4,7 +4,7 @@
 
 #include <shellapi.h>
 
-#include <filesystem>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -19,7 +19,7 @@ std::vector<std::string> argumentsAsUtf8() {
         const int size = WideCharToMultiByte(CP_UTF8, 0, wide[i], -1, nullptr, 0, nullptr, nullptr);
         std::string argument(static_cast<std::size_t>(size), '\0');
         WideCharToMultiByte(CP_UTF8, 0, wide[i], -1, argument.data(), size, nullptr, nullptr);
-        arguments.push_back(argument.c_str()); // without the end that was counted in
+        arguments.emplace_back(argument.c_str()); // without the end that was counted in
     }
     LocalFree(wide);
     return arguments;
@@ -29,10 +29,8 @@ std::vector<std::string> argumentsAsUtf8() {
 
 int main() {
     std::vector<std::string> arguments = argumentsAsUtf8();
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) {
-        pointers.push_back(argument.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(arguments.size() + 1, nullptr);
+    std::transform(arguments.begin(), arguments.end(), pointers.begin(),
+                   [](std::string& argument) { return argument.data(); });
     return zelvatone::runProgram(static_cast<int>(arguments.size()), pointers.data());
 }

@@ -15,12 +15,15 @@ use_sanitizer_options() {
     fi
 }
 
+# A command that CTest runs in, for programs that need more than this system.
+test_session=()
+
 # run_tests PRESET [CTEST ARGUMENT...]: runs the tests, prints the summary, fails unless all passed.
 run_tests() {
     local preset=$1 passed=yes start=$SECONDS
     shift
     pushd "$root" >/dev/null || return
-    logged "tests-$preset" ctest --preset "$preset" "$@" || passed=no
+    logged "tests-$preset" "${test_session[@]}" ctest --preset "$preset" "$@" || passed=no
     popd >/dev/null || return
     sum_up "$preset" $((SECONDS - start)) "$passed"
     [[ $passed == yes ]]

@@ -26,7 +26,6 @@ set_value() {
 make_prefix() {
     [[ ! -e $made ]] || return 0
     rm -rf "$WINEPREFIX"
-    mkdir -p "$(dirname "$WINEPREFIX")"
     wine wineboot --init
     # Texts in Arial come out in its metric twin, which Debian has.
     set_value 'Fonts\Replacements' Arial 'Liberation Sans'
@@ -36,22 +35,31 @@ make_prefix() {
     touch "$made"
 }
 
-# stop_wine: ends the prefix's programs; a server that has ended by itself is no failure.
-stop_wine() {
+# start_screen: with colours of 24 bits, so that what the editor draws arrives as it was drawn.
+start_screen() {
+    local answer number
+    exec {answer}< <(exec {session}>&- && exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null)
+    screen=$!
+    read -r number <&"$answer" || fail "Xvfb does not start"
+    export DISPLAY=:$number
+}
+
+# stop: ends the prefix's programs, then the screen; what has ended by itself is no failure.
+stop() {
     wineserver --kill || true
-    wineserver --wait
+    wineserver --wait || true
+    kill "$screen" || true
 }
 
 (($# > 0)) || usage_error "no command given"
 if [[ ${1:-} == --help ]]; then
     help_from_head "${BASH_SOURCE[0]}" && exit
 fi
-if [[ -z ${ZELVATONE_WINE_SCREEN:-} ]]; then
-    # Colours of 24 bits: what the editor draws must arrive as it was drawn.
-    export ZELVATONE_WINE_SCREEN=1
-    exec xvfb-run --auto-servernum --server-args='-screen 0 1024x768x24 -nolisten tcp' \
-        "${BASH_SOURCE[0]}" "$@"
-fi
+mkdir -p "$(dirname "$WINEPREFIX")"
+# Who comes second waits: the end of one session would end the programs of the other.
+exec {session}>"$WINEPREFIX.lock"
+flock "$session"
+start_screen
+trap stop EXIT
 make_prefix >&2
-trap stop_wine EXIT
 "$@"

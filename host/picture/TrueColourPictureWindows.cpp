@@ -3,18 +3,13 @@
 #include "audio/OutputFile.h"
 #include "picture/TrueColourPicture.h"
 
-// gdiplus.h takes these names for granted.
-#include <algorithm>
-namespace Gdiplus {
-using std::max;
-using std::min;
-} // namespace Gdiplus
 #include <windows.h>
 
 #include <objidl.h>
 
 #include <gdiplus.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace zelvatone {

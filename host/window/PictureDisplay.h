@@ -9,7 +9,7 @@ class PictureDisplay {
 public:
     // Throws InputError when there is no display and none can be started.
     PictureDisplay();
-    ~PictureDisplay();
+    ~PictureDisplay(); // NOLINT(performance-trivially-destructible): only on Windows it is
     PictureDisplay(const PictureDisplay&) = delete;
     PictureDisplay& operator=(const PictureDisplay&) = delete;
 

@@ -4,12 +4,6 @@
 #include "vstgui/lib/cfont.h"
 #include "vstgui/lib/platform/win32/win32string.h"
 
-// gdiplus.h takes these names for granted.
-#include <algorithm>
-namespace Gdiplus {
-using std::max;
-using std::min;
-} // namespace Gdiplus
 #include <objidl.h>
 
 #include <gdiplus.h>
@@ -157,8 +151,9 @@ public:
         : measuring(1, 1, kPixels), graphics(&measuring) {
         useGreyEdges(graphics);
         const Gdiplus::FontFamily named(wideString(name).c_str());
+        const Gdiplus::FontFamily* replacement = Gdiplus::FontFamily::GenericSansSerif();
         const Gdiplus::FontFamily& family =
-            named.IsAvailable() ? named : *Gdiplus::FontFamily::GenericSansSerif();
+            named.IsAvailable() || !replacement ? named : *replacement;
         const INT style = fontStyleOf(face);
         font = std::make_unique<Gdiplus::Font>(&family, real(size), style, Gdiplus::UnitPixel);
         capHeight = inkHeight(family, style, L"M");
@@ -263,13 +258,13 @@ GdiplusContext::GdiplusContext(const CRect& rect)
 
 GdiplusContext::~GdiplusContext() = default;
 
-void GdiplusContext::drawBitmap(const IPlatformBitmap& bitmap, const CRect& rect,
+void GdiplusContext::drawBitmap(const IPlatformBitmap& source, const CRect& rect,
                                 const CPoint& offset) {
-    const auto& source = static_cast<const GdiplusBitmap&>(bitmap);
+    const auto& image = static_cast<const GdiplusBitmap&>(source);
     const CPoint origin = rect.getTopLeft() - offset; // where the picture's own corner comes to
-    const CRect target = CRect(origin, source.getSize()).bound(rect);
+    const CRect target = CRect(origin, image.getSize()).bound(rect);
     if (!target.isEmpty()) {
-        graphics->DrawImage(&source.bitmap(), realRect(target), real(target.left - origin.x),
+        graphics->DrawImage(&image.bitmap(), realRect(target), real(target.left - origin.x),
                             real(target.top - origin.y), real(target.getWidth()),
                             real(target.getHeight()), Gdiplus::UnitPixel);
     }

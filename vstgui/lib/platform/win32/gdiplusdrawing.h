@@ -40,7 +40,7 @@ public:
     explicit GdiplusContext(const CRect& rect);
     ~GdiplusContext() override;
 
-    void drawBitmap(const IPlatformBitmap& picture, const CRect& rect,
+    void drawBitmap(const IPlatformBitmap& source, const CRect& rect,
                     const CPoint& offset) override;
     void fillRect(const CRect& rect, const CColor& color) override;
     void frameRect(const CRect& rect, const CColor& color) override;
