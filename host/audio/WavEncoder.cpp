@@ -81,7 +81,7 @@ std::vector<char> WavEncoder::header() const {
     chunks.number(format_.sampleRate, 4);
     chunks.number(std::int64_t{format_.sampleRate} * frameBytes, 4);
     chunks.number(frameBytes, 2);
-    chunks.number(8 * sampleBytes, 2);
+    chunks.number(std::int64_t{8} * sampleBytes, 2);
     if (isFloat) {
         chunks.name("fact");
         chunks.number(4, 4);

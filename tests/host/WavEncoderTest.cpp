@@ -1,12 +1,75 @@
-// WAV files of our own making, as the writing library reads them.
+// WAV files of our own making, as the writing library reads and writes them.
 #include "audio/WavEncoder.h"
 
 #include "support/SoundFile.h"
 #include "support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
+#include <sndfile.h>
+
 #include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <iterator>
 
 namespace zelvatone {
 namespace {
 
+struct WavKind {
+    SampleKind samples;
+    int libraryFormat;
+};
+
+class WavEncoderKinds : public ::testing::TestWithParam<WavKind> {
+protected:
+    // Three frames of one channel: with 24 bits, an odd number of bytes.
+    void write(const std::filesystem::path& path) const {
+        OutputFile file(path);
+        WavEncoder encoder(file, {Container::Wav, GetParam().samples, 48000, 1});
+        if (GetParam().samples == SampleKind::Float) {
+            encoder.write(std::vector<float>{0.5F, -1.5F});
+            encoder.write(std::vector<float>{1e-30F});
+        } else {
+            // Full scale has 31 bits here.
+            encoder.write(std::vector<std::int32_t>{1 << 30, INT32_MIN});
+            encoder.write(std::vector<std::int32_t>{-(1 << 16)});
+        }
+        encoder.finish();
+        file.commit();
+    }
+};
+
+TEST_P(WavEncoderKinds, ReadBackAsTheSameSamples) {
+    const TemporaryFolder folder;
+    write(folder / "own.wav");
+    const SoundFile sound = readSoundFile(folder / "own.wav");
+    EXPECT_EQ(sound.format, GetParam().libraryFormat);
+    EXPECT_EQ(sound.sampleRate, 48000);
+    EXPECT_EQ(sound.channels, 1);
+    const std::vector<float> expected = GetParam().samples == SampleKind::Float
+                                            ? std::vector<float>{0.5F, -1.5F, 1e-30F}
+                                            : std::vector<float>{0.5F, -1.0F, -1.0F / 32768.0F};
+    EXPECT_EQ(sound.samples, expected);
+}
+
+// RIFF counts what follows its own eight bytes, and pads to an even number.
+TEST_P(WavEncoderKinds, CountTheirBytes) {
+    const TemporaryFolder folder;
+    write(folder / "own.wav");
+    std::ifstream stream(folder / "own.wav", std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    std::uint32_t counted = 0;
+    std::memcpy(&counted, bytes.data() + 4, sizeof counted);
+    EXPECT_EQ(counted, bytes.size() - 8);
+    EXPECT_EQ(bytes.size() % 2, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, WavEncoderKinds,
+    ::testing::Values(WavKind{SampleKind::Int16, SF_FORMAT_WAV | SF_FORMAT_PCM_16},
+                      WavKind{SampleKind::Int24, SF_FORMAT_WAV | SF_FORMAT_PCM_24},
+                      WavKind{SampleKind::Float, SF_FORMAT_WAV | SF_FORMAT_FLOAT}),
+    [](const auto& kind) { return "Kind" + std::to_string(static_cast<int>(kind.param.samples)); });
+
+} // namespace
+} // namespace zelvatone
