@@ -1,8 +1,10 @@
-// What the plug-in's tests call on Linux, for Windows. Included ahead of them by the compiler's
+// What the tests call on Linux, for Windows. Included ahead of them by the compiler's
 // command line.
 #pragma once
 
 #include <windows.h>
+
+#include <unistd.h>
 
 #include <cstddef>
 
@@ -26,6 +28,15 @@ inline HeapUse mallinfo2() {
         HeapUnlock(heaps[i]);
     }
     return use;
+}
+
+// The file's position stays where it is.
+inline ssize_t pread(int file, void* target, std::size_t count, off_t offset) {
+    const off_t before = lseek(file, 0, SEEK_CUR);
+    lseek(file, offset, SEEK_SET);
+    const int got = read(file, target, static_cast<unsigned int>(count));
+    lseek(file, before, SEEK_SET);
+    return got;
 }
 
 namespace testing {
