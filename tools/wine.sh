@@ -44,6 +44,14 @@ start_screen() {
     export DISPLAY=:$number
 }
 
+# keep_running: Windows takes seconds to start, and its services and desktop hold on to the output
+# of whoever starts them. So they are started here, and a program that waits for input keeps them.
+keep_running() {
+    # shellcheck disable=SC2034 # nobody ever writes to it
+    exec {input}> >(exec {session}>&- && exec wine cmd >/dev/null 2>&1)
+    wine wineboot >/dev/null 2>&1
+}
+
 # stop: ends the prefix's programs, then the screen; what has ended by itself is no failure.
 stop() {
     wineserver --kill || true
@@ -62,4 +70,5 @@ flock "$session"
 start_screen
 trap stop EXIT
 make_prefix >&2
+keep_running
 "$@"
