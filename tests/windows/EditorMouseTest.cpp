@@ -148,6 +148,13 @@ TEST_F(WindowsPointer, TurnsAKnobAlsoWhenItLeavesTheWindow) {
     EXPECT_THAT(edits(), ElementsAre("begin 20", "20 = 0.5000", "20 = 0.8333", "end 20"));
 }
 
+TEST_F(WindowsPointer, TurnsTheKnobBelowItWithItsWheel) {
+    plugin.setParameter(kSustain, 0.5F);
+    point(kKnobX, kKnobY);
+    act(MOUSEEVENTF_WHEEL, WHEEL_DELTA);
+    EXPECT_THAT(edits(), ElementsAre("begin 20", "20 = 0.6000"));
+}
+
 TEST_F(WindowsPointer, LeavesTheKeyboardToTheHost) {
     SetFocus(window.handle());
     point(kKnobX, kKnobY);

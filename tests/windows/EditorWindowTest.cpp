@@ -167,6 +167,7 @@ public:
         return reinterpret_cast<PluginLibrary::Entry>(reinterpret_cast<void*>(entry))(
             RecordingHost::callback);
     }
+    HMODULE handle() const { return library; }
     void unload() {
         if (library != nullptr) {
             FreeLibrary(std::exchange(library, nullptr));
@@ -202,10 +203,11 @@ TEST_F(WindowsEditorWindow, OpensAgainAfterTheModuleWasUnloaded) {
         HostWindow::pump();
         EXPECT_TRUE(otherWindow.picture().pixels == window.picture().pixels);
         const std::wstring name = classOf(otherWindow.editor());
+        WNDCLASSW description{};
+        EXPECT_NE(GetClassInfoW(module.handle(), name.c_str(), &description), FALSE);
         other.ask(effEditClose);
         other.ask(effClose);
-        WNDCLASSW description{};
-        EXPECT_EQ(GetClassInfoW(nullptr, name.c_str(), &description), FALSE);
+        EXPECT_EQ(GetClassInfoW(module.handle(), name.c_str(), &description), FALSE);
         module.unload();
     }
 }

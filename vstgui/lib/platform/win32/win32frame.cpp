@@ -194,9 +194,6 @@ bool Win32Frame::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEHWHEEL:
         onWheel(message, wParam, lParam);
         return true;
-    case WM_CAPTURECHANGED: // somebody else takes the mouse away
-        releaseLostButton();
-        return true;
     case WM_DESTROY:
         onDestroyed();
         return true;
@@ -232,7 +229,7 @@ void Win32Frame::onPress(MouseButton button, WPARAM keys, LPARAM position) {
 }
 
 void Win32Frame::onRelease(MouseButton button, WPARAM keys, LPARAM position) {
-    isPressed = false; // first, for the capture's end is a message of its own
+    isPressed = false;
     ReleaseCapture();
     auto up = positioned<MouseUpEvent>(keys, position);
     up.buttonState.add(button);
