@@ -10,7 +10,7 @@ namespace zelvatone {
 
 namespace {
 
-// Windows' own words. Without a box on the screen when it finds that a library is missing.
+// Windows' own words.
 std::string lastError() {
     const DWORD error = GetLastError();
     if (error == ERROR_BAD_EXE_FORMAT) {
@@ -25,9 +25,10 @@ std::string lastError() {
 } // namespace
 
 SharedLibrary loadLibrary(const std::filesystem::path& path) {
-    SetErrorMode(SEM_FAILCRITICALERRORS);
-    // What a plug-in brings along lies beside it.
-    HMODULE handle = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    SetErrorMode(SEM_FAILCRITICALERRORS); // no box on the screen when another library is missing
+    // What a plug-in brings along is looked for beside it, if its path has no slashes.
+    HMODULE handle = LoadLibraryExW(std::filesystem::path(path).make_preferred().c_str(), nullptr,
+                                    LOAD_WITH_ALTERED_SEARCH_PATH);
     return {handle, handle == nullptr ? lastError() : std::string()};
 }
 

@@ -284,7 +284,10 @@ void GdiplusContext::frameRect(const CRect& rect, const CColor& color) {
 void GdiplusContext::drawString(const IPlatformFont& font, const std::string& text,
                                 const CPoint& baseline, const CRect& clip, const CColor& color) {
     graphics->SetClip(realRect(clip));
+    // Letters are fitted to the pixels' edges, pictures to their middles.
+    graphics->SetPixelOffsetMode(Gdiplus::PixelOffsetModeNone);
     static_cast<const GdiplusFont&>(font).draw(*graphics, text, baseline, color);
+    graphics->SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
     graphics->ResetClip();
 }
 

@@ -105,7 +105,8 @@ private:
 };
 
 bool Win32Frame::open(const Win32FrameClass& frameClass, HWND parent) {
-    frameClass.createWindow(bounds.getSize(), parent, this); // `window` is set by its messages
+    // Its first messages come, and set `window`, before it is whole.
+    window = frameClass.createWindow(bounds.getSize(), parent, this);
     if (window) {
         ShowWindow(window, SW_SHOWNA);
     }
