@@ -4,11 +4,16 @@
 
 #include <windows.h>
 
+#include <ole2.h>
+
 namespace zelvatone {
 
 namespace {
 
 int users = 0;
+// Toolkits read their pictures through COM, which a thread has to start before. A host that has
+// started it in another way keeps that.
+bool hasStartedCom = false;
 
 // The library that this code is in, which carries the pictures; not the program that loaded it.
 HMODULE ownModule() {
@@ -23,6 +28,7 @@ HMODULE ownModule() {
 
 ToolkitUse::ToolkitUse() {
     if (users++ == 0) {
+        hasStartedCom = SUCCEEDED(OleInitialize(nullptr));
         VSTGUI::init(ownModule());
     }
 }
@@ -30,6 +36,9 @@ ToolkitUse::ToolkitUse() {
 ToolkitUse::~ToolkitUse() {
     if (--users == 0) {
         VSTGUI::exit();
+        if (hasStartedCom) {
+            OleUninitialize();
+        }
     }
 }
 
