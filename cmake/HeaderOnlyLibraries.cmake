@@ -1,6 +1,6 @@
-# The header-only libraries of the host, for a cross-compiler: the build machine's own headers, which
-# lie in the same folder, must stay out of its sight. So each library is linked into a folder that
-# holds nothing else.
+# The header-only libraries of the host, for a cross-compiler: the build machine's own headers,
+# which lie in the same folder, must stay out of its sight. So each library is linked into a folder
+# that holds nothing else.
 set(header_only ${CMAKE_BINARY_DIR}/header-only)
 file(MAKE_DIRECTORY ${header_only})
 

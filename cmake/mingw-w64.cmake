@@ -1,4 +1,5 @@
-# Builds for 64-bit Windows on Linux, with the cross-compiler of Debian's g++-mingw-w64-x86-64-posix.
+# Builds for 64-bit Windows on Linux, with the cross-compiler of Debian's package
+# g++-mingw-w64-x86-64-posix.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

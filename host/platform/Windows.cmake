@@ -1,5 +1,5 @@
-# The host on Windows: without the libraries that Debian has for Linux only. It writes WAV files, and
-# makes no tour.
+# The host on Windows: without the libraries that Debian has for Linux only. It writes WAV files,
+# and makes no tour.
 include(${PROJECT_SOURCE_DIR}/cmake/HeaderOnlyLibraries.cmake)
 enable_language(RC)
 

@@ -1,5 +1,5 @@
-"""Windows aligns the stack to 16 bytes only, and some versions of g++ move wider vectors there as if
-it were aligned for them. No kernel may: it would crash on every other call."""
+"""Windows aligns the stack to 16 bytes only, and some versions of g++ move wider vectors there as
+if it were aligned for them. No kernel may: it would crash on every other call."""
 
 import os
 import re
