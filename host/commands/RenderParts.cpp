@@ -5,6 +5,7 @@
 #include "render/Automation.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace zelvatone {
@@ -90,7 +91,11 @@ std::string stemName(const std::optional<int>& channel, const std::string& progr
     if (!program.empty()) {
         name += "-" + program;
     }
-    std::replace(name.begin(), name.end(), '/', '-');
+    // What one system or another does not take, so that a file may move between them.
+    constexpr std::string_view forbidden = "/\\:*?\"<>|";
+    std::replace_if(
+        name.begin(), name.end(),
+        [&](char c) { return forbidden.find(c) != std::string_view::npos; }, '-');
     return name;
 }
 

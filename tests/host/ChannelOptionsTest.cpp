@@ -119,6 +119,7 @@ TEST(StemName, HoldsChannelAndProgram) {
     EXPECT_EQ(stemName(16, "Pots and Pans in Orbit"), "16-Pots and Pans in Orbit");
     EXPECT_EQ(stemName(std::nullopt, "Default"), "rest-Default");
     EXPECT_EQ(stemName(3, "Up/Down"), "03-Up-Down");
+    EXPECT_EQ(stemName(3, "a\\b:c*d?e\"f<g>h|i"), "03-a-b-c-d-e-f-g-h-i");
     EXPECT_EQ(stemName(3, ""), "03");
 }
 
