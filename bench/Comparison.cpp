@@ -25,10 +25,11 @@ void takeTurns(std::vector<Run>& runs, int repeats, void (Run::*play)()) {
     }
 }
 
-// `plain` and `other`: seconds, measured in turn.
-std::vector<double> ratios(const std::vector<double>& plain, const std::vector<double>& other) {
-    std::vector<double> result(plain.size());
-    std::transform(plain.begin(), plain.end(), other.begin(), result.begin(), std::divides<>());
+// `reference` and `other`: seconds, measured in turn.
+std::vector<double> ratios(const std::vector<double>& reference, const std::vector<double>& other) {
+    std::vector<double> result(reference.size());
+    std::transform(reference.begin(), reference.end(), other.begin(), result.begin(),
+                   std::divides<>());
     return result;
 }
 
@@ -48,7 +49,7 @@ std::vector<Renderer> renderersToCompare() {
     const char* wanted = std::getenv("ZELVATONE_KERNEL"); // NOLINT(concurrency-mt-unsafe)
     std::vector<Renderer> list;
     for (const Renderer renderer : zelvatone::kAllRenderers) {
-        const bool isWanted = wanted == nullptr || renderer == Renderer::kPlain ||
+        const bool isWanted = wanted == nullptr || renderer == Renderer::kReference ||
                               std::string_view(wanted) == nameOf(renderer);
         if (isWanted && isSupported(renderer)) {
             list.push_back(renderer);

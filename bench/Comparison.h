@@ -1,5 +1,5 @@
-// The renderers side by side: the plain rule and every kernel that this processor has take turns at
-// the same load, so that what else the machine does hits all of them.
+// The renderers side by side: the reference renderer and every kernel that this processor has take
+// turns at the same load, so that what else the machine does hits all of them.
 #pragma once
 
 #include "Loads.h"
@@ -10,7 +10,7 @@
 
 namespace bench {
 
-// What one renderer takes for one load. Ratios say how many times less than the plain rule.
+// What one renderer takes for one load. Ratios say how many times less than the reference renderer.
 struct Row {
     std::string kind; // "steady" or "worst"
     std::string load;
@@ -18,11 +18,11 @@ struct Row {
     double cost; // steady: share of a core; worst: seconds
     double ratio, lowerQuartile, upperQuartile;
     std::uint64_t hash; // of the samples: a faster wrong sound is no gain
-    bool sameSound;     // as the plain rule's
+    bool sameSound;     // as the reference renderer's
 };
 
-// The plain rule first, as the measure of all others. With ZELVATONE_KERNEL in the environment,
-// only the renderer of that name stands beside it.
+// The reference renderer first, as the measure of all others. With ZELVATONE_KERNEL in the
+// environment, only the renderer of that name stands beside it.
 std::vector<zelvatone::Renderer> renderersToCompare();
 
 std::vector<Row> compareSteady(const Load& load);

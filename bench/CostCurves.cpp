@@ -12,8 +12,8 @@ namespace bench {
 namespace {
 
 constexpr int kRepeats = 15;
-// Mode-samples of one measurement, some 10 ms of the plain rule; and the fewest blocks, so that the
-// clock's own steps stay small beside it.
+// Mode-samples of one measurement, some 10 ms of the reference renderer; and the fewest blocks, so
+// that the clock's own steps stay small beside it.
 constexpr std::int32_t kModeSamples = 2'000'000;
 constexpr std::int32_t kFewestBlocks = 20;
 constexpr std::int32_t kMostBlocks = 1000;

@@ -18,7 +18,7 @@ constexpr std::uint64_t kEmptyHash = 0xCBF29CE484222325U;
 struct Load {
     const char* name;
     const char* what;
-    // Blocks measured at a time: enough for the plain rule to take some 30 ms.
+    // Blocks measured at a time: enough for the reference renderer to take some 30 ms.
     std::int32_t blocks;
     // Brings a new engine to where the measurement starts.
     void (*prepare)(zelvatone::ZelvatoneEngine& engine);

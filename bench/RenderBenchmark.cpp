@@ -2,7 +2,7 @@
 //
 // What rendering costs, renderer against renderer, as a table. --load takes one load alone, --csv
 // writes the table to FILE too, --curves measures the cost of notes and modes into FILE. Fails when
-// a renderer makes another sound than the plain rule.
+// a renderer makes another sound than the reference renderer.
 #include "Comparison.h"
 #include "CostCurves.h"
 
@@ -68,7 +68,7 @@ bool readOptions(int argc, char** argv, Options& options) {
 // Costs of steady loads read as percent of a core, those of blocks as microseconds.
 void print(const bench::Row& row) {
     const double unit = row.kind == "steady" ? 100.0 : 1e6;
-    std::printf("%-10s %-7s %10.3f %8.2f   %6.2f .. %6.2f   %016llx%s\n", row.load.c_str(),
+    std::printf("%-10s %-9s %10.3f %8.2f   %6.2f .. %6.2f   %016llx%s\n", row.load.c_str(),
                 nameOf(row.renderer), row.cost * unit, row.ratio, row.lowerQuartile,
                 row.upperQuartile, static_cast<unsigned long long>(row.hash),
                 row.sameSound ? "" : "   ANOTHER SOUND");
@@ -106,9 +106,9 @@ bool compareRenderers(const Options& options) {
         std::fprintf(options.csv.get(),
                      "kind,load,renderer,cost,ratio,lower_quartile,upper_quartile,hash\n");
     }
-    std::printf("load       renderer  %% of core    ratio   quartiles        hash of samples\n");
+    std::printf("load       renderer    %% of core    ratio   quartiles        hash of samples\n");
     const bool steady = compareAll(bench::steadyLoads(), bench::compareSteady, options);
-    std::printf("\nload       renderer         us    ratio   quartiles        hash of samples\n");
+    std::printf("\nload       renderer           us    ratio   quartiles        hash of samples\n");
     return compareAll(bench::worstBlockLoads(), bench::compareWorstBlocks, options) && steady;
 }
 

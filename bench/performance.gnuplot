@@ -11,7 +11,7 @@ set key bottom right reverse Left
 set border 3
 set tics nomirror
 
-names = "plain sse2 avx2 avx512"
+names = "reference sse2 avx2 avx512"
 colours = "#888888 #d08000 #2070c0 #20a060"
 # Rows of one renderer for which `condition` holds.
 rows(name, condition) = sprintf("< awk -F , '$1 == \"%s\" && %s' curves.csv", name, condition)

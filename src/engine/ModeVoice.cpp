@@ -6,8 +6,8 @@
 #include <cmath>
 #include <numbers>
 
-// The plain rule: one mode after the other, one sample after the other, every rounding in its
-// place. Loops take `i` for a mode.
+// The reference renderer: one mode after the other, one sample after the other, every rounding in
+// its place. Loops take `i` for a mode.
 
 namespace zelvatone {
 

@@ -101,14 +101,14 @@ void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t s
         return; // without a look at `outputs`
     }
     if (fastRenderer == nullptr) {
-        renderPlain(outputs[0], sampleFrames);
+        renderReference(outputs[0], sampleFrames);
     } else {
         renderFast(outputs[0], sampleFrames);
     }
     std::copy_n(outputs[0], sampleFrames, outputs[1]);
 }
 
-void ZelvatoneEngine::renderPlain(float* out, std::int32_t samples) {
+void ZelvatoneEngine::renderReference(float* out, std::int32_t samples) {
     for (std::int32_t n = 0; n < samples; ++n) {
         runEventPass();
         out[n] = renderSample();

@@ -42,11 +42,11 @@ public:
     std::unique_ptr<EnvelopeSettings> envelopeSettings;
 
 private:
-    void renderPlain(float* out, std::int32_t samples);
+    void renderReference(float* out, std::int32_t samples);
     void renderFast(float* out, std::int32_t samples);
     float renderSample();
 
-    std::unique_ptr<FastRenderer> fastRenderer; // null: the plain rule, sample by sample
+    std::unique_ptr<FastRenderer> fastRenderer; // null: the reference renderer, sample by sample
 };
 
 } // namespace zelvatone

@@ -52,7 +52,7 @@ TEST(EventPasses, SpreadACrowdOverEightSamples) {
 TEST(EventPasses, KeepTheOrderAndCountersOfTheLiteralOnes) {
     Random random(13);
     for (int scenario = 0; scenario < 300; ++scenario) {
-        ZelvatoneEngine literal(Renderer::kPlain);
+        ZelvatoneEngine literal(Renderer::kReference);
         ZelvatoneEngine fast;
         for (std::int32_t i = random.between(0, EventRing::kBufferSize); i > 0; --i) {
             const std::int32_t offset = random.oneIn(20)

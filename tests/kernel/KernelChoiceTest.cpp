@@ -8,9 +8,9 @@ using namespace zelvatone;
 
 namespace {
 
-TEST(KernelChoice, NeedsNoKernelForThePlainRule) {
-    EXPECT_EQ(kernelOf(Renderer::kPlain), nullptr);
-    EXPECT_STREQ(nameOf(Renderer::kPlain), "plain");
+TEST(KernelChoice, NeedsNoKernelForTheReferenceRenderer) {
+    EXPECT_EQ(kernelOf(Renderer::kReference), nullptr);
+    EXPECT_STREQ(nameOf(Renderer::kReference), "reference");
 }
 
 TEST(KernelChoice, HasAKernelForEachWidth) {
@@ -20,7 +20,7 @@ TEST(KernelChoice, HasAKernelForEachWidth) {
 }
 
 TEST(KernelChoice, TakesTheWidestThatTheProcessorHas) {
-    EXPECT_TRUE(isSupported(Renderer::kPlain));
+    EXPECT_TRUE(isSupported(Renderer::kReference));
     EXPECT_TRUE(isSupported(Renderer::kSse2)); // every x86-64
     EXPECT_TRUE(isSupported(widestRenderer()));
     for (const Renderer renderer : kAllRenderers) {

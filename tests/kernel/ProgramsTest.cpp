@@ -36,28 +36,29 @@ public:
     std::array<float, kBlock> right{};
 };
 
-std::string firstDifference(const Player& plain, const Player& fast) {
-    const std::string difference = differenceInSamples(plain.left.data(), fast.left.data(), kBlock);
-    return difference.empty() ? differenceInState(plain.engine, fast.engine) : difference;
+std::string firstDifference(const Player& reference, const Player& fast) {
+    const std::string difference =
+        differenceInSamples(reference.left.data(), fast.left.data(), kBlock);
+    return difference.empty() ? differenceInState(reference.engine, fast.engine) : difference;
 }
 
 void expectSameChord(std::int32_t program, float rate) {
-    Player plain(Renderer::kPlain, program, rate);
+    Player reference(Renderer::kReference, program, rate);
     std::vector<std::unique_ptr<Player>> others;
     for (const Renderer renderer : renderersUnderTest()) {
         others.push_back(std::make_unique<Player>(renderer, program, rate));
     }
     for (int block = 0; block < 20; ++block) {
         if (block == 12) {
-            plain.engine.noteOff(57);
+            reference.engine.noteOff(57);
         }
-        plain.play();
+        reference.play();
         for (const auto& player : others) {
             if (block == 12) {
                 player->engine.noteOff(57);
             }
             player->play();
-            ASSERT_EQ(firstDifference(plain, *player), "") << "block " << block;
+            ASSERT_EQ(firstDifference(reference, *player), "") << "block " << block;
         }
     }
 }

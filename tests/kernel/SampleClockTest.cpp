@@ -52,7 +52,7 @@ TYPED_TEST(SampleClocks, ReadLikeCountingAcrossPowersOfTwo) {
 }
 
 // 1 / 65536 is half of a float's last place from 128 to 256: every sum lies between two floats, and
-// the even one is taken.
+// the even number is taken.
 TYPED_TEST(SampleClocks, ReadLikeCountingWhereSumsAreTies) {
     for (const float start : {128.0F, 128.00002F, 200.0F, 200.00002F}) {
         expectLikeCounting(static_cast<TypeParam>(start), 0x1p-16);

@@ -27,7 +27,7 @@ std::vector<Renderer> renderersUnderTest() {
     const char* wanted = std::getenv("ZELVATONE_KERNEL"); // NOLINT(concurrency-mt-unsafe)
     std::vector<Renderer> renderers;
     for (const Renderer renderer : kAllRenderers) {
-        const bool isWanted = wanted == nullptr ? renderer != Renderer::kPlain
+        const bool isWanted = wanted == nullptr ? renderer != Renderer::kReference
                                                 : std::string(wanted) == nameOf(renderer);
         if (isWanted && isSupported(renderer)) {
             renderers.push_back(renderer);
@@ -43,8 +43,8 @@ Scenario::Scenario(std::uint64_t seed)
              .knobs = random.oneOf({1, 3, 10, 100}),
              .breakage = random.oneOf({0, 0, 0, 0, 30, 5}),
              .manyModes = random.oneIn(2)} {
-    engines.push_back(std::make_unique<Engine>(Renderer::kPlain));
-    names.emplace_back("plain");
+    engines.push_back(std::make_unique<Engine>(Renderer::kReference));
+    names.emplace_back("reference");
     for (const Renderer renderer : renderersUnderTest()) {
         engines.push_back(std::make_unique<Engine>(renderer));
         names.emplace_back(nameOf(renderer));

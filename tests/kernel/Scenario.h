@@ -1,4 +1,4 @@
-// A random performance, played by the plain engine and by fast ones at once.
+// A random performance, played by the reference engine and by fast ones at once.
 #pragma once
 
 #include "kernel/PrintedLines.h"
@@ -23,7 +23,7 @@ public:
     explicit Scenario(std::uint64_t seed);
 
     // Plays until about `modeSamples` samples of single modes have been rendered. Answers what was
-    // different first between the plain engine and another; nothing if all bits were the same.
+    // different first between the reference engine and another; nothing if all bits were the same.
     std::string play(std::int64_t modeSamples);
 
 private:
@@ -57,7 +57,7 @@ private:
 
     Random random;
     Temper temper;
-    std::vector<std::unique_ptr<Engine>> engines; // the plain one first
+    std::vector<std::unique_ptr<Engine>> engines; // the reference renderer first
     std::vector<std::string> names;
     PrintedLines printed;
     std::size_t printedBytes = 0;

@@ -1,4 +1,5 @@
-// A kernel's segment against as many ticks of the plain voice, for every course and every wrap.
+// A kernel's segment against as many ticks of the reference renderer, for every motion and every
+// wrap.
 #include "kernel/Kernels.h"
 #include "kernel/Random.h"
 
@@ -17,24 +18,27 @@ namespace {
 // What the modes of a segment are like.
 struct Theme {
     const char* name;
-    Course course;
+    FrequencyMotion motion;
     Wrap wrap; // of most banks
     float lowestHz, highestHz;
     float lowestPhase;
 };
 
 constexpr std::array kThemes = {
-    Theme{"still and near", Course::kStill, Wrap::kNear, 0.0F, 47000.0F, 0.0F},
-    Theme{"still and far", Course::kStill, Wrap::kFar, 40000.0F, 9.0e5F, 0.0F},
-    Theme{"still and very far", Course::kStill, Wrap::kFar, 1.0e6F, 9.0e7F, 0.0F},
-    Theme{"still on the brink of two turns", Course::kStill, Wrap::kAny, 95990.0F, 96010.0F, 0.0F},
-    Theme{"still with negative phases", Course::kStill, Wrap::kAny, 0.0F, 47000.0F, -6.28F},
-    Theme{"still both ways", Course::kStill, Wrap::kAny, -2.0e5F, 2.0e5F, 0.0F},
-    Theme{"gliding and near", Course::kGlide, Wrap::kNear, 5000.0F, 25000.0F, 0.0F},
-    Theme{"gliding both ways", Course::kGlide, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
-    Theme{"dropping and near", Course::kDrop, Wrap::kNear, 0.0F, 20000.0F, 0.0F},
-    Theme{"dropping both ways", Course::kDrop, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
-    Theme{"gliding and dropping", Course::kGlideAndDrop, Wrap::kAny, -1.0e4F, 1.0e5F, 0.0F},
+    Theme{"still and near", FrequencyMotion::kStill, Wrap::kNear, 0.0F, 47000.0F, 0.0F},
+    Theme{"still and far", FrequencyMotion::kStill, Wrap::kFar, 40000.0F, 9.0e5F, 0.0F},
+    Theme{"still and very far", FrequencyMotion::kStill, Wrap::kFar, 1.0e6F, 9.0e7F, 0.0F},
+    Theme{"still and near two turns", FrequencyMotion::kStill, Wrap::kAny, 95990.0F, 96010.0F,
+          0.0F},
+    Theme{"still with negative phases", FrequencyMotion::kStill, Wrap::kAny, 0.0F, 47000.0F,
+          -6.28F},
+    Theme{"still both ways", FrequencyMotion::kStill, Wrap::kAny, -2.0e5F, 2.0e5F, 0.0F},
+    Theme{"gliding and near", FrequencyMotion::kGlide, Wrap::kNear, 5000.0F, 25000.0F, 0.0F},
+    Theme{"gliding both ways", FrequencyMotion::kGlide, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
+    Theme{"dropping and near", FrequencyMotion::kDrop, Wrap::kNear, 0.0F, 20000.0F, 0.0F},
+    Theme{"dropping both ways", FrequencyMotion::kDrop, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
+    Theme{"gliding and dropping", FrequencyMotion::kGlideAndDrop, Wrap::kAny, -1.0e4F, 1.0e5F,
+          0.0F},
 };
 
 // Settings and everything derived from them, at 48 kHz and without shifts.
@@ -47,20 +51,20 @@ struct World {
         settings.shiftBeats = 1.0e9;
         settings.dropFactor = dropFactor;
         dropFactors.fill(dropFactor);
-        motion = {.radiansPerHz = static_cast<float>(2.0 * settings.secondsPerSample *
-                                                     std::numbers::pi * settings.bendRatio),
-                  .entriesPerRadian = cycle.entriesPerRadian(),
-                  .cycle = cycle.middle(),
-                  .dropFactors = dropFactors.data(),
-                  .drops = dropFactor != 1.0F,
-                  .dropsGliding = true,
-                  .dropGrowth = dropFactor != 1.0F ? 2.0F : 1.0F};
+        constants = {.radiansPerHz = static_cast<float>(2.0 * settings.secondsPerSample *
+                                                        std::numbers::pi * settings.bendRatio),
+                     .entriesPerRadian = cycle.entriesPerRadian(),
+                     .cycle = cycle.middle(),
+                     .dropFactors = dropFactors.data(),
+                     .drops = dropFactor != 1.0F,
+                     .dropsGliding = true,
+                     .dropGrowth = dropFactor != 1.0F ? 2.0F : 1.0F};
     }
 
     VoiceSettings settings;
     WaveCycle cycle;
     std::array<float, kPaddedModes> dropFactors{};
-    Motion motion{};
+    BlockConstants constants{};
 };
 
 float between(Random& random, float low, float high) {
@@ -73,7 +77,8 @@ float someStep(Random& random, float value, float target) {
 }
 
 void fill(ModeVoice& voice, const Theme& theme, Random& random) {
-    const bool glides = theme.course == Course::kGlide || theme.course == Course::kGlideAndDrop;
+    const bool glides =
+        theme.motion == FrequencyMotion::kGlide || theme.motion == FrequencyMotion::kGlideAndDrop;
     voice.activeCount = random.between(1, 100);
     for (std::int32_t i = 0; i < kMaxModeCount; ++i) {
         voice.phase[i] = between(random, theme.lowestPhase, 6.28F);
@@ -101,19 +106,20 @@ void expectSameBanks(const ModeVoice& expected, const ModeVoice& actual) {
 
 class Segments : public EachKernel {
 protected:
-    // Answers whether the outlook was the theme's.
+    // Answers whether the traits was the theme's.
     bool check(const Theme& theme) {
-        const bool drops = theme.course == Course::kDrop || theme.course == Course::kGlideAndDrop;
+        const bool drops = theme.motion == FrequencyMotion::kDrop ||
+                           theme.motion == FrequencyMotion::kGlideAndDrop;
         const World world(drops ? between(random, 0.99F, 1.01F) : 1.0F);
         ModeVoice voice(&world.settings);
         fill(voice, theme, random);
-        const Outlook outlook = expectTicks(world, voice, random.between(1, kRunSamples));
-        return outlook.course == theme.course && outlook.wrap == theme.wrap;
+        const BankTraits traits = expectTicks(world, voice, random.between(1, kRunSamples));
+        return traits.motion == theme.motion && traits.wrap == theme.wrap;
     }
 
     // Renders `samples` samples of a voice like `actual` by ticks and of `actual` by the kernel;
-    // answers the outlook that the kernel had.
-    Outlook expectTicks(const World& world, ModeVoice actual, std::int32_t samples) {
+    // answers the traits that the kernel had.
+    BankTraits expectTicks(const World& world, ModeVoice actual, std::int32_t samples) {
         ModeVoice expected = actual;
         std::array<float, kRunSamples> expectedSamples{};
         for (std::int32_t k = 0; k < samples; ++k) {
@@ -122,30 +128,30 @@ protected:
 
         alignas(64) std::array<float, kVoiceBuffer> actualSamples{};
         const ModeBank bank = bankOf(actual);
-        const Outlook outlook = kernel().foresee(bank, world.motion, samples);
+        const BankTraits traits = kernel().analyse(bank, world.constants, samples);
         const Segment segment{bank, actual.gain, actualSamples.data()};
-        kernel().render(&segment, 1, samples, outlook, world.motion, scratch);
+        kernel().render(&segment, 1, samples, traits, world.constants, scratch);
 
         EXPECT_EQ(std::memcmp(expectedSamples.data(), actualSamples.data(),
                               sizeof(float) * static_cast<std::size_t>(samples)),
                   0);
         expectSameBanks(expected, actual);
-        return outlook;
+        return traits;
     }
 
     Random random{1};
     KernelScratch scratch;
 };
 
-TEST_P(Segments, AreAsManyTicksOfThePlainVoice) {
+TEST_P(Segments, AreAsManyTicksOfTheReferenceRenderer) {
     constexpr int kBanks = 60;
     for (const Theme& theme : kThemes) {
-        int asForeseen = 0;
+        int asExpected = 0;
         for (int i = 0; i < kBanks; ++i) {
-            asForeseen += check(theme);
+            asExpected += check(theme);
         }
         ASSERT_FALSE(HasFailure()) << theme.name;
-        EXPECT_GT(asForeseen, kBanks / 2) << theme.name;
+        EXPECT_GT(asExpected, kBanks / 2) << theme.name;
     }
 }
 
@@ -164,9 +170,9 @@ TEST_P(Segments, KeepTheSignOfAZeroOnItsTarget) {
     voice.freq[19] = 100.0F;
     voice.targetFreq[19] = 200.0F;
     voice.freqStep[19] = 0.1F;
-    const Outlook outlook = expectTicks(world, voice, kRunSamples);
-    EXPECT_EQ(outlook.course, Course::kGlide);
-    EXPECT_TRUE(outlook.loudnessMoves);
+    const BankTraits traits = expectTicks(world, voice, kRunSamples);
+    EXPECT_EQ(traits.motion, FrequencyMotion::kGlide);
+    EXPECT_TRUE(traits.loudnessMoves);
 }
 
 ZELVATONE_FOR_EACH_KERNEL(Segments);

@@ -11,11 +11,11 @@
 struct TestBank {
     explicit TestBank(std::int32_t count) : count(count) {
         dropFactors.fill(1.0F);
-        motion.radiansPerHz = 1.3089969e-4F; // 2 pi / 48000
-        motion.entriesPerRadian = 0.0F;
-        motion.cycle = &entry;
-        motion.dropFactors = dropFactors.data();
-        motion.dropGrowth = 1.0F;
+        constants.radiansPerHz = 1.3089969e-4F; // 2 pi / 48000
+        constants.entriesPerRadian = 0.0F;
+        constants.cycle = &entry;
+        constants.dropFactors = dropFactors.data();
+        constants.dropGrowth = 1.0F;
     }
     TestBank(const TestBank&) = delete;
     TestBank& operator=(const TestBank&) = delete;
@@ -25,9 +25,9 @@ struct TestBank {
     // Lets all modes drop.
     void drop(float factor) {
         dropFactors.fill(factor);
-        motion.drops = true;
-        motion.dropsGliding = true;
-        motion.dropGrowth = 2.0F;
+        constants.drops = true;
+        constants.dropsGliding = true;
+        constants.dropGrowth = 2.0F;
     }
     zelvatone::ModeBank view() {
         return {.amp = amp.data(),
@@ -43,7 +43,7 @@ struct TestBank {
     std::int32_t count;
     zelvatone::ModeArray amp = zeroes(), freq = zeroes(), phase = zeroes(), ampStep = zeroes(),
                          freqStep = zeroes(), targetAmp = zeroes(), targetFreq = zeroes();
-    zelvatone::Motion motion{};
+    zelvatone::BlockConstants constants{};
 
 private:
     static zelvatone::ModeArray zeroes() { return zelvatone::ModeArray(100); }

@@ -1,4 +1,4 @@
-// Where the next change of a voice's modes is foreseen.
+// Where the next change of a voice's modes is found.
 #include "engine/fast/VoiceRun.h"
 
 #include "kernel/Random.h"
@@ -27,27 +27,27 @@ std::int32_t samplesUntilShiftByCounting(const ModeVoice& voice, std::int32_t sa
 int expectShiftsLikeCounting(ModeVoice voice) {
     int shifts = 0;
     for (int run = 0; run < 200; ++run) {
-        // What is foreseen may end a segment early, but never late.
+        // The distance that is found may end a segment early, but never late.
         std::int32_t done = 0;
         while (done < kRunSamples) {
             const std::int32_t left = kRunSamples - done;
-            const std::int32_t foreseen = samplesBeforeChange(voice, left);
-            EXPECT_LE(foreseen, samplesUntilShiftByCounting(voice, left));
+            const std::int32_t found = samplesBeforeChange(voice, left);
+            EXPECT_LE(found, samplesUntilShiftByCounting(voice, left));
             shifts += voice.shiftIsDue(voice.time);
-            advanceClock(voice, std::max(foreseen, 1));
-            done += std::max(foreseen, 1);
+            advanceClock(voice, std::max(found, 1));
+            done += std::max(found, 1);
         }
     }
     return shifts;
 }
 
-class ShiftForesight : public testing::Test {
+class ShiftSearch : public testing::Test {
 protected:
     VoiceSettings settings;
     ModeVoice voice{&settings};
 };
 
-TEST_F(ShiftForesight, NeverPassesAShift) {
+TEST_F(ShiftSearch, NeverPassesAShift) {
     Random random(11);
     int shifts = 0;
     for (int i = 0; i < 300 && !HasFailure(); ++i) {
@@ -61,22 +61,22 @@ TEST_F(ShiftForesight, NeverPassesAShift) {
     EXPECT_GT(shifts, 1000);
 }
 
-TEST_F(ShiftForesight, FindsOneAtEverySampleOfAPeriodThatIsNoLength) {
+TEST_F(ShiftSearch, FindsOneAtEverySampleOfAPeriodThatIsNoLength) {
     for (const double tempo : {-120.0, std::nan(""), 1.0e300}) {
         settings.tempo = tempo;
         EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0) << tempo;
     }
 }
 
-TEST_F(ShiftForesight, FindsNoneInAnEndlessPeriod) {
+TEST_F(ShiftSearch, FindsNoneInAnEndlessPeriod) {
     settings.tempo = 0.0;
     voice.time = 100.0F;
     EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
 }
 
-class TrimForesight : public testing::Test {
+class TrimSearch : public testing::Test {
 protected:
-    TrimForesight() {
+    TrimSearch() {
         settings.tempo = 0.0; // no shift
         voice.activeCount = 2;
         voice.amp[0] = voice.targetAmp[0] = 0.5F;
@@ -86,7 +86,7 @@ protected:
     ModeVoice voice{&settings};
 };
 
-TEST_F(TrimForesight, EndsBeforeTheSampleInWhichTheLastModeFallsSilent) {
+TEST_F(TrimSearch, EndsBeforeTheSampleInWhichTheLastModeFallsSilent) {
     voice.amp[1] = 1.0F;
     voice.ampStep[1] = -0.0625F; // the sixteenth sample arrives
     EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
@@ -95,7 +95,7 @@ TEST_F(TrimForesight, EndsBeforeTheSampleInWhichTheLastModeFallsSilent) {
     EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
 }
 
-TEST_F(TrimForesight, LooksAtTheLastModeOnly) {
+TEST_F(TrimSearch, LooksAtTheLastModeOnly) {
     voice.amp[0] = 1.0F;
     voice.targetAmp[0] = 0.0F;
     voice.ampStep[0] = -0.0625F;
@@ -103,7 +103,7 @@ TEST_F(TrimForesight, LooksAtTheLastModeOnly) {
     EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
 }
 
-TEST_F(TrimForesight, LetsASilentModeGoAtOnceAndOneThatMovesAwayNever) {
+TEST_F(TrimSearch, LetsASilentModeGoAtOnceAndOneThatMovesAwayNever) {
     EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0);
     voice.amp[1] = 0.5F;
     voice.ampStep[1] = 0.1F;

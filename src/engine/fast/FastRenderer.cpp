@@ -1,8 +1,8 @@
 #include "engine/fast/FastRenderer.h"
 
 #include "engine/ZelvatoneEngine.h"
-#include "engine/fast/Calm.h"
 #include "engine/fast/EnvelopeRun.h"
+#include "engine/fast/InputRange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,8 +15,8 @@ namespace {
 static_assert(FastRenderer::kSlots == ZelvatoneEngine::kVoiceCount);
 static_assert(kPaddedModes >= kMaxModeCount);
 
-bool isSame(const Outlook& a, const Outlook& b) {
-    return a.loudnessMoves == b.loudnessMoves && a.course == b.course && a.wrap == b.wrap;
+bool isSame(const BankTraits& a, const BankTraits& b) {
+    return a.loudnessMoves == b.loudnessMoves && a.motion == b.motion && a.wrap == b.wrap;
 }
 
 } // namespace
@@ -28,7 +28,7 @@ FastRenderer::FastRenderer(const ModeKernel& kernel, ZelvatoneEngine& engine)
       cycle(engine.settings.get()) {}
 
 void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
-    if (!isCalm(*engine.settings)) {
+    if (!isInFastRange(*engine.settings)) {
         voice.start(frequency);
         return;
     }
@@ -38,23 +38,24 @@ void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
 }
 
 bool FastRenderer::render(float* out, std::int32_t samples) {
-    collectParts();
-    if (partCount == 0) {
+    collectActiveVoices();
+    if (activeCount == 0) {
         std::fill_n(out, samples, 0.0F);
         return true;
     }
-    if (!knowSettings() || !partsAreCalm(samples)) {
+    if (!updateDerivedSettings() || !voicesAreInRange(samples)) {
         return false;
     }
     runEnvelopes(samples);
-    renderParts(samples);
-    mixParts(out, samples);
+    renderVoices(samples);
+    mixVoices(out, samples);
     return true;
 }
 
-// Slots whose note has faded become free, the others are parts of this run, in slot order.
-void FastRenderer::collectParts() {
-    partCount = 0;
+// Slots whose note has faded become free, the others are the active voices of this run, in slot
+// order.
+void FastRenderer::collectActiveVoices() {
+    activeCount = 0;
     for (std::int32_t slot = 0; slot < kSlots; ++slot) {
         std::int32_t& note = engine.voiceNotes[slot];
         if (note == SynthEngine::kFreeSlot) {
@@ -64,33 +65,34 @@ void FastRenderer::collectParts() {
             note = SynthEngine::kFreeSlot;
             continue;
         }
-        Part& part = parts[partCount++];
-        part.slot = slot;
-        part.voice = engine.voices[slot].get();
-        part.envelope = engine.envelopes[slot].get();
+        ActiveVoice& active = activeVoices[activeCount++];
+        active.slot = slot;
+        active.voice = engine.voices[slot].get();
+        active.envelope = engine.envelopes[slot].get();
     }
 }
 
 // Brings everything that is derived from the settings up to date. Events change the pitch bend
 // between runs, all else changes between blocks.
-bool FastRenderer::knowSettings() {
+bool FastRenderer::updateDerivedSettings() {
     const VoiceSettings& settings = *engine.settings;
-    if (!settingsAreKnown) {
-        settingsAreKnown = true;
-        settingsAreCalm = isCalm(settings) && isCalm(*engine.envelopeSettings) && cycle.renew();
-        renewMotion();
+    if (!settingsAreDerived) {
+        settingsAreDerived = true;
+        settingsAreInRange =
+            isInFastRange(settings) && isInFastRange(*engine.envelopeSettings) && cycle.renew();
+        renewConstants();
     }
-    motion.radiansPerHz =
+    constants.radiansPerHz =
         static_cast<float>(2.0 * settings.secondsPerSample * std::numbers::pi * settings.bendRatio);
-    return settingsAreCalm;
+    return settingsAreInRange;
 }
 
-void FastRenderer::renewMotion() {
-    motion.entriesPerRadian = cycle.entriesPerRadian();
-    motion.cycle = cycle.middle();
+void FastRenderer::renewConstants() {
+    constants.entriesPerRadian = cycle.entriesPerRadian();
+    constants.cycle = cycle.middle();
     const float factor = engine.settings->dropFactor;
     const std::int32_t modulus = engine.settings->dropModulus;
-    if (motion.dropFactors != nullptr && factor == dropFactor && modulus == dropModulus) {
+    if (constants.dropFactors != nullptr && factor == dropFactor && modulus == dropModulus) {
         return;
     }
     dropFactor = factor;
@@ -98,90 +100,92 @@ void FastRenderer::renewMotion() {
     for (std::int32_t mode = 0; mode < kPaddedModes; ++mode) {
         dropFactors[mode] = modulus < 2 || mode % modulus == 1 ? factor : 1.0F;
     }
-    motion.dropFactors = dropFactors.data();
-    motion.drops = factor != 1.0F;
-    motion.dropsGliding = modulus < 2;
-    motion.dropGrowth = std::pow(std::max(factor, 1.0F), float{kRunSamples});
+    constants.dropFactors = dropFactors.data();
+    constants.drops = factor != 1.0F;
+    constants.dropsGliding = modulus < 2;
+    constants.dropGrowth = std::pow(std::max(factor, 1.0F), float{kRunSamples});
 }
 
-bool FastRenderer::partsAreCalm(std::int32_t samples) {
-    return std::all_of(parts.begin(), parts.begin() + partCount,
-                       [&](Part& part) { return foresee(part, samples); });
+bool FastRenderer::voicesAreInRange(std::int32_t samples) {
+    return std::all_of(activeVoices.begin(), activeVoices.begin() + activeCount,
+                       [&](ActiveVoice& active) { return analyse(active, samples); });
 }
 
-// Fills in what lies ahead of `part`; answers whether all of that is calm.
-bool FastRenderer::foresee(Part& part, std::int32_t samples) {
-    if (!isCalm(*part.voice) || !isCalm(*part.envelope)) {
+// Fills in what `active` does in this run; returns whether all of it is in the fast range.
+bool FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) {
+    if (!isInFastRange(*active.voice) || !isInFastRange(*active.envelope)) {
         return false;
     }
-    ModeBank bank = bankOf(*part.voice);
-    part.outlook = kernel.foresee(bank, motion, samples);
-    if (!part.outlook.calm) {
+    ModeBank bank = bankOf(*active.voice);
+    active.traits = kernel.analyse(bank, constants, samples);
+    if (!active.traits.inFastRange) {
         return false;
     }
-    part.changes = samplesBeforeChange(*part.voice, samples) < samples;
-    if (part.changes) { // modes may enter with what they hold from earlier
+    active.changes = samplesBeforeChange(*active.voice, samples) < samples;
+    if (active.changes) { // modes may enter with what they hold from earlier
         bank.count = kMaxModeCount;
-        return kernel.foresee(bank, motion, samples).calm;
+        return kernel.analyse(bank, constants, samples).inFastRange;
     }
     return true;
 }
 
 void FastRenderer::runEnvelopes(std::int32_t samples) {
     const double dt = 1.0 / static_cast<double>(engine.sampleRate);
-    for (std::int32_t i = 0; i < partCount; ++i) {
-        Part& part = parts[i];
-        part.samples = runEnvelope(*part.envelope, dt, samples, buffers[i].levels);
-        if (part.samples < samples) { // the envelope has ended within the run
-            engine.voiceNotes[part.slot] = SynthEngine::kFreeSlot;
+    for (std::int32_t i = 0; i < activeCount; ++i) {
+        ActiveVoice& active = activeVoices[i];
+        active.samples = runEnvelope(*active.envelope, dt, samples, buffers[i].levels);
+        if (active.samples < samples) { // the envelope has ended within the run
+            engine.voiceNotes[active.slot] = SynthEngine::kFreeSlot;
         }
     }
 }
 
 // Voices in which nothing changes for the whole run wait for others like them, the rest is rendered
 // at once.
-void FastRenderer::renderParts(std::int32_t samples) {
-    for (std::int32_t i = 0; i < partCount; ++i) {
-        Part& part = parts[i];
-        part.isRendered = part.changes || part.outlook.huge || part.samples < samples;
-        if (part.isRendered) {
-            renderVoice(*part.voice, part.samples, buffers[i].samples,
-                        {kernel, motion, scratch, targets});
+void FastRenderer::renderVoices(std::int32_t samples) {
+    for (std::int32_t i = 0; i < activeCount; ++i) {
+        ActiveVoice& active = activeVoices[i];
+        active.isRendered =
+            active.changes || active.traits.phaseTooFast || active.samples < samples;
+        if (active.isRendered) {
+            renderVoice(*active.voice, active.samples, buffers[i].samples,
+                        {kernel, constants, scratch, targets});
         }
     }
-    for (std::int32_t i = 0; i < partCount; ++i) {
-        if (!parts[i].isRendered) {
+    for (std::int32_t i = 0; i < activeCount; ++i) {
+        if (!activeVoices[i].isRendered) {
             renderBatch(i, samples);
         }
     }
 }
 
-// Part `first` and all that wait like it, as far as they fit.
+// Active voice `first` and all that wait like it, as far as they fit.
 void FastRenderer::renderBatch(std::int32_t first, std::int32_t samples) {
     std::array<Segment, kSlots> segments;
     std::int32_t count = 0;
     std::int32_t lanesLeft = kBatchLanes;
-    for (std::int32_t i = first; i < partCount; ++i) {
-        Part& part = parts[i];
-        const ModeBank bank = bankOf(*part.voice);
+    for (std::int32_t i = first; i < activeCount; ++i) {
+        ActiveVoice& active = activeVoices[i];
+        const ModeBank bank = bankOf(*active.voice);
         const std::int32_t lanes = (bank.count + kernel.lanes - 1) / kernel.lanes * kernel.lanes;
-        if (part.isRendered || !isSame(part.outlook, parts[first].outlook) || lanes > lanesLeft) {
+        if (active.isRendered || !isSame(active.traits, activeVoices[first].traits) ||
+            lanes > lanesLeft) {
             continue;
         }
         lanesLeft -= lanes;
-        segments[count++] = {bank, part.voice->gain, buffers[i].samples};
-        advanceClock(*part.voice, samples);
-        part.isRendered = true;
+        segments[count++] = {bank, active.voice->gain, buffers[i].samples};
+        advanceClock(*active.voice, samples);
+        active.isRendered = true;
     }
-    kernel.render(segments.data(), count, samples, parts[first].outlook, motion, scratch);
+    kernel.render(segments.data(), count, samples, activeVoices[first].traits, constants, scratch);
 }
 
-void FastRenderer::mixParts(float* out, std::int32_t samples) {
+void FastRenderer::mixVoices(float* out, std::int32_t samples) {
     alignas(64) std::array<float, kRunSamples> sum{};
     alignas(64) std::array<float, kRunSamples> weight{};
-    for (std::int32_t i = 0; i < partCount; ++i) {
+    for (std::int32_t i = 0; i < activeCount; ++i) {
         kernel.mix(sum.data(), weight.data(), buffers[i].samples, buffers[i].levels,
-                   parts[i].samples);
+                   activeVoices[i].samples);
     }
     alignas(64) std::array<float, kRunSamples> scaled;
     kernel.finish(scaled.data(), sum.data(), weight.data(), samples);

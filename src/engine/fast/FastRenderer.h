@@ -1,5 +1,5 @@
 // Renders runs of samples between events, voice after voice instead of sample after sample, on the
-// same voices and envelopes as the plain rule and with the same bits.
+// same voices and envelopes as the reference renderer and with the same bits.
 #pragma once
 
 #include "engine/fast/ModeKernel.h"
@@ -27,53 +27,53 @@ public:
     void startVoice(ModeVoice& voice, float frequency);
 
     // To be called when the settings may have changed.
-    void beginBlock() { settingsAreKnown = false; }
+    void beginBlock() { settingsAreDerived = false; }
     // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Answers
-    // false, with nothing done, if some value among settings and voices is not a number or out of
-    // all proportion: the plain rule, which prints a line for every look-up that fails, must render
-    // them.
+    // false, with nothing done, if some value among settings and voices is outside the input
+    // range: the reference renderer, which prints a line for every look-up that fails, must
+    // render them.
     bool render(float* out, std::int32_t samples);
 
 private:
     // A slot that sounds in this run.
-    struct Part {
+    struct ActiveVoice {
         std::int32_t slot;
         ModeVoice* voice;
         ADSR* envelope;
-        Outlook outlook;
+        BankTraits traits;
         bool changes;         // whether modes may come or go in this run
         std::int32_t samples; // until the run or the note's fade ends
         bool isRendered;
     };
-    struct alignas(64) PartBuffer {
+    struct alignas(64) VoiceBuffer {
         float samples[kVoiceBuffer];
         float levels[kRunSamples];
     };
 
-    void collectParts();
-    bool knowSettings();
-    void renewMotion();
-    bool partsAreCalm(std::int32_t samples);
-    bool foresee(Part& part, std::int32_t samples);
+    void collectActiveVoices();
+    bool updateDerivedSettings();
+    void renewConstants();
+    bool voicesAreInRange(std::int32_t samples);
+    bool analyse(ActiveVoice& active, std::int32_t samples);
     void runEnvelopes(std::int32_t samples);
-    void renderParts(std::int32_t samples);
+    void renderVoices(std::int32_t samples);
     void renderBatch(std::int32_t first, std::int32_t samples);
-    void mixParts(float* out, std::int32_t samples);
+    void mixVoices(float* out, std::int32_t samples);
 
     KernelScratch scratch;
-    std::array<PartBuffer, kSlots> buffers{}; // by part
+    std::array<VoiceBuffer, kSlots> buffers{}; // by active voice
     const ModeKernel& kernel;
     ZelvatoneEngine& engine;
     ModeTargets targets;
     WaveCycle cycle;
-    Motion motion{};
+    BlockConstants constants{};
     std::array<float, kPaddedModes> dropFactors{}; // of these two settings:
     float dropFactor = 1.0F;
     std::int32_t dropModulus = 1;
-    std::int32_t partCount = 0;
-    std::array<Part, kSlots> parts{};
-    bool settingsAreKnown = false;
-    bool settingsAreCalm = false;
+    std::int32_t activeCount = 0;
+    std::array<ActiveVoice, kSlots> activeVoices{};
+    bool settingsAreDerived = false;
+    bool settingsAreInRange = false;
 };
 
 } // namespace zelvatone

@@ -19,7 +19,7 @@ const ModeKernel* kernelOf(Renderer renderer) {
 
 const char* nameOf(Renderer renderer) {
     const ModeKernel* kernel = kernelOf(renderer);
-    return kernel == nullptr ? "plain" : kernel->name;
+    return kernel == nullptr ? "reference" : kernel->name;
 }
 
 bool isSupported(Renderer renderer) {

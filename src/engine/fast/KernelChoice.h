@@ -7,15 +7,15 @@
 
 namespace zelvatone {
 
-enum class Renderer { kPlain, kSse2, kAvx2, kAvx512 };
+enum class Renderer { kReference, kSse2, kAvx2, kAvx512 };
 
-inline constexpr std::array kAllRenderers = {Renderer::kPlain, Renderer::kSse2, Renderer::kAvx2,
+inline constexpr std::array kAllRenderers = {Renderer::kReference, Renderer::kSse2, Renderer::kAvx2,
                                              Renderer::kAvx512};
 
-// The kernel that `renderer` works with; null for the plain rule, which needs none.
+// The kernel that `renderer` works with; null for the reference renderer, which needs none.
 const ModeKernel* kernelOf(Renderer renderer);
 
-// "plain", "sse2", "avx2" or "avx512".
+// "reference", "sse2", "avx2" or "avx512".
 const char* nameOf(Renderer renderer);
 
 // Whether this processor can run it.

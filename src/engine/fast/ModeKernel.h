@@ -1,5 +1,6 @@
 // The vector half of the fast renderer, as the scalar half sees it: a table of functions, compiled
-// once for each vector width from one source. Every function keeps the plain rule to the bit.
+// once for each vector width from one source. Every function keeps the reference renderer to the
+// bit.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +31,7 @@ struct ModeBank {
 };
 
 // What holds for all modes of all voices until the next event.
-struct Motion {
+struct BlockConstants {
     float radiansPerHz;       // phase advance of 1 Hz in one sample
     float entriesPerRadian;   // table entries
     const float* cycle;       // the wave table's entry 0, with entries on both sides of it
@@ -41,11 +42,11 @@ struct Motion {
 };
 
 // How the frequencies of a bank move.
-enum class Course : std::int32_t {
+enum class FrequencyMotion : std::int32_t {
     kStill,       // not at all
     kGlide,       // towards their targets, or away from them
     kDrop,        // by the drop factors alone
-    kGlideAndDrop // by both, or nobody can tell beforehand
+    kGlideAndDrop // by both, or not known beforehand
 };
 
 // Which of the wrapping rules its phases can meet.
@@ -55,16 +56,16 @@ enum class Wrap : std::int32_t {
     kAny   // turning both ways by any amount
 };
 
-// What to expect of a bank in its next samples.
-struct Outlook {
-    bool calm; // all values are numbers of sane size: no look-up can fail
-    bool huge; // phases may turn too fast for vectors to wrap them
+// What a bank does in its next samples.
+struct BankTraits {
+    bool inFastRange;  // all values are in the input range: no look-up can fail
+    bool phaseTooFast; // phases may turn too fast for vectors to wrap them
     bool loudnessMoves;
-    Course course;
+    FrequencyMotion motion;
     Wrap wrap;
 };
 
-// One voice's part of a batch.
+// One voice of a batch.
 struct Segment {
     ModeBank modes;
     float gain;
@@ -84,17 +85,20 @@ struct ModeKernel {
     const char* name;
     std::int32_t lanes; // floats in a vector
 
-    // Looks `samples` (1..kRunSamples) ahead, during which no target changes.
-    Outlook (*foresee)(const ModeBank& bank, const Motion& motion, std::int32_t samples);
-    // Renders `samples` of each of `count` segments, all of the same calm, not huge outlook, and
-    // moves their banks on. Together their banks fill kBatchLanes at most.
+    // Analyses the next `samples` samples (1..kRunSamples), during which no target changes.
+    BankTraits (*analyse)(const ModeBank& bank, const BlockConstants& constants,
+                          std::int32_t samples);
+    // Renders `samples` of each of `count` segments, all with the same traits, in the fast range
+    // and not phaseTooFast, and moves their banks on. Together their banks fill kBatchLanes at
+    // most.
     void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,
-                   const Outlook& outlook, const Motion& motion, KernelScratch& scratch);
+                   const BankTraits& traits, const BlockConstants& constants,
+                   KernelScratch& scratch);
 
     // The steps of a single sample, for those at which modes come and go in between.
-    float (*sum)(const ModeBank& bank, const Motion& motion, KernelScratch& scratch);
+    float (*sum)(const ModeBank& bank, const BlockConstants& constants, KernelScratch& scratch);
     void (*glide)(const ModeBank& bank);
-    void (*advance)(const ModeBank& bank, const Motion& motion);
+    void (*advance)(const ModeBank& bank, const BlockConstants& constants);
 
     // Adds a voice under its envelope to the mix.
     void (*mix)(float* sum, float* weight, const float* voice, const float* level,

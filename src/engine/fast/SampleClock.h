@@ -9,7 +9,7 @@
 
 namespace zelvatone {
 
-// Rounding is even: as long as a clock stays within one power of two, every sample adds the same
+// Steps are uniform: as long as a clock stays within one power of two, every sample adds the same
 // whole number of its last places, and any later time follows from one multiplication. Where that
 // does not hold, the clock counts sample by sample.
 template<class Time>
@@ -20,16 +20,16 @@ public:
     SampleClock(Time start, double increment, std::int32_t samples) : start(start) {
         const Time first = after(start, increment);
         step = static_cast<double>(first) - start;
-        even = static_cast<double>(after(first, increment)) - first == step &&
-               staysWithinOnePower(samples);
-        if (!even) {
+        uniform = static_cast<double>(after(first, increment)) - first == step &&
+                  staysWithinOnePower(samples);
+        if (!uniform) {
             count(increment, samples);
         }
     }
 
     // The time after `samples` more samples, 0 to as many as were announced.
     Time at(std::int32_t samples) const {
-        return even ? static_cast<Time>(start + samples * step) : counted[samples];
+        return uniform ? static_cast<Time>(start + samples * step) : counted[samples];
     }
 
 private:
@@ -37,10 +37,10 @@ private:
 
     // If so, `samples * step` is a number of last places that the clock's format has room for.
     bool staysWithinOnePower(std::int32_t samples) const {
-        return powerOf(static_cast<double>(start)) == powerOf(start + samples * step);
+        return exponentBits(static_cast<double>(start)) == exponentBits(start + samples * step);
     }
 
-    static std::uint64_t powerOf(double value) {
+    static std::uint64_t exponentBits(double value) {
         return std::bit_cast<std::uint64_t>(value) >> 52U; // the exponent's bits
     }
 
@@ -53,8 +53,8 @@ private:
 
     Time start;
     double step;
-    bool even;
-    std::array<Time, kRunSamples + 1> counted; // only where it is not even
+    bool uniform;
+    std::array<Time, kRunSamples + 1> counted; // only where it is not uniform
 };
 
 } // namespace zelvatone

@@ -35,7 +35,7 @@ std::int32_t samplesBeforeShift(const ModeVoice& voice, std::int32_t samples) {
 }
 
 // The last mode leaves in the sample in which it arrives at a target amplitude of 0, and others may
-// leave with it. Before that nobody does.
+// leave with it. No mode leaves before that.
 std::int32_t samplesBeforeTrim(const ModeVoice& voice, std::int32_t samples) {
     const std::int32_t last = voice.activeCount - 1;
     if (last < 0 || voice.targetAmp[last] != 0.0F) {
@@ -57,7 +57,7 @@ std::int32_t samplesBeforeTrim(const ModeVoice& voice, std::int32_t samples) {
 
 // A sample at which modes may change: ModeVoice::tick with vectors for its loops.
 float tickVoice(ModeVoice& voice, const RunTools& tools) {
-    const float out = voice.gain * tools.kernel.sum(bankOf(voice), tools.motion, tools.scratch);
+    const float out = voice.gain * tools.kernel.sum(bankOf(voice), tools.constants, tools.scratch);
     tools.kernel.glide(bankOf(voice));
     voice.trim();
     if (voice.shiftIsDue(voice.time)) {
@@ -65,7 +65,7 @@ float tickVoice(ModeVoice& voice, const RunTools& tools) {
         tools.targets.fill(voice, count);
         voice.glideToTargets(count);
     }
-    tools.kernel.advance(bankOf(voice), tools.motion);
+    tools.kernel.advance(bankOf(voice), tools.constants);
     advanceClock(voice, 1);
     return out;
 }
@@ -73,12 +73,12 @@ float tickVoice(ModeVoice& voice, const RunTools& tools) {
 // Samples without a change.
 void renderSegment(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools) {
     const Segment segment{.modes = bankOf(voice), .gain = voice.gain, .out = out};
-    const Outlook outlook = tools.kernel.foresee(segment.modes, tools.motion, samples);
-    if (outlook.huge) {
+    const BankTraits traits = tools.kernel.analyse(segment.modes, tools.constants, samples);
+    if (traits.phaseTooFast) {
         std::generate_n(out, samples, [&voice] { return voice.tick(); });
         return;
     }
-    tools.kernel.render(&segment, 1, samples, outlook, tools.motion, tools.scratch);
+    tools.kernel.render(&segment, 1, samples, traits, tools.constants, tools.scratch);
     advanceClock(voice, samples);
 }
 

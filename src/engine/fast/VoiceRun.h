@@ -12,7 +12,7 @@ namespace zelvatone {
 // What rendering voices takes, besides the voices.
 struct RunTools {
     const ModeKernel& kernel;
-    const Motion& motion;
+    const BlockConstants& constants;
     KernelScratch& scratch;
     ModeTargets& targets;
 };
@@ -24,15 +24,15 @@ constexpr std::int32_t kVoiceBuffer = kRunSamples + 16;
 ModeBank bankOf(ModeVoice& voice);
 
 // How many of the next `samples` samples (1..kRunSamples) end before one at which modes may enter,
-// leave or get new targets: `samples` if there is none. The voice is calm. Audio thread, as is all
-// that follows.
+// leave or get new targets: `samples` if there is none. The voice is in the fast range. Audio
+// thread, as is all that follows.
 std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples);
 
 // Moves the clock of `voice` on by `samples`, 1..kRunSamples.
 void advanceClock(ModeVoice& voice, std::int32_t samples);
 
-// Renders `samples` samples (1..kRunSamples) of a calm voice to `out`, which has room for
-// kVoiceBuffer.
+// Renders `samples` samples (1..kRunSamples) of a voice in the fast range to `out`,
+// which has room for kVoiceBuffer.
 void renderVoice(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools);
 
 } // namespace zelvatone

@@ -36,16 +36,16 @@ ZELVATONE_INLINE void storeActive(Ints active, float* to, Floats v) {
 }
 
 // The phases of a column and what moves them.
-template<Course course, Wrap wrap>
+template<FrequencyMotion motion, Wrap wrap>
 struct PhaseLanes {
-    static constexpr bool kGlides = course == Course::kGlide;
-    static constexpr bool kBoth = course == Course::kGlideAndDrop;
+    static constexpr bool kGlides = motion == FrequencyMotion::kGlide;
+    static constexpr bool kBoth = motion == FrequencyMotion::kGlideAndDrop;
 
-    ZELVATONE_INLINE void read(const Column& column, const Motion& motion) {
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
         active = lanesBelow(column.modes.count, 0);
         phase = loadActive(active, column.modes.phase);
         freq = loadActive(active, column.modes.freq);
-        factor = load(motion.dropFactors + column.first);
+        factor = load(constants.dropFactors + column.first);
         if constexpr (kGlides || kBoth) {
             target = loadActive(active, column.modes.targetFreq);
             step = loadActive(active, column.modes.freqStep);
@@ -53,9 +53,9 @@ struct PhaseLanes {
         if constexpr (kGlides) {
             glide = planGlide(freq, target, step);
         }
-        entriesPerRadian = motion.entriesPerRadian;
-        radiansPerHz = motion.radiansPerHz;
-        dropsGliding = -std::int32_t{motion.dropsGliding};
+        entriesPerRadian = constants.entriesPerRadian;
+        radiansPerHz = constants.radiansPerHz;
+        dropsGliding = -std::int32_t{constants.dropsGliding};
         turning = freq * radiansPerHz;
         if constexpr (wrap == Wrap::kFar) {
             far = planFarWrap(turning);
@@ -76,11 +76,11 @@ struct PhaseLanes {
         if constexpr (kBoth) {
             glideOnce(freq, target, step);
         }
-        if constexpr (course != Course::kStill) {
+        if constexpr (motion != FrequencyMotion::kStill) {
             turning = freq * radiansPerHz;
         }
         phase = wrapped(turning + phase);
-        if constexpr (course == Course::kDrop) {
+        if constexpr (motion == FrequencyMotion::kDrop) {
             freq = freq * factor;
         }
         if constexpr (kBoth) {
@@ -101,7 +101,7 @@ struct PhaseLanes {
 
     ZELVATONE_INLINE void write(const Column& column) const {
         storeActive(active, column.modes.phase, phase);
-        if constexpr (course != Course::kStill) {
+        if constexpr (motion != FrequencyMotion::kStill) {
             storeActive(active, column.modes.freq, freq);
         }
         if constexpr (kGlides) {
@@ -158,11 +158,11 @@ ZELVATONE_INLINE void storeGroup(Lanes (&lanes)[kGroup], std::int32_t samples, P
     }
 }
 
-template<std::int32_t kGroup, Course course, Wrap wrap>
-void turnGroup(const Column* columns, std::int32_t samples, const Motion& motion) {
-    PhaseLanes<course, wrap> lanes[kGroup];
+template<std::int32_t kGroup, FrequencyMotion motion, Wrap wrap>
+void turnGroup(const Column* columns, std::int32_t samples, const BlockConstants& constants) {
+    PhaseLanes<motion, wrap> lanes[kGroup];
     repeat<kGroup>([&](std::int32_t c)
-                       ZELVATONE_INLINE_LAMBDA { lanes[c].read(columns[c], motion); });
+                       ZELVATONE_INLINE_LAMBDA { lanes[c].read(columns[c], constants); });
     for (std::int32_t k = 0; k < samples; ++k) {
         repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
             store(columns[c].index + k * kLanes, lanes[c].next());
@@ -205,32 +205,32 @@ void glideGroup(const Column* columns, std::int32_t samples) {
     repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA { lanes[c].write(columns[c]); });
 }
 
-using TurnGroup = void (*)(const Column*, std::int32_t, const Motion&);
+using TurnGroup = void (*)(const Column*, std::int32_t, const BlockConstants&);
 
 template<std::int32_t kGroup, Wrap wrap>
-TurnGroup turnGroupFor(Course course) {
-    switch (course) {
-    case Course::kStill:
-        return turnGroup<kGroup, Course::kStill, wrap>;
-    case Course::kGlide:
-        return turnGroup<kGroup, Course::kGlide, wrap>;
+TurnGroup turnGroupFor(FrequencyMotion motion) {
+    switch (motion) {
+    case FrequencyMotion::kStill:
+        return turnGroup<kGroup, FrequencyMotion::kStill, wrap>;
+    case FrequencyMotion::kGlide:
+        return turnGroup<kGroup, FrequencyMotion::kGlide, wrap>;
     default:
-        return turnGroup<kGroup, Course::kDrop, wrap>;
+        return turnGroup<kGroup, FrequencyMotion::kDrop, wrap>;
     }
 }
 
 template<std::int32_t kGroup>
-TurnGroup turnGroupFor(const Outlook& outlook) {
-    if (outlook.course == Course::kGlideAndDrop) {
-        return turnGroup<kGroup, Course::kGlideAndDrop, Wrap::kAny>;
+TurnGroup turnGroupFor(const BankTraits& traits) {
+    if (traits.motion == FrequencyMotion::kGlideAndDrop) {
+        return turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, Wrap::kAny>;
     }
-    switch (outlook.wrap) {
+    switch (traits.wrap) {
     case Wrap::kNear:
-        return turnGroupFor<kGroup, Wrap::kNear>(outlook.course);
+        return turnGroupFor<kGroup, Wrap::kNear>(traits.motion);
     case Wrap::kFar: // the turning is constant
-        return turnGroup<kGroup, Course::kStill, Wrap::kFar>;
+        return turnGroup<kGroup, FrequencyMotion::kStill, Wrap::kFar>;
     default:
-        return turnGroupFor<kGroup, Wrap::kAny>(outlook.course);
+        return turnGroupFor<kGroup, Wrap::kAny>(traits.motion);
     }
 }
 

@@ -6,7 +6,7 @@
 namespace zelvatone {
 namespace {
 
-// One sample of the plain rule, lane by lane.
+// One sample of the reference renderer, lane by lane.
 ZELVATONE_INLINE void glideOnce(Floats& value, Floats target, Floats& step) {
     const Ints differs = value != target;
     const Floats moved = value + step;

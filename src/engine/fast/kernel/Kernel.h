@@ -2,8 +2,8 @@
 #pragma once
 
 #include "engine/OutputScale.h"
+#include "engine/fast/kernel/BankAnalysis.h"
 #include "engine/fast/kernel/Columns.h"
-#include "engine/fast/kernel/Foresight.h"
 #include "engine/fast/kernel/SingleSample.h"
 #include "engine/fast/kernel/Sums.h"
 
@@ -59,56 +59,56 @@ void fillUp(Batch& batch, KernelScratch& scratch) {
     const std::int32_t rest = batch.count % kWideGroup;
     const std::int32_t group = rest > kNarrowGroup ? kWideGroup : kNarrowGroup;
     float* idle = scratch.idle;
-    const ModeBank nobody = {idle, idle, idle, idle, idle, idle, idle, 0};
+    const ModeBank kEmptyBank = {idle, idle, idle, idle, idle, idle, idle, 0};
     for (std::int32_t c = rest; c != 0 && c < group; ++c) {
-        append(batch, makeColumn(nobody, 0), scratch);
+        append(batch, makeColumn(kEmptyBank, 0), scratch);
     }
 }
 
 template<std::int32_t kGroup>
-void prepareGroup(const Column* columns, std::int32_t samples, const Outlook& outlook,
-                  const Motion& motion) {
-    turnGroupFor<kGroup>(outlook)(columns, samples, motion);
-    if (outlook.loudnessMoves) {
+void prepareGroup(const Column* columns, std::int32_t samples, const BankTraits& traits,
+                  const BlockConstants& constants) {
+    turnGroupFor<kGroup>(traits)(columns, samples, constants);
+    if (traits.loudnessMoves) {
         glideGroup<kGroup>(columns, samples);
     }
 }
 
-void prepare(const Batch& batch, std::int32_t samples, const Outlook& outlook,
-             const Motion& motion) {
+void prepare(const Batch& batch, std::int32_t samples, const BankTraits& traits,
+             const BlockConstants& constants) {
     std::int32_t c = 0;
     for (; batch.count - c >= kWideGroup; c += kWideGroup) {
-        prepareGroup<kWideGroup>(batch.columns + c, samples, outlook, motion);
+        prepareGroup<kWideGroup>(batch.columns + c, samples, traits, constants);
     }
     if (c < batch.count) {
-        prepareGroup<kNarrowGroup>(batch.columns + c, samples, outlook, motion);
+        prepareGroup<kNarrowGroup>(batch.columns + c, samples, traits, constants);
     }
 }
 
 void sum(const Batch& batch, const Segment* segments, std::int32_t count, std::int32_t from,
-         std::int32_t samples, const Outlook& outlook, const Motion& motion) {
-    const auto sumOne = outlook.loudnessMoves ? sumVoice<true> : sumVoice<false>;
+         std::int32_t samples, const BankTraits& traits, const BlockConstants& constants) {
+    const auto sumOne = traits.loudnessMoves ? sumVoice<true> : sumVoice<false>;
     const Column* columns = batch.columns;
     for (std::int32_t s = 0; s < count; ++s) {
         const VoiceSum voice{.columns = columns,
                              .columnCount = columnsOf(segments[s].modes),
                              .gain = segments[s].gain,
                              .out = segments[s].out + from};
-        sumOne(voice, samples, motion.cycle);
+        sumOne(voice, samples, constants.cycle);
         columns += voice.columnCount;
     }
 }
 
 void render(const Segment* segments, std::int32_t count, std::int32_t samples,
-            const Outlook& outlook, const Motion& motion, KernelScratch& scratch) {
+            const BankTraits& traits, const BlockConstants& constants, KernelScratch& scratch) {
     Batch batch;
     collect(batch, segments, count, scratch);
     fillUp(batch, scratch);
     for (std::int32_t from = 0; from < samples; from += kChunkSamples) {
         const std::int32_t left = samples - from;
         const std::int32_t chunk = left < kChunkSamples ? left : kChunkSamples;
-        prepare(batch, chunk, outlook, motion);
-        sum(batch, segments, count, from, chunk, outlook, motion);
+        prepare(batch, chunk, traits, constants);
+        sum(batch, segments, count, from, chunk, traits, constants);
     }
 }
 
@@ -132,8 +132,8 @@ void finish(float* out, const float* sum, const float* weight, std::int32_t samp
         Quad s, w;
         __builtin_memcpy(&s, sum + k, sizeof s);
         __builtin_memcpy(&w, weight + k, sizeof w);
-        const Quad even = Quad{} + kGainBelowFullWeight;
-        const Quad gain = w > kFullWeight ? 1.0F / w : even;
+        const Quad fixed = Quad{} + kGainBelowFullWeight;
+        const Quad gain = w > kFullWeight ? 1.0F / w : fixed;
         const DoubleQuad wide = __builtin_convertvector(gain * s, DoubleQuad) * kOutputGain;
         const Quad y = __builtin_convertvector(wide, Quad);
         __builtin_memcpy(out + k, &y, sizeof y);
@@ -143,7 +143,7 @@ void finish(float* out, const float* sum, const float* weight, std::int32_t samp
 constexpr ModeKernel makeKernel(const char* name) {
     return {.name = name,
             .lanes = kLanes,
-            .foresee = foresee,
+            .analyse = analyse,
             .render = render,
             .sum = sumOnce,
             .glide = glideOnce,

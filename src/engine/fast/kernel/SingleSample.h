@@ -1,4 +1,4 @@
-// The steps of one sample, vector by vector, for banks in any calm state.
+// The steps of one sample, vector by vector, for banks in any state within the fast range.
 #pragma once
 
 #include "engine/fast/kernel/Columns.h"
@@ -6,15 +6,15 @@
 namespace zelvatone {
 namespace {
 
-float sumOnce(const ModeBank& bank, const Motion& motion, KernelScratch& scratch) {
+float sumOnce(const ModeBank& bank, const BlockConstants& constants, KernelScratch& scratch) {
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
         const Ints active = lanesBelow(bank.count, i);
         const Floats phase = loadActive(active, bank.phase + i);
-        store(scratch.index + i, truncate(motion.entriesPerRadian * phase));
+        store(scratch.index + i, truncate(constants.entriesPerRadian * phase));
     }
     float sum = 0.0F;
     for (std::int32_t i = 0; i < bank.count; ++i) {
-        sum += bank.amp[i] * motion.cycle[scratch.index[i]];
+        sum += bank.amp[i] * constants.cycle[scratch.index[i]];
     }
     return sum;
 }
@@ -38,8 +38,8 @@ void glideOnce(const ModeBank& bank) {
 
 // Wraps phases of any size, those that vectors cannot wrap one by one.
 ZELVATONE_INLINE Floats wrapAnything(Floats phase) {
-    const Ints huge = absolute(phase) > kWidestPhase;
-    if (anyLane(huge) == 0) {
+    const Ints phaseTooFast = absolute(phase) > kWidestPhase;
+    if (anyLane(phaseTooFast) == 0) {
         return wrapAny(phase);
     }
     float phases[kLanes];
@@ -47,19 +47,19 @@ ZELVATONE_INLINE Floats wrapAnything(Floats phase) {
     for (float& p : phases) {
         p = static_cast<float>(__builtin_fmod(static_cast<double>(p), static_cast<double>(kTurn)));
     }
-    return select(huge, load(phases), wrapAny(phase));
+    return select(phaseTooFast, load(phases), wrapAny(phase));
 }
 
-void advanceOnce(const ModeBank& bank, const Motion& motion) {
+void advanceOnce(const ModeBank& bank, const BlockConstants& constants) {
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
         const Ints active = lanesBelow(bank.count, i);
         const Floats freq = loadActive(active, bank.freq + i);
         const Floats phase = loadActive(active, bank.phase + i);
-        storeActive(active, bank.phase + i, wrapAnything(freq * motion.radiansPerHz + phase));
+        storeActive(active, bank.phase + i, wrapAnything(freq * constants.radiansPerHz + phase));
 
         const Ints still = load(bank.freqStep + i) == 0.0F;
-        const Ints drops = still | -std::int32_t{motion.dropsGliding};
-        const Floats dropped = freq * load(motion.dropFactors + i);
+        const Ints drops = still | -std::int32_t{constants.dropsGliding};
+        const Floats dropped = freq * load(constants.dropFactors + i);
         storeActive(active, bank.freq + i, select(drops, dropped, freq));
     }
 }

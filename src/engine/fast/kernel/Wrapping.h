@@ -1,9 +1,9 @@
-// Bringing phases back into the cycle, in single precision and to the bit what the plain rule does
-// with constants in double precision.
+// Bringing phases back into the cycle, in single precision and to the bit what the reference
+// renderer does with constants in double precision.
 //
-// The plain rule takes three roads: a phase between 0 and 4 pi loses 2 pi above 2 pi, one between
-// -2 pi and 0 gains 2 pi, both in double precision and rounded once; all others go through an exact
-// fmod by kTurn. Every float on each road was tried against it.
+// The reference renderer has three cases: a phase between 0 and 4 pi loses 2 pi above 2 pi, one
+// between -2 pi and 0 gains 2 pi, both in double precision and rounded once; all others go through
+// an exact fmod by kTurn. Every float in each case was tried against it.
 #pragma once
 
 #include "engine/fast/kernel/Lanes.h"
@@ -43,13 +43,13 @@ ZELVATONE_INLINE Floats wrapNear(Floats phase) {
 }
 
 // What wrapping needs to know of lanes that turn by a constant, non-negative angle a sample. A lane
-// below two turns may take the first road or the third; one above it always takes the third, and
+// below two turns may take the first case or the third; one above it always the third, and
 // how many turns it loses is known but for one.
 struct FarWrap {
     Floats lowHead, lowTail;   // subtracting both removes the fewest turns the lane can have,
     Floats midHead, midTail;   // one more,
     Floats highHead, highTail; // and two more
-    Floats midExcess;          // puts `mid` on the first road
+    Floats midExcess;          // makes `mid` the first case
 };
 
 ZELVATONE_INLINE FarWrap planFarWrap(Floats turning) {

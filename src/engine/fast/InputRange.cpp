@@ -1,4 +1,4 @@
-#include "engine/fast/Calm.h"
+#include "engine/fast/InputRange.h"
 
 #include <cmath>
 
@@ -17,7 +17,7 @@ bool isWithin(double value, double limit) {
 
 } // namespace
 
-bool isCalm(const VoiceSettings& settings) {
+bool isInFastRange(const VoiceSettings& settings) {
     const double blendSamples = settings.blendSeconds / settings.secondsPerSample;
     return isWithin(settings.secondsPerSample, 1e-7, 1e-3) &&
            isWithin(settings.bendRatio, 0.1, 10.0) &&
@@ -28,18 +28,18 @@ bool isCalm(const VoiceSettings& settings) {
            isWithin(settings.detune, -2.0, 8.0) && isWithin(settings.primePower, 1e6);
 }
 
-bool isCalm(const EnvelopeSettings& settings) {
+bool isInFastRange(const EnvelopeSettings& settings) {
     return isWithin(settings.attack, 1e9) && isWithin(settings.decay, 1e9) &&
            isWithin(settings.sustain, 1e9) && isWithin(settings.release, 1e9);
 }
 
-bool isCalm(const ModeVoice& voice) {
+bool isInFastRange(const ModeVoice& voice) {
     return voice.activeCount >= 0 && voice.activeCount <= kMaxModeCount &&
            isWithin(voice.baseFreq, 1e6) && isWithin(voice.gain, 1e6) &&
            isWithin(voice.time, 0.0, 1e9);
 }
 
-bool isCalm(const ADSR& envelope) {
+bool isInFastRange(const ADSR& envelope) {
     return isWithin(envelope.level, 1e9) && isWithin(envelope.velocity, 1e9) &&
            isWithin(envelope.time, 0.0, 1e9);
 }
