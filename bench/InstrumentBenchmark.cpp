@@ -63,20 +63,20 @@ double processSeconds() {
 class Player {
 public:
     Player(const Contender& contender, int notes)
-        : library(contender.path),
-          plugin(library, kFormat),
-          inputs(static_cast<std::size_t>(plugin.inputCount()), silence.data()),
-          sound(static_cast<std::size_t>(plugin.outputCount())) {
-        for (auto& channel : sound) {
-            outputs.push_back(channel.data());
+        : library_(contender.path),
+          plugin_(library_, kFormat),
+          inputs_(static_cast<std::size_t>(plugin_.inputCount()), silence_.data()),
+          sound_(static_cast<std::size_t>(plugin_.outputCount())) {
+        for (auto& channel : sound_) {
+            outputs_.push_back(channel.data());
         }
         if (contender.prepare != nullptr) {
-            contender.prepare(plugin);
+            contender.prepare(plugin_);
         }
-        time.sampleRate = kFormat.sampleRate;
-        time.tempo = 120.0;
-        time.flags = kVstTransportPlaying | kVstTempoValid;
-        plugin.switchOn();
+        time_.sampleRate = kFormat.sampleRate;
+        time_.tempo = 120.0;
+        time_.flags = kVstTransportPlaying | kVstTempoValid;
+        plugin_.switchOn();
         render(1, nullptr); // some read their parameters here only
         startNotes(notes);
         render(kBlocksToSettle, nullptr);
@@ -87,19 +87,19 @@ public:
     void measure() {
         const double start = processSeconds();
         render(kBlocks, nullptr);
-        seconds.push_back(processSeconds() - start);
+        seconds_.push_back(processSeconds() - start);
     }
 
     double corePercent() {
-        std::sort(seconds.begin(), seconds.end());
-        return 100.0 * seconds[seconds.size() / 2] * kFormat.sampleRate /
+        std::sort(seconds_.begin(), seconds_.end());
+        return 100.0 * seconds_[seconds_.size() / 2] * kFormat.sampleRate /
                (kBlocks * kFormat.blockSize);
     }
 
     // Of the last block's first channel, in dB below full scale: whether there is a sound at all.
     double level() const {
         double sum = 0.0;
-        for (const float sample : sound.front()) {
+        for (const float sample : sound_.front()) {
             sum += static_cast<double>(sample) * static_cast<double>(sample);
         }
         return 10.0 * std::log10(sum / kFormat.blockSize + 1e-30);
@@ -129,19 +129,19 @@ private:
 
     void render(int blocks, VstEvents* events) {
         for (int i = 0; i < blocks; ++i) {
-            plugin.render(time, events, inputs.data(), outputs.data(), kFormat.blockSize);
-            time.samplePos += kFormat.blockSize;
+            plugin_.render(time_, events, inputs_.data(), outputs_.data(), kFormat.blockSize);
+            time_.samplePos += kFormat.blockSize;
         }
     }
 
-    Channel silence{};
-    PluginLibrary library;
-    HostedPlugin plugin;
-    std::vector<float*> inputs;
-    std::vector<Channel> sound;
-    std::vector<float*> outputs;
-    VstTimeInfo time{};
-    std::vector<double> seconds; // one a measurement
+    Channel silence_{};
+    PluginLibrary library_;
+    HostedPlugin plugin_;
+    std::vector<float*> inputs_;
+    std::vector<Channel> sound_;
+    std::vector<float*> outputs_;
+    VstTimeInfo time_{};
+    std::vector<double> seconds_; // one a measurement
 };
 
 // One contender with no note, with 8 and with 32.

@@ -23,40 +23,40 @@ double processorSeconds() {
 
 SteadyRun::SteadyRun(Renderer renderer, std::int32_t blocks,
                      const std::function<void(ZelvatoneEngine&)>& prepare)
-    : renderer(renderer), blocks(blocks), engine(std::make_unique<ZelvatoneEngine>(renderer)) {
-    prepare(*engine);
+    : renderer(renderer), blocks_(blocks), engine_(std::make_unique<ZelvatoneEngine>(renderer)) {
+    prepare(*engine_);
 }
 
 void SteadyRun::measure() {
     const double start = processorSeconds();
-    hash = renderBlocks(*engine, blocks, hash);
+    hash = renderBlocks(*engine_, blocks_, hash);
     seconds.push_back(processorSeconds() - start);
 }
 
 double SteadyRun::coreShare() const {
-    return quantile(seconds, 0.5) / (blocks * kBlock / double{kSampleRate});
+    return quantile(seconds, 0.5) / (blocks_ * kBlock / double{kSampleRate});
 }
 
 WorstBlock::WorstBlock(Renderer renderer, const Load& load)
-    : renderer(renderer), load(load), times(static_cast<std::size_t>(load.blocks)) {}
+    : renderer(renderer), load_(load), times_(static_cast<std::size_t>(load.blocks)) {}
 
 void WorstBlock::play() {
     ZelvatoneEngine engine(renderer);
-    load.prepare(engine);
+    load_.prepare(engine);
     hash = kEmptyHash;
-    for (std::int32_t number = 0; number < load.blocks; ++number) {
+    for (std::int32_t number = 0; number < load_.blocks; ++number) {
         playBlock(engine, number);
     }
 }
 
 void WorstBlock::playBlock(ZelvatoneEngine& engine, std::int32_t number) {
-    if (load.act != nullptr) {
-        load.act(engine, number);
+    if (load_.act != nullptr) {
+        load_.act(engine, number);
     }
     const auto start = std::chrono::steady_clock::now();
     hash = renderBlocks(engine, 1, hash);
     const auto end = std::chrono::steady_clock::now();
-    times[static_cast<std::size_t>(number)].push_back(
+    times_[static_cast<std::size_t>(number)].push_back(
         std::chrono::duration<double>(end - start).count());
 }
 
@@ -64,7 +64,7 @@ const std::vector<double>& WorstBlock::seconds() const {
     const auto shortest = [](const std::vector<double>& block) {
         return *std::min_element(block.begin(), block.end());
     };
-    return *std::max_element(times.begin(), times.end(),
+    return *std::max_element(times_.begin(), times_.end(),
                              [&](const std::vector<double>& a, const std::vector<double>& b) {
                                  return shortest(a) < shortest(b);
                              });

@@ -33,8 +33,8 @@ public:
     std::uint64_t hash = kEmptyHash; // of all samples so far
 
 private:
-    std::int32_t blocks;
-    std::unique_ptr<zelvatone::ZelvatoneEngine> engine;
+    std::int32_t blocks_;
+    std::unique_ptr<zelvatone::ZelvatoneEngine> engine_;
 };
 
 // A load that has a most expensive block, played from its beginning again and again. Wall-clock
@@ -55,8 +55,8 @@ public:
 private:
     void playBlock(zelvatone::ZelvatoneEngine& engine, std::int32_t number);
 
-    const Load& load;
-    std::vector<std::vector<double>> times; // by block, one for each time it was played
+    const Load& load_;
+    std::vector<std::vector<double>> times_; // by block, one for each time it was played
 };
 
 } // namespace bench

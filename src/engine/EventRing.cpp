@@ -9,8 +9,8 @@ std::int32_t EventRing::write(const Entry& entry) {
     if (free() == 0) {
         return 0;
     }
-    entries[writeIndex & (kBufferSize - 1)] = entry;
-    writeIndex = (writeIndex + 1) & kIndexMask;
+    entries_[writeIndex_ & (kBufferSize - 1)] = entry;
+    writeIndex_ = (writeIndex_ + 1) & kIndexMask;
     return 1;
 }
 
@@ -18,22 +18,22 @@ std::int32_t EventRing::read(Entry& entry) {
     if (available() == 0) {
         return 0;
     }
-    entry = entries[readIndex & (kBufferSize - 1)];
-    readIndex = (readIndex + 1) & kIndexMask;
+    entry = entries_[readIndex_ & (kBufferSize - 1)];
+    readIndex_ = (readIndex_ + 1) & kIndexMask;
     return 1;
 }
 
 std::int32_t EventRing::shortestWait() const {
     std::int32_t shortest = std::numeric_limits<std::int32_t>::max();
     for (std::int32_t i = 0; i < available(); ++i) {
-        shortest = std::min(shortest, entries[(readIndex + i) & (kBufferSize - 1)].framesLeft);
+        shortest = std::min(shortest, entries_[(readIndex_ + i) & (kBufferSize - 1)].framesLeft);
     }
     return shortest;
 }
 
 void EventRing::countDown(std::int32_t samples) {
     for (std::int32_t i = 0; i < available(); ++i) {
-        entries[(readIndex + i) & (kBufferSize - 1)].framesLeft -= samples;
+        entries_[(readIndex_ + i) & (kBufferSize - 1)].framesLeft -= samples;
     }
 }
 

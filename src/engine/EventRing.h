@@ -21,7 +21,7 @@ public:
     static constexpr std::int32_t kBufferSize = 256;
 
     // Entries waiting.
-    std::int32_t available() const { return (writeIndex - readIndex) & kIndexMask; }
+    std::int32_t available() const { return (writeIndex_ - readIndex_) & kIndexMask; }
     std::int32_t free() const { return kBufferSize - available(); }
     // Appends `entry`; answers how many entries were written: 1, or 0 when the ring is full.
     std::int32_t write(const Entry& entry);
@@ -35,9 +35,9 @@ public:
 private:
     static constexpr std::int32_t kIndexMask = 2 * kBufferSize - 1;
 
-    std::array<Entry, kBufferSize> entries{};
-    std::int32_t writeIndex = 0;
-    std::int32_t readIndex = 0;
+    std::array<Entry, kBufferSize> entries_{};
+    std::int32_t writeIndex_ = 0;
+    std::int32_t readIndex_ = 0;
 };
 
 } // namespace zelvatone

@@ -12,15 +12,15 @@ void SynthEvent::destroy(SynthEvent* event) {
 }
 
 void EngineNoteOnEvent::apply() {
-    engine->noteOn(note, velocity);
+    engine_->noteOn(note_, velocity_);
 }
 
 void EngineNoteOffEvent::apply() {
-    engine->noteOff(note);
+    engine_->noteOff(note_);
 }
 
 void EnginePitchBendEvent::apply() {
-    engine->pitchBend(amount);
+    engine_->pitchBend(amount_);
 }
 
 } // namespace zelvatone

@@ -18,41 +18,41 @@ public:
     static void destroy(SynthEvent* event);
 
 protected:
-    explicit SynthEvent(SynthEngine* engine) : engine(engine) {}
+    explicit SynthEvent(SynthEngine* engine) : engine_(engine) {}
     ~SynthEvent() = default;
 
-    SynthEngine* engine; // not owned
+    SynthEngine* engine_; // not owned
 };
 
 class EngineNoteOnEvent final : public SynthEvent {
 public:
     // `velocity`: 1 to 127, as MIDI has it.
     EngineNoteOnEvent(SynthEngine* engine, std::int32_t note, std::int32_t velocity)
-        : SynthEvent(engine), note(note), velocity(velocity) {}
+        : SynthEvent(engine), note_(note), velocity_(velocity) {}
     void apply() override;
 
 private:
-    std::int32_t note;
-    std::int32_t velocity;
+    std::int32_t note_;
+    std::int32_t velocity_;
 };
 
 class EngineNoteOffEvent final : public SynthEvent {
 public:
-    EngineNoteOffEvent(SynthEngine* engine, std::int32_t note) : SynthEvent(engine), note(note) {}
+    EngineNoteOffEvent(SynthEngine* engine, std::int32_t note) : SynthEvent(engine), note_(note) {}
     void apply() override;
 
 private:
-    std::int32_t note;
+    std::int32_t note_;
 };
 
 class EnginePitchBendEvent final : public SynthEvent {
 public:
     // `amount`: octaves, -1 to just under +1.
-    EnginePitchBendEvent(SynthEngine* engine, float amount) : SynthEvent(engine), amount(amount) {}
+    EnginePitchBendEvent(SynthEngine* engine, float amount) : SynthEvent(engine), amount_(amount) {}
     void apply() override;
 
 private:
-    float amount;
+    float amount_;
 };
 
 } // namespace zelvatone

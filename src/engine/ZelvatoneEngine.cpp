@@ -50,7 +50,7 @@ ZelvatoneEngine::ZelvatoneEngine(Renderer renderer)
         envelopes.push_back(std::make_unique<ADSR>(envelopeSettings.get()));
     }
     if (const ModeKernel* kernel = kernelOf(renderer)) {
-        fastRenderer = std::make_unique<FastRenderer>(*kernel, *this);
+        fastRenderer_ = std::make_unique<FastRenderer>(*kernel, *this);
     }
 }
 
@@ -69,8 +69,8 @@ void ZelvatoneEngine::noteOn(std::int32_t note, std::int32_t velocity) {
     *free = note;
     const auto slot = voiceNotes.rend() - free - 1;
     const float frequency = noteFrequency[note & 127];
-    if (fastRenderer != nullptr) {
-        fastRenderer->startVoice(*voices[slot], frequency);
+    if (fastRenderer_ != nullptr) {
+        fastRenderer_->startVoice(*voices[slot], frequency);
     } else {
         voices[slot]->start(frequency);
     }
@@ -100,7 +100,7 @@ void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t s
     if (sampleFrames <= 0) {
         return; // without a look at `outputs`
     }
-    if (fastRenderer == nullptr) {
+    if (fastRenderer_ == nullptr) {
         renderReference(outputs[0], sampleFrames);
     } else {
         renderFast(outputs[0], sampleFrames);
@@ -116,11 +116,11 @@ void ZelvatoneEngine::renderReference(float* out, std::int32_t samples) {
 }
 
 void ZelvatoneEngine::renderFast(float* out, std::int32_t samples) {
-    fastRenderer->beginBlock();
+    fastRenderer_->beginBlock();
     std::int32_t done = 0;
     while (done < samples) {
         const std::int32_t run = runEventPasses(std::min(samples - done, kRunSamples));
-        if (!fastRenderer->render(out + done, run)) {
+        if (!fastRenderer_->render(out + done, run)) {
             std::generate_n(out + done, run, [this] { return renderSample(); });
         }
         done += run;

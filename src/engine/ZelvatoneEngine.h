@@ -46,7 +46,7 @@ private:
     void renderFast(float* out, std::int32_t samples);
     float renderSample();
 
-    std::unique_ptr<FastRenderer> fastRenderer; // null: the reference renderer, sample by sample
+    std::unique_ptr<FastRenderer> fastRenderer_; // null: the reference renderer, sample by sample
 };
 
 } // namespace zelvatone

@@ -12,23 +12,23 @@ namespace {
 
 class ADSRTest : public ::testing::Test {
 protected:
-    EnvelopeSettings settings{.attack = 0.25, .decay = 0.5, .sustain = 0.5, .release = 2.0};
-    ADSR envelope{&settings};
+    EnvelopeSettings settings_{.attack = 0.25, .decay = 0.5, .sustain = 0.5, .release = 2.0};
+    ADSR envelope_{&settings_};
 
     // Ends at sustain: attack and decay are over.
     void hold(double velocity) {
-        envelope.trigger(velocity);
-        envelope.tick(1.0);
+        envelope_.trigger(velocity);
+        envelope_.tick(1.0);
     }
 };
 
 TEST_F(ADSRTest, BeginsIdle) {
-    EXPECT_FALSE(envelope.isActive());
-    EXPECT_EQ(envelope.state, ADSR::kIdle);
-    EXPECT_EQ(envelope.time, 0.0);
-    EXPECT_EQ(envelope.velocity, 0.0);
-    EXPECT_EQ(envelope.level, 0.0);
-    EXPECT_EQ(envelope.settings, &settings);
+    EXPECT_FALSE(envelope_.isActive());
+    EXPECT_EQ(envelope_.state, ADSR::kIdle);
+    EXPECT_EQ(envelope_.time, 0.0);
+    EXPECT_EQ(envelope_.velocity, 0.0);
+    EXPECT_EQ(envelope_.level, 0.0);
+    EXPECT_EQ(envelope_.settings, &settings_);
 }
 
 TEST_F(ADSRTest, NumbersItsStates) {
@@ -39,210 +39,210 @@ TEST_F(ADSRTest, NumbersItsStates) {
 }
 
 TEST_F(ADSRTest, StaysSilentWhileIdleButItsClockRuns) {
-    EXPECT_EQ(envelope.tick(0.125), 0.0F);
-    EXPECT_EQ(envelope.time, 0.125);
-    EXPECT_FALSE(envelope.isActive());
+    EXPECT_EQ(envelope_.tick(0.125), 0.0F);
+    EXPECT_EQ(envelope_.time, 0.125);
+    EXPECT_FALSE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, RisesInAStraightLineFromItsFirstTick) {
-    envelope.trigger(1.0);
-    EXPECT_TRUE(envelope.isActive());
-    EXPECT_EQ(envelope.tick(0.0625), 0.25F);
-    EXPECT_EQ(envelope.tick(0.0625), 0.5F);
-    EXPECT_EQ(envelope.tick(0.0625), 0.75F);
-    EXPECT_EQ(envelope.tick(0.0625), 1.0F); // the attack time itself belongs to the decay
+    envelope_.trigger(1.0);
+    EXPECT_TRUE(envelope_.isActive());
+    EXPECT_EQ(envelope_.tick(0.0625), 0.25F);
+    EXPECT_EQ(envelope_.tick(0.0625), 0.5F);
+    EXPECT_EQ(envelope_.tick(0.0625), 0.75F);
+    EXPECT_EQ(envelope_.tick(0.0625), 1.0F); // the attack time itself belongs to the decay
 }
 
 TEST_F(ADSRTest, FallsInAStraightLineToTheSustainLevel) {
-    envelope.trigger(1.0);
-    envelope.tick(0.25);
-    EXPECT_EQ(envelope.tick(0.125), 0.875F);
-    EXPECT_EQ(envelope.tick(0.125), 0.75F);
-    EXPECT_EQ(envelope.tick(0.125), 0.625F);
-    EXPECT_EQ(envelope.tick(0.125), 0.5F);
+    envelope_.trigger(1.0);
+    envelope_.tick(0.25);
+    EXPECT_EQ(envelope_.tick(0.125), 0.875F);
+    EXPECT_EQ(envelope_.tick(0.125), 0.75F);
+    EXPECT_EQ(envelope_.tick(0.125), 0.625F);
+    EXPECT_EQ(envelope_.tick(0.125), 0.5F);
 }
 
 TEST_F(ADSRTest, SustainsForAsLongAsTheNoteIsHeld) {
     hold(1.0);
     for (int i = 0; i < 1000; ++i) {
-        ASSERT_EQ(envelope.tick(10.0), 0.5F);
-        ASSERT_TRUE(envelope.isActive());
+        ASSERT_EQ(envelope_.tick(10.0), 0.5F);
+        ASSERT_TRUE(envelope_.isActive());
     }
 }
 
 TEST_F(ADSRTest, StaysActiveAtASustainOfZero) {
-    settings.sustain = 0.0;
+    settings_.sustain = 0.0;
     hold(1.0);
-    EXPECT_EQ(envelope.tick(1.0), 0.0F);
-    EXPECT_TRUE(envelope.isActive());
+    EXPECT_EQ(envelope_.tick(1.0), 0.0F);
+    EXPECT_TRUE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, FollowsTheSustainKnobWhileItHolds) {
     hold(1.0);
-    settings.sustain = 0.875;
-    EXPECT_EQ(envelope.tick(0.125), 0.875F);
+    settings_.sustain = 0.875;
+    EXPECT_EQ(envelope_.tick(0.125), 0.875F);
 }
 
 TEST_F(ADSRTest, FollowsTheAttackKnobInTheMiddleOfTheAttack) {
-    envelope.trigger(1.0);
-    envelope.tick(0.125);
-    settings.attack = 1.0;
-    EXPECT_EQ(envelope.tick(0.125), 0.25F);
+    envelope_.trigger(1.0);
+    envelope_.tick(0.125);
+    settings_.attack = 1.0;
+    EXPECT_EQ(envelope_.tick(0.125), 0.25F);
 }
 
 TEST_F(ADSRTest, FadesInAStraightLineToZero) {
     hold(1.0);
-    envelope.release();
-    EXPECT_EQ(envelope.tick(0.5), 0.375F);
-    EXPECT_EQ(envelope.tick(0.5), 0.25F);
-    EXPECT_EQ(envelope.tick(0.5), 0.125F);
-    EXPECT_TRUE(envelope.isActive());
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(0.5), 0.375F);
+    EXPECT_EQ(envelope_.tick(0.5), 0.25F);
+    EXPECT_EQ(envelope_.tick(0.5), 0.125F);
+    EXPECT_TRUE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, EndsWithTheTickThatReachesTheReleaseTime) {
     hold(1.0);
-    envelope.release();
-    envelope.tick(1.5);
-    EXPECT_TRUE(envelope.isActive());
-    EXPECT_EQ(envelope.tick(0.5), 0.0F);
-    EXPECT_FALSE(envelope.isActive());
-    EXPECT_EQ(envelope.tick(0.5), 0.0F);
+    envelope_.release();
+    envelope_.tick(1.5);
+    EXPECT_TRUE(envelope_.isActive());
+    EXPECT_EQ(envelope_.tick(0.5), 0.0F);
+    EXPECT_FALSE(envelope_.isActive());
+    EXPECT_EQ(envelope_.tick(0.5), 0.0F);
 }
 
 TEST_F(ADSRTest, ReleasedInTheAttackFadesFromWhereItWas) {
-    envelope.trigger(1.0);
-    envelope.tick(0.0625); // a quarter of the attack
-    envelope.release();
-    EXPECT_EQ(envelope.tick(1.0), 0.125F);
-    EXPECT_EQ(envelope.tick(0.5), 0.0625F);
+    envelope_.trigger(1.0);
+    envelope_.tick(0.0625); // a quarter of the attack
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(1.0), 0.125F);
+    EXPECT_EQ(envelope_.tick(0.5), 0.0625F);
 }
 
 TEST_F(ADSRTest, ReleasedInTheDecayFadesFromWhereItWas) {
-    envelope.trigger(1.0);
-    envelope.tick(0.5); // half of the decay
-    envelope.release();
-    EXPECT_EQ(envelope.tick(1.0), 0.375F);
+    envelope_.trigger(1.0);
+    envelope_.tick(0.5); // half of the decay
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(1.0), 0.375F);
 }
 
 TEST_F(ADSRTest, FollowsTheReleaseKnobWhileItFades) {
     hold(1.0);
-    envelope.release();
-    EXPECT_EQ(envelope.tick(0.5), 0.375F); // a quarter of two seconds
-    settings.release = 1.0;
-    EXPECT_EQ(envelope.tick(0.25), 0.125F); // three quarters of one second
-    settings.release = 0.5;
-    EXPECT_EQ(envelope.tick(0.0), 0.0F);
-    EXPECT_FALSE(envelope.isActive());
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(0.5), 0.375F); // a quarter of two seconds
+    settings_.release = 1.0;
+    EXPECT_EQ(envelope_.tick(0.25), 0.125F); // three quarters of one second
+    settings_.release = 0.5;
+    EXPECT_EQ(envelope_.tick(0.0), 0.0F);
+    EXPECT_FALSE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, IgnoresTheSustainKnobWhileItFades) {
     hold(1.0);
-    envelope.release();
-    settings.sustain = 1.0;
-    EXPECT_EQ(envelope.tick(1.0), 0.25F);
+    envelope_.release();
+    settings_.sustain = 1.0;
+    EXPECT_EQ(envelope_.tick(1.0), 0.25F);
 }
 
 TEST_F(ADSRTest, ReleasedWhileItFadesStartsTheFadeAgainFromTheHeldLevel) {
     hold(1.0);
-    envelope.release();
-    envelope.tick(1.0);
-    envelope.release();
-    EXPECT_EQ(envelope.tick(0.5), 0.375F);
+    envelope_.release();
+    envelope_.tick(1.0);
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(0.5), 0.375F);
 }
 
 TEST_F(ADSRTest, ReleasedWhenIdleFadesFromTheLastNotesLevel) {
     hold(1.0);
-    envelope.release();
-    envelope.tick(2.0);
-    ASSERT_FALSE(envelope.isActive());
-    envelope.release();
-    EXPECT_TRUE(envelope.isActive());
-    EXPECT_EQ(envelope.tick(1.0), 0.25F);
+    envelope_.release();
+    envelope_.tick(2.0);
+    ASSERT_FALSE(envelope_.isActive());
+    envelope_.release();
+    EXPECT_TRUE(envelope_.isActive());
+    EXPECT_EQ(envelope_.tick(1.0), 0.25F);
 }
 
 TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickIsSilentOnAFreshSlot) {
-    envelope.trigger(1.0);
-    envelope.release();
-    EXPECT_TRUE(envelope.isActive());
-    EXPECT_EQ(envelope.tick(0.5), 0.0F);
-    EXPECT_EQ(envelope.tick(1.5), 0.0F);
-    EXPECT_FALSE(envelope.isActive());
+    envelope_.trigger(1.0);
+    envelope_.release();
+    EXPECT_TRUE(envelope_.isActive());
+    EXPECT_EQ(envelope_.tick(0.5), 0.0F);
+    EXPECT_EQ(envelope_.tick(1.5), 0.0F);
+    EXPECT_FALSE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickFadesTheOldLevelAtTheNewVelocity) {
     hold(1.0);
-    envelope.release();
-    envelope.tick(2.0);
-    envelope.trigger(0.5);
-    envelope.release();
-    EXPECT_EQ(envelope.tick(1.0), 0.125F);
+    envelope_.release();
+    envelope_.tick(2.0);
+    envelope_.trigger(0.5);
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(1.0), 0.125F);
 }
 
 TEST_F(ADSRTest, TriggeredAgainRisesFromZeroWhateverTheLevelWas) {
     hold(1.0);
-    envelope.trigger(1.0);
-    EXPECT_EQ(envelope.level, 0.5);
-    EXPECT_EQ(envelope.tick(0.0625), 0.25F);
-    envelope.release();
-    envelope.trigger(1.0);
-    EXPECT_EQ(envelope.tick(0.125), 0.5F);
+    envelope_.trigger(1.0);
+    EXPECT_EQ(envelope_.level, 0.5);
+    EXPECT_EQ(envelope_.tick(0.0625), 0.25F);
+    envelope_.release();
+    envelope_.trigger(1.0);
+    EXPECT_EQ(envelope_.tick(0.125), 0.5F);
 }
 
 TEST_F(ADSRTest, ScalesEverySegmentByTheVelocity) {
-    envelope.trigger(0.25);
-    EXPECT_EQ(envelope.tick(0.125), 0.125F);
-    EXPECT_EQ(envelope.tick(0.375), 0.1875F);
-    EXPECT_EQ(envelope.tick(0.5), 0.125F);
-    envelope.release();
-    EXPECT_EQ(envelope.tick(1.0), 0.0625F);
+    envelope_.trigger(0.25);
+    EXPECT_EQ(envelope_.tick(0.125), 0.125F);
+    EXPECT_EQ(envelope_.tick(0.375), 0.1875F);
+    EXPECT_EQ(envelope_.tick(0.5), 0.125F);
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(1.0), 0.0625F);
 }
 
 TEST_F(ADSRTest, KeepsItsLevelFreeOfVelocityAndFade) {
     hold(0.25);
-    EXPECT_EQ(envelope.level, 0.5);
-    envelope.release();
-    envelope.tick(1.0);
-    EXPECT_EQ(envelope.level, 0.5);
-    EXPECT_EQ(envelope.velocity, 0.25);
+    EXPECT_EQ(envelope_.level, 0.5);
+    envelope_.release();
+    envelope_.tick(1.0);
+    EXPECT_EQ(envelope_.level, 0.5);
+    EXPECT_EQ(envelope_.velocity, 0.25);
 }
 
 TEST_F(ADSRTest, RoundsOnlyTheReturnedValueToSinglePrecision) {
-    settings.attack = 3.0;
+    settings_.attack = 3.0;
     const auto velocity = static_cast<double>(static_cast<float>(64 / 127.0));
-    envelope.trigger(velocity);
-    EXPECT_EQ(envelope.tick(1.0), static_cast<float>(velocity * (1.0 / 3.0)));
-    EXPECT_EQ(envelope.level, 1.0 / 3.0);
+    envelope_.trigger(velocity);
+    EXPECT_EQ(envelope_.tick(1.0), static_cast<float>(velocity * (1.0 / 3.0)));
+    EXPECT_EQ(envelope_.level, 1.0 / 3.0);
 }
 
 TEST_F(ADSRTest, CountsTimeInDoublePrecision) {
     const double dt = 1.0 / 44100.0;
-    settings.attack = 1.0;
-    envelope.trigger(1.0);
+    settings_.attack = 1.0;
+    envelope_.trigger(1.0);
     double time = 0.0;
     for (int i = 0; i < 1000; ++i) {
         time += dt;
-        ASSERT_EQ(envelope.tick(dt), static_cast<float>(time));
+        ASSERT_EQ(envelope_.tick(dt), static_cast<float>(time));
     }
-    EXPECT_EQ(envelope.time, time);
+    EXPECT_EQ(envelope_.time, time);
 }
 
 TEST_F(ADSRTest, SurvivesSettingsThatAreNotNumbers) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    settings = {.attack = nan, .decay = nan, .sustain = 0.5, .release = nan};
-    envelope.trigger(1.0);
-    EXPECT_EQ(envelope.tick(0.125), 0.5F); // below no time that is not a number: sustain
-    envelope.release();
-    EXPECT_EQ(envelope.tick(0.125), 0.0F);
-    EXPECT_FALSE(envelope.isActive());
+    settings_ = {.attack = nan, .decay = nan, .sustain = 0.5, .release = nan};
+    envelope_.trigger(1.0);
+    EXPECT_EQ(envelope_.tick(0.125), 0.5F); // below no time that is not a number: sustain
+    envelope_.release();
+    EXPECT_EQ(envelope_.tick(0.125), 0.0F);
+    EXPECT_FALSE(envelope_.isActive());
 }
 
 TEST_F(ADSRTest, WondersAtAStateThatItDoesNotKnow) {
-    envelope.state = 3;
+    envelope_.state = 3;
     ::testing::internal::CaptureStdout();
-    EXPECT_EQ(envelope.tick(0.125), 0.0F);
+    EXPECT_EQ(envelope_.tick(0.125), 0.0F);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Huh?\n");
-    EXPECT_FALSE(envelope.isActive());
-    EXPECT_EQ(envelope.time, 0.125);
+    EXPECT_FALSE(envelope_.isActive());
+    EXPECT_EQ(envelope_.time, 0.125);
 }
 
 } // namespace

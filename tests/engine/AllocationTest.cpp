@@ -19,10 +19,10 @@ using test::allocationCounts;
 
 class Allocation : public ::testing::Test {
 protected:
-    ZelvatoneEngine engine;
-    std::vector<float> left = std::vector<float>(4096);
-    std::vector<float> right = std::vector<float>(4096);
-    std::array<float*, 2> outputs{left.data(), right.data()};
+    ZelvatoneEngine engine_;
+    std::vector<float> left_ = std::vector<float>(4096);
+    std::vector<float> right_ = std::vector<float>(4096);
+    std::array<float*, 2> outputs_{left_.data(), right_.data()};
 
     template<class Action>
     static AllocationCounts during(Action action) {
@@ -31,7 +31,7 @@ protected:
         return allocationCounts().since(before);
     }
     AllocationCounts duringBlock(std::int32_t frames) {
-        return during([&] { engine.render(nullptr, outputs.data(), frames); });
+        return during([&] { engine_.render(nullptr, outputs_.data(), frames); });
     }
     void expectOneListCopy(std::int32_t frames) {
         const AllocationCounts counts = duringBlock(frames);
@@ -49,7 +49,7 @@ TEST_F(Allocation, OfASilentBlockIsOneListCopyWhateverItsSize) {
 
 TEST_F(Allocation, OfABlockFullOfNotesIsOneListCopyToo) {
     for (std::int32_t note = 30; note < 62; ++note) {
-        engine.noteOn(note, 127);
+        engine_.noteOn(note, 127);
     }
     for (const std::int32_t frames : {1, 64, 512}) {
         expectOneListCopy(frames);
@@ -57,28 +57,28 @@ TEST_F(Allocation, OfABlockFullOfNotesIsOneListCopyToo) {
 }
 
 TEST_F(Allocation, StaysThatWhileModesComeAndGoByTheHundred) {
-    test::knob(engine, kModeInit).setValue(0.0F);
-    test::knob(engine, kModeShift).setValue(3.0F);
-    test::knob(engine, kShiftInterval).setValue(-5.0F);
-    test::knob(engine, kMaxModes).setValue(100.0F);
-    engine.setTempo(100000.0F);
-    engine.noteOn(30, 127);
+    test::knob(engine_, kModeInit).setValue(0.0F);
+    test::knob(engine_, kModeShift).setValue(3.0F);
+    test::knob(engine_, kShiftInterval).setValue(-5.0F);
+    test::knob(engine_, kMaxModes).setValue(100.0F);
+    engine_.setTempo(100000.0F);
+    engine_.noteOn(30, 127);
     expectOneListCopy(4096);
-    EXPECT_EQ(engine.voices[31]->targetCount, 100);
-    test::knob(engine, kModeShift).setValue(-3.0F);
+    EXPECT_EQ(engine_.voices[31]->targetCount, 100);
+    test::knob(engine_, kModeShift).setValue(-3.0F);
     expectOneListCopy(4096);
 }
 
 TEST_F(Allocation, OfATableRebuiltAtTheSameSizeIsNone) {
-    test::knob(engine, kWave).setValue(3.0F);
-    test::knob(engine, kCrush).setValue(4.0F);
+    test::knob(engine_, kWave).setValue(3.0F);
+    test::knob(engine_, kCrush).setValue(4.0F);
     expectOneListCopy(64);
-    EXPECT_EQ(engine.settings->waveKind, 3);
+    EXPECT_EQ(engine_.settings->waveKind, 3);
 }
 
 TEST_F(Allocation, OfAMessageIsItsEvents) {
     const auto eventsOf = [this](std::int32_t status, std::int32_t data1, std::int32_t data2) {
-        return during([&] { engine.processMidi(status, data1, data2, 0); }).allocations;
+        return during([&] { engine_.processMidi(status, data1, data2, 0); }).allocations;
     };
     EXPECT_EQ(eventsOf(0x90, 60, 100), 1U);
     EXPECT_EQ(eventsOf(0x80, 60, 0), 1U);
@@ -89,9 +89,9 @@ TEST_F(Allocation, OfAMessageIsItsEvents) {
 }
 
 TEST_F(Allocation, OfAppliedEventsIsGivenBackInTheBlock) {
-    engine.processMidi(0x90, 60, 100, 3);
-    engine.processMidi(0xE0, 0, 0x50, 9);
-    engine.processMidi(0x80, 60, 0, 20);
+    engine_.processMidi(0x90, 60, 100, 3);
+    engine_.processMidi(0xE0, 0, 0x50, 9);
+    engine_.processMidi(0x80, 60, 0, 20);
     const AllocationCounts counts = duringBlock(64);
     EXPECT_EQ(counts.allocations, 1U);
     EXPECT_EQ(counts.releases, 4U);

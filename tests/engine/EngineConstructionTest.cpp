@@ -22,37 +22,37 @@ class SampleRate : public EngineTest {};
 class Chunks : public EngineTest {};
 
 TEST_F(EngineConstruction, NamesTheInstrument) {
-    EXPECT_EQ(engine.numInputs, 0);
-    EXPECT_EQ(engine.numOutputs, 2);
-    EXPECT_STREQ(engine.effectName, "Zelvatone");
-    EXPECT_STREQ(engine.vendorName, "Quillfeather");
-    EXPECT_STREQ(engine.productName, "Zelvatone");
-    EXPECT_EQ(engine.vendorVersion, 1);
+    EXPECT_EQ(engine_.numInputs, 0);
+    EXPECT_EQ(engine_.numOutputs, 2);
+    EXPECT_STREQ(engine_.effectName, "Zelvatone");
+    EXPECT_STREQ(engine_.vendorName, "Quillfeather");
+    EXPECT_STREQ(engine_.productName, "Zelvatone");
+    EXPECT_EQ(engine_.vendorVersion, 1);
 }
 
 TEST_F(EngineConstruction, BeginsAtCdRateAnd120BeatsWithNothingSounding) {
-    EXPECT_EQ(engine.sampleRate, 44100.0F);
-    EXPECT_EQ(engine.tempo, 120.0F);
-    EXPECT_THAT(engine.stateWords, Each(0));
-    EXPECT_EQ(engine.voiceCount, 32);
-    EXPECT_EQ(engine.voiceNotes, std::vector<std::int32_t>(32, -1));
-    EXPECT_EQ(engine.events.available(), 0);
+    EXPECT_EQ(engine_.sampleRate, 44100.0F);
+    EXPECT_EQ(engine_.tempo, 120.0F);
+    EXPECT_THAT(engine_.stateWords, Each(0));
+    EXPECT_EQ(engine_.voiceCount, 32);
+    EXPECT_EQ(engine_.voiceNotes, std::vector<std::int32_t>(32, -1));
+    EXPECT_EQ(engine_.events.available(), 0);
 }
 
 TEST_F(EngineConstruction, PlaysTheDefaultProgram) {
-    ASSERT_FALSE(engine.programs.empty());
-    EXPECT_EQ(engine.currentProgram, &engine.programs.front());
-    EXPECT_EQ(engine.currentProgram->name, "Default");
+    ASSERT_FALSE(engine_.programs.empty());
+    EXPECT_EQ(engine_.currentProgram, &engine_.programs.front());
+    EXPECT_EQ(engine_.currentProgram->name, "Default");
     const SynthProgram table = makeDefaultProgram();
-    ASSERT_EQ(engine.currentProgram->parameters.size(), table.parameters.size());
+    ASSERT_EQ(engine_.currentProgram->parameters.size(), table.parameters.size());
     for (std::size_t i = 0; i < table.parameters.size(); ++i) {
-        EXPECT_EQ(engine.currentProgram->parameters[i]->name, table.parameters[i]->name);
-        EXPECT_EQ(engine.currentProgram->parameters[i]->value, table.parameters[i]->value);
+        EXPECT_EQ(engine_.currentProgram->parameters[i]->name, table.parameters[i]->name);
+        EXPECT_EQ(engine_.currentProgram->parameters[i]->value, table.parameters[i]->value);
     }
 }
 
 TEST_F(EngineConstruction, GivesTheVoiceSettingsTheirFirstValues) {
-    const VoiceSettings& settings = *engine.settings;
+    const VoiceSettings& settings = *engine_.settings;
     EXPECT_EQ(settings.tableSize, 1024);
     EXPECT_EQ(settings.secondsPerSample, 2.2675736961451248e-5);
     EXPECT_EQ(settings.modeKind, 2);
@@ -71,14 +71,14 @@ TEST_F(EngineConstruction, GivesTheVoiceSettingsTheirFirstValues) {
 }
 
 TEST_F(EngineConstruction, GivesTheEnvelopeSettingsTheirFirstValues) {
-    EXPECT_EQ(engine.envelopeSettings->attack, 0.2);
-    EXPECT_EQ(engine.envelopeSettings->decay, 0.1);
-    EXPECT_EQ(engine.envelopeSettings->sustain, 0.7);
-    EXPECT_EQ(engine.envelopeSettings->release, 0.3);
+    EXPECT_EQ(engine_.envelopeSettings->attack, 0.2);
+    EXPECT_EQ(engine_.envelopeSettings->decay, 0.1);
+    EXPECT_EQ(engine_.envelopeSettings->sustain, 0.7);
+    EXPECT_EQ(engine_.envelopeSettings->release, 0.3);
 }
 
 TEST_F(EngineConstruction, BuildsTheSineOnA16ByteBoundary) {
-    const float* table = engine.settings->table.get();
+    const float* table = engine_.settings->table.get();
     ASSERT_NE(table, nullptr);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table) % 16, 0U);
     EXPECT_EQ(table[0], 0.0F);
@@ -87,14 +87,14 @@ TEST_F(EngineConstruction, BuildsTheSineOnA16ByteBoundary) {
 }
 
 TEST_F(EngineConstruction, GivesEverySlotAVoiceAndAnEnvelopeOnTheSharedSettings) {
-    ASSERT_EQ(engine.voices.size(), 32U);
-    ASSERT_EQ(engine.envelopes.size(), 32U);
+    ASSERT_EQ(engine_.voices.size(), 32U);
+    ASSERT_EQ(engine_.envelopes.size(), 32U);
     for (std::size_t slot = 0; slot < 32; ++slot) {
-        EXPECT_EQ(engine.voices[slot]->settings, engine.settings.get());
-        EXPECT_EQ(engine.envelopes[slot]->settings, engine.envelopeSettings.get());
-        EXPECT_FALSE(engine.envelopes[slot]->isActive());
+        EXPECT_EQ(engine_.voices[slot]->settings, engine_.settings.get());
+        EXPECT_EQ(engine_.envelopes[slot]->settings, engine_.envelopeSettings.get());
+        EXPECT_FALSE(engine_.envelopes[slot]->isActive());
     }
-    EXPECT_EQ(engine.shaper->order, 16);
+    EXPECT_EQ(engine_.shaper->order, 16);
 }
 
 TEST(SynthEngine, TakesIdentityAndSlotsFromItsKind) {
@@ -114,24 +114,24 @@ TEST_F(NoteFrequency, IsEqualTemperamentAroundA440ToTheLastBit) {
     for (std::int32_t note = 0; note < 128; ++note) {
         // The semitone's 13 digits and a running double product stay within 4e-11 of this.
         const auto expected = static_cast<float>(440.0 * std::exp2((note - 69) / 12.0));
-        EXPECT_EQ(engine.noteFrequency.at(static_cast<std::size_t>(note)), expected) << note;
+        EXPECT_EQ(engine_.noteFrequency.at(static_cast<std::size_t>(note)), expected) << note;
     }
 }
 
 TEST_F(NoteFrequency, OfA4LiesWithinFloatRoundingOf440) {
-    EXPECT_NEAR(engine.noteFrequency[69], 440.0F, 3.06e-5F); // one float step at 440
-    EXPECT_EQ(engine.noteFrequency[0], 8.175798915636872F);
+    EXPECT_NEAR(engine_.noteFrequency[69], 440.0F, 3.06e-5F); // one float step at 440
+    EXPECT_EQ(engine_.noteFrequency[0], 8.175798915636872F);
 }
 
 TEST_F(SampleRate, ReachesTheEngineAndTheVoicesAtOnce) {
-    engine.setSampleRate(48000.0F);
-    EXPECT_EQ(engine.sampleRate, 48000.0F);
-    EXPECT_EQ(engine.settings->secondsPerSample, 1.0 / 48000.0);
+    engine_.setSampleRate(48000.0F);
+    EXPECT_EQ(engine_.sampleRate, 48000.0F);
+    EXPECT_EQ(engine_.settings->secondsPerSample, 1.0 / 48000.0);
 }
 
 TEST_F(SampleRate, IsInvertedInDoublePrecision) {
-    engine.setSampleRate(22050.7F);
-    EXPECT_EQ(engine.settings->secondsPerSample, 1.0 / static_cast<double>(22050.7F));
+    engine_.setSampleRate(22050.7F);
+    EXPECT_EQ(engine_.settings->secondsPerSample, 1.0 / static_cast<double>(22050.7F));
 }
 
 TEST_F(SampleRate, OfTheBaseEngineIsOnlyStored) {
@@ -142,24 +142,24 @@ TEST_F(SampleRate, OfTheBaseEngineIsOnlyStored) {
 
 TEST_F(SampleRate, HalvesTheSamplesOfAnAttackWhenItIsHalved) {
     set(kAttack, 1.0F);
-    engine.setSampleRate(1024.0F);
-    engine.noteOn(60, 127);
+    engine_.setSampleRate(1024.0F);
+    engine_.noteOn(60, 127);
     render(256);
-    EXPECT_EQ(engine.envelopes[31]->level, 0.25);
-    engine.noteOn(60, 127);
-    engine.setSampleRate(512.0F);
+    EXPECT_EQ(engine_.envelopes[31]->level, 0.25);
+    engine_.noteOn(60, 127);
+    engine_.setSampleRate(512.0F);
     render(256);
-    EXPECT_EQ(engine.envelopes[30]->level, 0.5);
+    EXPECT_EQ(engine_.envelopes[30]->level, 0.5);
 }
 
 TEST_F(Chunks, AreNeitherGivenNorTaken) {
     int something = 0;
     for (const bool isPreset : {false, true}) {
         void* data = &something;
-        EXPECT_EQ(engine.getChunk(&data, isPreset), 0);
+        EXPECT_EQ(engine_.getChunk(&data, isPreset), 0);
         EXPECT_EQ(data, nullptr);
-        EXPECT_EQ(engine.setChunk(&something, sizeof something, isPreset), 0);
-        EXPECT_EQ(engine.setChunk(nullptr, 0, isPreset), 0);
+        EXPECT_EQ(engine_.setChunk(&something, sizeof something, isPreset), 0);
+        EXPECT_EQ(engine_.setChunk(nullptr, 0, isPreset), 0);
     }
     EXPECT_EQ(something, 0);
 }
@@ -167,41 +167,41 @@ TEST_F(Chunks, AreNeitherGivenNorTaken) {
 class ProgramChoice : public EngineTest {
 protected:
     void SetUp() override {
-        engine.programs.push_back(makeDefaultProgram());
-        engine.programs.push_back(makeDefaultProgram());
-        engine.setProgram(0); // the list may have moved
+        engine_.programs.push_back(makeDefaultProgram());
+        engine_.programs.push_back(makeDefaultProgram());
+        engine_.setProgram(0); // the list may have moved
     }
-    std::int32_t count() const { return static_cast<std::int32_t>(engine.programs.size()); }
+    std::int32_t count() const { return static_cast<std::int32_t>(engine_.programs.size()); }
 };
 
 TEST_F(ProgramChoice, ReachesEveryProgram) {
     for (std::int32_t i = count() - 1; i >= 0; --i) {
-        engine.setProgram(i);
-        EXPECT_EQ(engine.currentProgram, &engine.programs[static_cast<std::size_t>(i)]);
+        engine_.setProgram(i);
+        EXPECT_EQ(engine_.currentProgram, &engine_.programs[static_cast<std::size_t>(i)]);
     }
 }
 
 TEST_F(ProgramChoice, IgnoresNegativeIndicesAndThoseAboveTheCount) {
-    engine.setProgram(1);
+    engine_.setProgram(1);
     for (const std::int32_t index : {-1, INT32_MIN, count() + 1, count() + 100, INT32_MAX}) {
-        engine.setProgram(index);
-        EXPECT_EQ(engine.currentProgram, &engine.programs[1]) << index;
+        engine_.setProgram(index);
+        EXPECT_EQ(engine_.currentProgram, &engine_.programs[1]) << index;
     }
 }
 
 TEST_F(ProgramChoice, CopiesNothingSoThatEditsStayWithTheirProgram) {
-    engine.setProgram(1);
+    engine_.setProgram(1);
     set(kChop, 0.5F);
-    engine.setProgram(2);
-    EXPECT_NE(test::knob(engine, kChop).value, 0.5F);
-    engine.setProgram(1);
-    EXPECT_EQ(test::knob(engine, kChop).value, 0.5F);
+    engine_.setProgram(2);
+    EXPECT_NE(test::knob(engine_, kChop).value, 0.5F);
+    engine_.setProgram(1);
+    EXPECT_EQ(test::knob(engine_, kChop).value, 0.5F);
 }
 
 using ProgramChoiceDeathTest = ProgramChoice;
 
 TEST_F(ProgramChoiceDeathTest, EndsTheProcessAtTheCountItself) {
-    EXPECT_DEATH(engine.setProgram(count()), "");
+    EXPECT_DEATH(engine_.setProgram(count()), "");
 }
 
 } // namespace

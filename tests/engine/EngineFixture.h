@@ -23,11 +23,11 @@ namespace zelvatone::test {
 class CallbackEvent final : public SynthEvent {
 public:
     explicit CallbackEvent(const std::function<void()>* action)
-        : SynthEvent(nullptr), action(action) {}
-    void apply() override { (*action)(); }
+        : SynthEvent(nullptr), action_(action) {}
+    void apply() override { (*action_)(); }
 
 private:
-    const std::function<void()>* action; // not owned: events are destroyed as plain values
+    const std::function<void()>* action_; // not owned: events are destroyed as plain values
 };
 
 inline std::vector<std::uint32_t> bitsOf(const std::vector<float>& samples) {
@@ -91,19 +91,19 @@ inline std::int32_t slotsAt(const SynthEngine& engine, std::int32_t state) {
 
 class EngineTest : public ::testing::Test {
 protected:
-    ZelvatoneEngine engine;
+    ZelvatoneEngine engine_;
 
-    std::vector<float> render(std::int32_t frames) { return renderBlock(engine, frames); }
-    void set(ParameterIndex index, float units) { knob(engine, index).setValue(units); }
+    std::vector<float> render(std::int32_t frames) { return renderBlock(engine_, frames); }
+    void set(ParameterIndex index, float units) { knob(engine_, index).setValue(units); }
 
     // Lets `action` run where an event with this offset would.
     void at(std::int32_t deltaFrames, std::function<void()> action) {
-        actions.push_back(std::make_unique<std::function<void()>>(std::move(action)));
-        ASSERT_EQ(engine.events.write({deltaFrames, new CallbackEvent(actions.back().get())}), 1);
+        actions_.push_back(std::make_unique<std::function<void()>>(std::move(action)));
+        ASSERT_EQ(engine_.events.write({deltaFrames, new CallbackEvent(actions_.back().get())}), 1);
     }
 
 private:
-    std::vector<std::unique_ptr<std::function<void()>>> actions;
+    std::vector<std::unique_ptr<std::function<void()>>> actions_;
 };
 
 } // namespace zelvatone::test

@@ -63,27 +63,27 @@ TEST_F(EventTiming, OffsetsOutsideTheBlockAreTakenAsTheyAre) {
 }
 
 TEST_F(EventTiming, OffsetsBehindTheBlockGoOnInTheNextOne) {
-    engine.processMidi(0x90, 60, 127, 70);
+    engine_.processMidi(0x90, 60, 127, 70);
     EXPECT_EQ(firstSound(render(32)), kSilent);
     EXPECT_EQ(firstSound(render(32)), kSilent);
     EXPECT_EQ(firstSound(render(32)), 5); // sample 69
 }
 
 TEST_F(EventTiming, BlocksWithoutSamplesConsumeNothing) {
-    engine.processMidi(0x90, 60, 127, 3);
-    engine.render(nullptr, nullptr, 0);
-    engine.render(nullptr, nullptr, -64);
+    engine_.processMidi(0x90, 60, 127, 3);
+    engine_.render(nullptr, nullptr, 0);
+    engine_.render(nullptr, nullptr, -64);
     EXPECT_EQ(firstSound(render(8)), 2);
 }
 
 TEST_F(EventTiming, OfAChordAtOneOffsetIsSpreadOverSamples) {
     for (const std::int32_t note : {60, 64, 67}) {
-        engine.processMidi(0x90, note, 127, 0);
+        engine_.processMidi(0x90, note, 127, 0);
     }
     render(1);
-    EXPECT_EQ(test::slotsAt(engine, ZelvatoneEngine::kFreeSlot), 30); // two of three
+    EXPECT_EQ(test::slotsAt(engine_, ZelvatoneEngine::kFreeSlot), 30); // two of three
     render(1);
-    EXPECT_EQ(test::slotsAt(engine, ZelvatoneEngine::kFreeSlot), 29);
+    EXPECT_EQ(test::slotsAt(engine_, ZelvatoneEngine::kFreeSlot), 29);
 }
 
 TEST_F(EventTiming, OfTheLastEventInACrowdIsALateSample) {
@@ -100,10 +100,10 @@ TEST_F(EventTiming, OfTheLastEventInACrowdIsALateSample) {
 
 TEST_F(EventTiming, OfTheEventThatFillsTheRingIsAsUsual) {
     for (std::int32_t i = 0; i < 255; ++i) {
-        engine.queueNoteOff(1, 1000);
+        engine_.queueNoteOff(1, 1000);
     }
-    engine.processMidi(0x90, 60, 127, 0);
-    EXPECT_EQ(engine.events.free(), 0);
+    engine_.processMidi(0x90, 60, 127, 0);
+    EXPECT_EQ(engine_.events.free(), 0);
     EXPECT_EQ(firstSound(render(4)), 0);
 }
 

@@ -26,8 +26,8 @@ class Mix : public EngineTest {
 protected:
     // Sustain at full level after 882 samples, so that a note's weight is its velocity / 127.
     void SetUp() override {
-        test::useSingleMode(engine);
-        test::useEnvelope(engine, 0.01F, 0.01F, 1.0F, 0.01F);
+        test::useSingleMode(engine_);
+        test::useEnvelope(engine_, 0.01F, 0.01F, 1.0F, 0.01F);
     }
 
     // All on the same key from the same sample on: every voice gives the same sample.
@@ -52,9 +52,9 @@ protected:
 };
 
 TEST_F(Mix, OfOneNoteIsAThirdOfItsSampleTenDecibelsUp) {
-    engine.noteOn(69, 127);
+    engine_.noteOn(69, 127);
     render(1000);
-    ModeVoice twin = *engine.voices[31];
+    ModeVoice twin = *engine_.voices[31];
     for (const float y : render(100)) {
         ASSERT_NEAR(y, wide(twin.tick()) * 1.0 / 3.0 * 3.1622, 1e-6);
     }
@@ -80,11 +80,11 @@ TEST_F(Mix, KeepsTheLevelOfThreeNotesBeyondThem) {
 TEST_F(Mix, SharesTheLevelByWeightAmongManyNotes) {
     // Three held keys against one more, an octave higher: 1 / weight each.
     for (const std::int32_t note : {60, 60, 60, 72}) {
-        engine.noteOn(note, 127);
+        engine_.noteOn(note, 127);
     }
     render(1000);
-    ModeVoice low = *engine.voices[31];
-    ModeVoice high = *engine.voices[28];
+    ModeVoice low = *engine_.voices[31];
+    ModeVoice high = *engine_.voices[28];
     for (const float y : render(100)) {
         ASSERT_NEAR(y, (3.0 * wide(low.tick()) + wide(high.tick())) / 4.0 * 3.1622, 2e-6);
     }
@@ -92,15 +92,15 @@ TEST_F(Mix, SharesTheLevelByWeightAmongManyNotes) {
 
 TEST_F(Mix, CountsFadingNotesByTheirEnvelope) {
     for (int i = 0; i < 4; ++i) {
-        engine.noteOn(69, 127);
+        engine_.noteOn(69, 127);
     }
-    engine.noteOn(81, 127);
+    engine_.noteOn(81, 127);
     render(1000);
-    engine.noteOff(81);
+    engine_.noteOff(81);
     // Halfway through the fade of 441 samples: weight 4.5.
     render(219);
-    ModeVoice held = *engine.voices[31];
-    ModeVoice fading = *engine.voices[27];
+    ModeVoice held = *engine_.voices[31];
+    ModeVoice fading = *engine_.voices[27];
     const double e = 1.0 - 220.0 / 441.0;
     const double expected =
         (4.0 * wide(held.tick()) + e * wide(fading.tick())) / (4.0 + e) * 3.1622;
@@ -108,10 +108,10 @@ TEST_F(Mix, CountsFadingNotesByTheirEnvelope) {
 }
 
 TEST_F(Mix, IsZeroAtZeroVelocity) {
-    engine.noteOn(69, 0);
+    engine_.noteOn(69, 0);
     const std::vector<float> block = render(500);
     EXPECT_EQ(std::count(block.begin(), block.end(), 0.0F), 500);
-    EXPECT_EQ(engine.voiceNotes[31], 69);
+    EXPECT_EQ(engine_.voiceNotes[31], 69);
 }
 
 // The mix done once more in double precision with a rounding after each operation, from copies of
@@ -119,22 +119,22 @@ TEST_F(Mix, IsZeroAtZeroVelocity) {
 class MixTwin {
 public:
     explicit MixTwin(const ZelvatoneEngine& engine)
-        : notes(engine.voiceNotes), rate(engine.sampleRate) {
-        for (std::size_t slot = 0; slot < notes.size(); ++slot) {
-            voices.push_back(*engine.voices[slot]);
-            envelopes.push_back(*engine.envelopes[slot]);
+        : notes_(engine.voiceNotes), rate_(engine.sampleRate) {
+        for (std::size_t slot = 0; slot < notes_.size(); ++slot) {
+            voices_.push_back(*engine.voices[slot]);
+            envelopes_.push_back(*engine.envelopes[slot]);
         }
     }
 
     float sample() {
         float sum = 0.0F;
         float weight = 0.0F;
-        for (std::size_t slot = 0; slot < notes.size(); ++slot) {
-            if (notes[slot] == -1 || !envelopes[slot].isActive()) {
+        for (std::size_t slot = 0; slot < notes_.size(); ++slot) {
+            if (notes_[slot] == -1 || !envelopes_[slot].isActive()) {
                 continue;
             }
-            const float e = envelopes[slot].tick(1.0 / wide(rate));
-            const float s = voices[slot].tick();
+            const float e = envelopes_[slot].tick(1.0 / wide(rate_));
+            const float s = voices_[slot].tick();
             sum = once(wide(sum) + wide(once(wide(s) * wide(e))));
             weight = once(wide(weight) + wide(e));
         }
@@ -143,27 +143,27 @@ public:
     }
 
 private:
-    std::vector<std::int32_t> notes;
-    std::vector<ModeVoice> voices;
-    std::vector<ADSR> envelopes;
-    float rate;
+    std::vector<std::int32_t> notes_;
+    std::vector<ModeVoice> voices_;
+    std::vector<ADSR> envelopes_;
+    float rate_;
 };
 
 TEST_F(Mix, RoundsEveryStepInSlotOrderToTheLastBit) {
     set(kModeInit, 7.0F);
     set(kMaxModes, 20.0F);
     set(kSustain, 0.9F);
-    engine.setSampleRate(48000.0F);
+    engine_.setSampleRate(48000.0F);
     const std::vector<std::int32_t> notes = {33, 47, 52, 60, 61, 66, 73, 88};
     for (std::size_t i = 0; i < notes.size(); ++i) {
         render(131); // each note at another phase of its life
-        engine.noteOn(notes[i], 127 - 9 * static_cast<std::int32_t>(i));
+        engine_.noteOn(notes[i], 127 - 9 * static_cast<std::int32_t>(i));
     }
-    engine.noteOff(60);
-    MixTwin twin(engine);
+    engine_.noteOff(60);
+    MixTwin twin(engine_);
     std::vector<float> expected(1000);
     // Read the block's settings into the shared records before the twin's first sample.
-    engine.render(nullptr, nullptr, 0);
+    engine_.render(nullptr, nullptr, 0);
     std::generate(expected.begin(), expected.end(), [&twin] { return twin.sample(); });
     EXPECT_EQ(test::bitsOf(render(1000)), test::bitsOf(expected));
 }

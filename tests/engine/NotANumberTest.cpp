@@ -25,21 +25,21 @@ protected:
         set(kMaxModes, 4.0F);
         set(kModes, 2.0F);
         set(kJitter, 5.0F);
-        engine.setTempo(1e9F);
+        engine_.setTempo(1e9F);
     }
 
     void putNanAt(std::int32_t index) {
-        SynthParameter& parameter = test::knob(engine, static_cast<ParameterIndex>(index));
+        SynthParameter& parameter = test::knob(engine_, static_cast<ParameterIndex>(index));
         parameter.setValue(parameter.toUnits(parameter.min, parameter.max, kNan));
         ASSERT_TRUE(std::isnan(parameter.value));
     }
     void playNotes() {
-        engine.processMidi(0x90, 60, 100, 0);
+        engine_.processMidi(0x90, 60, 100, 0);
         render(3);
-        engine.processMidi(0xE0, 0, 0x60, 0);
-        engine.processMidi(0x90, 127, 127, 0);
+        engine_.processMidi(0xE0, 0, 0x60, 0);
+        engine_.processMidi(0x90, 127, 127, 0);
         render(3);
-        engine.processMidi(0x80, 60, 0, 0);
+        engine_.processMidi(0x80, 60, 0, 0);
         render(3);
     }
 };
@@ -48,7 +48,7 @@ TEST_P(NotANumber, InOneParameterIsStoredAndRendered) {
     playNotes();
     putNanAt(GetParam());
     playNotes(); // into sounding notes, and new ones
-    EXPECT_TRUE(std::isnan(test::knob(engine, static_cast<ParameterIndex>(GetParam())).value));
+    EXPECT_TRUE(std::isnan(test::knob(engine_, static_cast<ParameterIndex>(GetParam())).value));
 }
 
 TEST_P(NotANumber, InOneParameterFromTheFirstSampleOn) {
@@ -59,17 +59,17 @@ TEST_P(NotANumber, InOneParameterFromTheFirstSampleOn) {
 TEST_P(NotANumber, LeavesNoHarmBehindOnceItIsGone) {
     putNanAt(GetParam());
     playNotes();
-    SynthParameter& parameter = test::knob(engine, static_cast<ParameterIndex>(GetParam()));
+    SynthParameter& parameter = test::knob(engine_, static_cast<ParameterIndex>(GetParam()));
     parameter.setValue(parameter.defaultValue);
-    test::useEnvelope(engine, 0.01F, 0.01F, 0.5F, 0.01F);
-    engine.setTempo(120.0F);
-    engine.processMidi(0x90, 69, 127, 0);
+    test::useEnvelope(engine_, 0.01F, 0.01F, 0.5F, 0.01F);
+    engine_.setTempo(120.0F);
+    engine_.processMidi(0x90, 69, 127, 0);
     render(4);
-    const auto newest =
-        static_cast<std::size_t>(std::find(engine.voiceNotes.begin(), engine.voiceNotes.end(), 69) -
-                                 engine.voiceNotes.begin());
-    EXPECT_TRUE(std::isfinite(engine.voices.at(newest)->amp[0]));
-    EXPECT_TRUE(std::isfinite(engine.voices.at(newest)->phase[0]));
+    const auto newest = static_cast<std::size_t>(
+        std::find(engine_.voiceNotes.begin(), engine_.voiceNotes.end(), 69) -
+        engine_.voiceNotes.begin());
+    EXPECT_TRUE(std::isfinite(engine_.voices.at(newest)->amp[0]));
+    EXPECT_TRUE(std::isfinite(engine_.voices.at(newest)->phase[0]));
 }
 
 std::string nameOf(const ::testing::TestParamInfo<std::int32_t>& row) {
@@ -86,7 +86,7 @@ TEST_F(AllNotNumbers, TogetherAreStoredAndRendered) {
         putNanAt(index);
     }
     playNotes();
-    for (const SynthParameter* parameter : engine.currentProgram->parameters) {
+    for (const SynthParameter* parameter : engine_.currentProgram->parameters) {
         EXPECT_TRUE(std::isnan(parameter->value)) << parameter->name;
     }
 }
@@ -100,7 +100,7 @@ TEST_F(AllNotNumbers, TogetherFromTheFirstSampleOn) {
 
 TEST_F(AllNotNumbers, AreTheTempoToo) {
     for (const float tempo : {kNan, 0.0F, -120.0F, std::numeric_limits<float>::infinity()}) {
-        engine.setTempo(tempo);
+        engine_.setTempo(tempo);
         playNotes();
     }
 }

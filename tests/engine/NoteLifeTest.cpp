@@ -26,13 +26,13 @@ protected:
     // Attack, decay and release of 441 samples; a square, so that no sample of a note is zero.
     void SetUp() override {
         set(kWave, 1.0F);
-        test::useEnvelope(engine, 0.01F, 0.01F, 0.5F, 0.01F);
+        test::useEnvelope(engine_, 0.01F, 0.01F, 0.5F, 0.01F);
     }
     // Down and up inside one event pass: of three due events the first two are applied.
     void tapInOnePass(std::int32_t note, std::int32_t velocity) {
-        engine.processMidi(0x90, note, velocity, 0);
-        engine.processMidi(0x80, note, 0, 0);
-        engine.processMidi(0xE0, 0, 0x40, 0);
+        engine_.processMidi(0x90, note, velocity, 0);
+        engine_.processMidi(0x80, note, 0, 0);
+        engine_.processMidi(0xE0, 0, 0x40, 0);
     }
 };
 
@@ -41,27 +41,27 @@ TEST_F(NoteLife, WithoutNotesIsExactSilence) {
 }
 
 TEST_F(NoteLife, WithoutNotesIsSilenceUnderBendsAndNoteOffsToo) {
-    engine.processMidi(0xE0, 0, 0, 10);
-    engine.processMidi(0x80, 60, 0, 20);
-    engine.processMidi(0xB0, 123, 0, 0);
+    engine_.processMidi(0xE0, 0, 0, 10);
+    engine_.processMidi(0x80, 60, 0, 20);
+    engine_.processMidi(0xB0, 123, 0, 0);
     EXPECT_EQ(test::bitsOf(render(1000)), zeroBits(1000));
 }
 
 TEST_F(NoteLife, EndsInExactSilenceWithTheReleaseTime) {
-    engine.processMidi(0x90, 60, 127, 0);
+    engine_.processMidi(0x90, 60, 127, 0);
     render(1000);
-    engine.processMidi(0x80, 60, 0, 0);
+    engine_.processMidi(0x80, 60, 0, 0);
     const std::vector<float> tail = render(1000);
     // The 441st sample reaches the release time and is silent already.
     EXPECT_EQ(std::count(tail.begin(), tail.begin() + 440, 0.0F), 0);
     const std::vector<float> silence(tail.begin() + 440, tail.end());
     EXPECT_EQ(test::bitsOf(silence), zeroBits(560));
-    EXPECT_EQ(engine.voiceNotes[31], kFree);
+    EXPECT_EQ(engine_.voiceNotes[31], kFree);
 }
 
 TEST_F(NoteLife, BeginsOnItsFirstSampleWithTheFirstStepOfTheAttack) {
-    test::useSingleMode(engine);
-    engine.processMidi(0x90, 60, 127, 0);
+    test::useSingleMode(engine_);
+    engine_.processMidi(0x90, 60, 127, 0);
     // Half of -1 from the square, at a 441st of full level, in the usual mix.
     EXPECT_NEAR(render(1).front(), -0.5 / 441.0 / 3.0 * 3.1622, 1e-7);
 }
@@ -69,18 +69,18 @@ TEST_F(NoteLife, BeginsOnItsFirstSampleWithTheFirstStepOfTheAttack) {
 TEST_F(NoteLife, OfATapInOnePassIsSilentOnAFreshSlot) {
     tapInOnePass(60, 127);
     EXPECT_EQ(test::bitsOf(render(441)), zeroBits(441));
-    EXPECT_EQ(engine.voiceNotes[31], kReleased);
+    EXPECT_EQ(engine_.voiceNotes[31], kReleased);
     render(1);
-    EXPECT_EQ(engine.voiceNotes[31], kFree);
+    EXPECT_EQ(engine_.voiceNotes[31], kFree);
 }
 
 TEST_F(NoteLife, OfATapInOnePassIsAFadeOfTheOldLevelOnAUsedSlot) {
-    test::useSingleMode(engine);
-    engine.processMidi(0x90, 40, 127, 0);
+    test::useSingleMode(engine_);
+    engine_.processMidi(0x90, 40, 127, 0);
     render(1000);
-    engine.processMidi(0x80, 40, 0, 0);
+    engine_.processMidi(0x80, 40, 0, 0);
     render(500);
-    ASSERT_EQ(engine.voiceNotes[31], kFree);
+    ASSERT_EQ(engine_.voiceNotes[31], kFree);
     tapInOnePass(69, 100);
     const std::vector<float> fade = render(500);
     // From the old note's sustain of one half, at the new note's pitch and velocity. The square
@@ -95,58 +95,58 @@ TEST_F(NoteLife, OfATapInOnePassIsAFadeOfTheOldLevelOnAUsedSlot) {
 
 TEST_F(NoteLife, OfATapAloneLastsOneSampleOfAttack) {
     // Two due events: one in this pass, the other in the next.
-    engine.processMidi(0x90, 60, 127, 0);
-    engine.processMidi(0x80, 60, 0, 0);
+    engine_.processMidi(0x90, 60, 127, 0);
+    engine_.processMidi(0x80, 60, 0, 0);
     render(1);
-    EXPECT_EQ(engine.voiceNotes[31], 60);
-    EXPECT_NEAR(engine.envelopes[31]->level, 1.0 / 441.0, 1e-9);
+    EXPECT_EQ(engine_.voiceNotes[31], 60);
+    EXPECT_NEAR(engine_.envelopes[31]->level, 1.0 / 441.0, 1e-9);
     render(1);
-    EXPECT_EQ(engine.voiceNotes[31], kReleased);
-    EXPECT_NEAR(engine.envelopes[31]->level, 1.0 / 441.0, 1e-9);
+    EXPECT_EQ(engine_.voiceNotes[31], kReleased);
+    EXPECT_NEAR(engine_.envelopes[31]->level, 1.0 / 441.0, 1e-9);
 }
 
 TEST_F(NoteLife, StartsFromZeroPhaseOnAUsedSlot) {
-    test::useSingleMode(engine);
-    engine.noteOn(50, 127);
+    test::useSingleMode(engine_);
+    engine_.noteOn(50, 127);
     render(777);
-    engine.noteOff(50);
+    engine_.noteOff(50);
     render(500);
-    engine.noteOn(62, 127);
-    EXPECT_EQ(engine.voices[31]->phase[0], 0.0F);
-    EXPECT_EQ(engine.voices[31]->time, 0.0F);
+    engine_.noteOn(62, 127);
+    EXPECT_EQ(engine_.voices[31]->phase[0], 0.0F);
+    EXPECT_EQ(engine_.voices[31]->time, 0.0F);
 }
 
 TEST_F(NoteLife, ChangesItsFadeWithTheReleaseKnob) {
-    engine.noteOn(60, 127);
+    engine_.noteOn(60, 127);
     render(1000);
-    engine.noteOff(60);
+    engine_.noteOff(60);
     render(400);
     set(kRelease, 0.02F);
     render(481); // 881 of 882
-    EXPECT_TRUE(engine.envelopes[31]->isActive());
+    EXPECT_TRUE(engine_.envelopes[31]->isActive());
     render(1);
-    EXPECT_FALSE(engine.envelopes[31]->isActive());
+    EXPECT_FALSE(engine_.envelopes[31]->isActive());
 }
 
 TEST_F(NoteLife, KeepsItsVoiceStillOnceItIsOver) {
-    engine.noteOn(60, 127);
-    engine.noteOff(60);
+    engine_.noteOn(60, 127);
+    engine_.noteOff(60);
     render(441);
-    const float time = engine.voices[31]->time;
+    const float time = engine_.voices[31]->time;
     render(100);
-    EXPECT_EQ(engine.voices[31]->time, time);
+    EXPECT_EQ(engine_.voices[31]->time, time);
 }
 
 TEST_F(NoteLife, BendsByPowersOfTwo) {
-    engine.pitchBend(-1.0F);
-    EXPECT_EQ(engine.settings->bendRatio, 0.5);
-    engine.pitchBend(0.0F);
-    EXPECT_EQ(engine.settings->bendRatio, 1.0);
-    engine.pitchBend(0.5F);
-    EXPECT_EQ(engine.settings->bendRatio, std::sqrt(2.0));
-    engine.processMidi(0xE0, 0x7F, 0x7F, 0);
+    engine_.pitchBend(-1.0F);
+    EXPECT_EQ(engine_.settings->bendRatio, 0.5);
+    engine_.pitchBend(0.0F);
+    EXPECT_EQ(engine_.settings->bendRatio, 1.0);
+    engine_.pitchBend(0.5F);
+    EXPECT_EQ(engine_.settings->bendRatio, std::sqrt(2.0));
+    engine_.processMidi(0xE0, 0x7F, 0x7F, 0);
     render(1);
-    EXPECT_EQ(engine.settings->bendRatio, std::exp2(8191.0 / 8192.0));
+    EXPECT_EQ(engine_.settings->bendRatio, std::exp2(8191.0 / 8192.0));
 }
 
 } // namespace

@@ -21,54 +21,54 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
 class ParameterReading : public ::testing::Test {
 protected:
-    SynthProgram program = makeDefaultProgram();
-    VoiceSettings settings;
+    SynthProgram program_ = makeDefaultProgram();
+    VoiceSettings settings_;
 
-    void SetUp() override { wavetable::build(settings, settings.tableSize); }
+    void SetUp() override { wavetable::build(settings_, settings_.tableSize); }
 
     // Past clamping and flooring: how the reading itself rounds.
     const VoiceSettings& readWith(ParameterIndex index, float value) {
-        program.parameters[static_cast<std::size_t>(index)]->value = value;
-        readVoiceSettings(program.parameters, settings);
-        return settings;
+        program_.parameters[static_cast<std::size_t>(index)]->value = value;
+        readVoiceSettings(program_.parameters, settings_);
+        return settings_;
     }
 };
 
 TEST_F(ParameterReading, OfTheDefaultsFillsEverySetting) {
-    readVoiceSettings(program.parameters, settings);
-    EXPECT_EQ(settings.modeShift, 0);
-    EXPECT_EQ(settings.shiftBeats, 2.0);
-    EXPECT_EQ(settings.minModes, 2);
-    EXPECT_EQ(settings.maxModes, 20);
-    EXPECT_EQ(settings.falloff, -1.0F);
-    EXPECT_EQ(settings.parity, 0.0F);
-    EXPECT_EQ(settings.jitterHz, 0.0F);
-    EXPECT_EQ(settings.dropFactor, 1.0F);
-    EXPECT_EQ(settings.chop, 1.0F);
-    EXPECT_EQ(settings.primeModes, 0);
-    EXPECT_EQ(settings.detune, 0.5F);
-    EXPECT_EQ(settings.primePower, 0.5F);
-    EXPECT_EQ(settings.dropModulus, 1);
-    EXPECT_EQ(settings.waveKind, 0);
-    EXPECT_EQ(settings.crushBits, 0);
-    EXPECT_EQ(settings.blendSeconds, static_cast<double>(0.01F));
-    EXPECT_EQ(settings.exitPeel, 0.0F);
-    EXPECT_EQ(settings.initialModes, 10);
+    readVoiceSettings(program_.parameters, settings_);
+    EXPECT_EQ(settings_.modeShift, 0);
+    EXPECT_EQ(settings_.shiftBeats, 2.0);
+    EXPECT_EQ(settings_.minModes, 2);
+    EXPECT_EQ(settings_.maxModes, 20);
+    EXPECT_EQ(settings_.falloff, -1.0F);
+    EXPECT_EQ(settings_.parity, 0.0F);
+    EXPECT_EQ(settings_.jitterHz, 0.0F);
+    EXPECT_EQ(settings_.dropFactor, 1.0F);
+    EXPECT_EQ(settings_.chop, 1.0F);
+    EXPECT_EQ(settings_.primeModes, 0);
+    EXPECT_EQ(settings_.detune, 0.5F);
+    EXPECT_EQ(settings_.primePower, 0.5F);
+    EXPECT_EQ(settings_.dropModulus, 1);
+    EXPECT_EQ(settings_.waveKind, 0);
+    EXPECT_EQ(settings_.crushBits, 0);
+    EXPECT_EQ(settings_.blendSeconds, static_cast<double>(0.01F));
+    EXPECT_EQ(settings_.exitPeel, 0.0F);
+    EXPECT_EQ(settings_.initialModes, 10);
 }
 
 TEST_F(ParameterReading, LeavesAloneWhatNoKnobDecides) {
-    settings.tempo = 99.0;
-    settings.bendRatio = 1.5;
-    settings.secondsPerSample = 0.25;
-    settings.modeKind = 1;
-    settings.clusterOffsetHz = 3.0F;
-    readVoiceSettings(program.parameters, settings);
-    EXPECT_EQ(settings.tempo, 99.0);
-    EXPECT_EQ(settings.bendRatio, 1.5);
-    EXPECT_EQ(settings.secondsPerSample, 0.25);
-    EXPECT_EQ(settings.modeKind, 1);
-    EXPECT_EQ(settings.clusterOffsetHz, 3.0F);
-    EXPECT_EQ(settings.tableSize, 1024);
+    settings_.tempo = 99.0;
+    settings_.bendRatio = 1.5;
+    settings_.secondsPerSample = 0.25;
+    settings_.modeKind = 1;
+    settings_.clusterOffsetHz = 3.0F;
+    readVoiceSettings(program_.parameters, settings_);
+    EXPECT_EQ(settings_.tempo, 99.0);
+    EXPECT_EQ(settings_.bendRatio, 1.5);
+    EXPECT_EQ(settings_.secondsPerSample, 0.25);
+    EXPECT_EQ(settings_.modeKind, 1);
+    EXPECT_EQ(settings_.clusterOffsetHz, 3.0F);
+    EXPECT_EQ(settings_.tableSize, 1024);
 }
 
 TEST_F(ParameterReading, TakesContinuousKnobsAsTheyStand) {
@@ -83,12 +83,12 @@ TEST_F(ParameterReading, TakesContinuousKnobsAsTheyStand) {
 }
 
 TEST_F(ParameterReading, WidensEnvelopeTimes) {
-    program.parameters[kAttack]->setValue(0.3F);
-    program.parameters[kDecay]->setValue(1.1F);
-    program.parameters[kSustain]->setValue(0.6F);
-    program.parameters[kRelease]->setValue(1.9F);
+    program_.parameters[kAttack]->setValue(0.3F);
+    program_.parameters[kDecay]->setValue(1.1F);
+    program_.parameters[kSustain]->setValue(0.6F);
+    program_.parameters[kRelease]->setValue(1.9F);
     EnvelopeSettings envelope;
-    readEnvelopeSettings(program.parameters, envelope);
+    readEnvelopeSettings(program_.parameters, envelope);
     EXPECT_EQ(envelope.attack, static_cast<double>(0.3F));
     EXPECT_EQ(envelope.decay, static_cast<double>(1.1F));
     EXPECT_EQ(envelope.sustain, static_cast<double>(0.6F));
@@ -141,45 +141,45 @@ TEST_F(ParameterReading, RoundsEachStepOfTheDropToSinglePrecision) {
 }
 
 TEST_F(ParameterReading, RebuildsTheTableOnlyWhenWaveOrCrushChanges) {
-    readVoiceSettings(program.parameters, settings);
-    settings.table[5] = 42.0F;
+    readVoiceSettings(program_.parameters, settings_);
+    settings_.table[5] = 42.0F;
     readWith(kChop, 0.5F);
     readWith(kWave, 0.4F); // still 0
-    EXPECT_EQ(settings.table[5], 42.0F);
+    EXPECT_EQ(settings_.table[5], 42.0F);
     readWith(kWave, 0.5F);
-    EXPECT_EQ(settings.table[5], -1.0F);
-    settings.table[5] = 42.0F;
+    EXPECT_EQ(settings_.table[5], -1.0F);
+    settings_.table[5] = 42.0F;
     readWith(kWave, 1.4F);
-    EXPECT_EQ(settings.table[5], 42.0F);
+    EXPECT_EQ(settings_.table[5], 42.0F);
     readWith(kCrush, 1.0F);
-    EXPECT_EQ(settings.table[5], -1.0F);
+    EXPECT_EQ(settings_.table[5], -1.0F);
 }
 
 TEST_F(ParameterReading, RebuildsTheSameTableInTheSamePlace) {
-    const float* table = settings.table.get();
+    const float* table = settings_.table.get();
     const std::vector<float> sine(table, table + 1024);
     readWith(kWave, 4.0F);
     EXPECT_NE(std::vector<float>(table, table + 1024), sine);
     readWith(kWave, 0.0F);
-    EXPECT_EQ(settings.table.get(), table);
+    EXPECT_EQ(settings_.table.get(), table);
     EXPECT_EQ(std::vector<float>(table, table + 1024), sine);
 }
 
 TEST_F(ParameterReading, NeverCrushesACrushedTable) {
     readWith(kCrush, 1.0F);
     readWith(kCrush, 0.0F);
-    EXPECT_EQ(settings.table[256], 1.0F);
-    EXPECT_NEAR(settings.table[128], std::sqrt(0.5), 1e-7);
-    program.parameters[kWave]->value = 2.0F;
+    EXPECT_EQ(settings_.table[256], 1.0F);
+    EXPECT_NEAR(settings_.table[128], std::sqrt(0.5), 1e-7);
+    program_.parameters[kWave]->value = 2.0F;
     readWith(kCrush, 1.0F);
-    EXPECT_EQ(settings.table[511], -1.0F); // the saw, in two levels
-    EXPECT_EQ(settings.table[512], 1.0F);
+    EXPECT_EQ(settings_.table[511], -1.0F); // the saw, in two levels
+    EXPECT_EQ(settings_.table[512], 1.0F);
 }
 
 TEST_F(ParameterReading, HandsReservedOnRounded) {
     const auto shaperSetAt = [this](float value) {
-        program.parameters[kReserved]->value = value;
-        return readShaperSet(program.parameters);
+        program_.parameters[kReserved]->value = value;
+        return readShaperSet(program_.parameters);
     };
     EXPECT_EQ(shaperSetAt(0.0F), 0);
     EXPECT_EQ(shaperSetAt(0.5F), 1);

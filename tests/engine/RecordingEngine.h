@@ -34,7 +34,7 @@ public:
     void render(float** /*inputs*/, float** /*outputs*/, std::int32_t sampleFrames) override {
         for (std::int32_t n = 0; n < sampleFrames; ++n) {
             runEventPass();
-            ++sample;
+            ++sample_;
         }
     }
     void noteOn(std::int32_t note, std::int32_t velocity) override {
@@ -64,9 +64,9 @@ public:
     std::vector<float> bends;
 
 private:
-    void write(const std::string& what) { log.push_back({sample, what}); }
+    void write(const std::string& what) { log.push_back({sample_, what}); }
 
-    std::int32_t sample = 0;
+    std::int32_t sample_ = 0;
 };
 
 } // namespace zelvatone::test

@@ -47,13 +47,13 @@ std::int32_t risingCrossings(const std::vector<float>& samples, std::size_t coun
 class SingleModeTone : public EngineTest {
 protected:
     void SetUp() override {
-        test::useSingleMode(engine);
-        test::useEnvelope(engine, 0.01F, 0.01F, 0.7F, 0.01F);
+        test::useSingleMode(engine_);
+        test::useEnvelope(engine_, 0.01F, 0.01F, 0.7F, 0.01F);
     }
 
     double pitchOf(std::int32_t note, double nominal, float rate) {
-        engine.setSampleRate(rate);
-        engine.noteOn(note, 127);
+        engine_.setSampleRate(rate);
+        engine_.noteOn(note, 127);
         render(2000); // past attack and decay
         const std::vector<float> samples = render(static_cast<std::int32_t>(2.0F * rate));
         EXPECT_NEAR(risingCrossings(samples, static_cast<std::size_t>(rate)), nominal, 1.0);
@@ -62,7 +62,7 @@ protected:
 };
 
 TEST_F(SingleModeTone, ReadsTheTableEntryBelowThePhaseAtSustain) {
-    engine.noteOn(69, 127);
+    engine_.noteOn(69, 127);
     render(1000);
     const std::vector<float> samples = render(1500);
     int checked = 0;
@@ -85,9 +85,9 @@ TEST_F(SingleModeTone, ReadsTheTableEntryBelowThePhaseAtSustain) {
 }
 
 TEST_F(SingleModeTone, FollowsSineAndEnvelopeFromKeyDownToSilence) {
-    engine.processMidi(0x90, 69, 127, 0);
+    engine_.processMidi(0x90, 69, 127, 0);
     std::vector<float> samples = render(2000);
-    engine.processMidi(0x80, 69, 0, 0);
+    engine_.processMidi(0x80, 69, 0, 0);
     const std::vector<float> tail = render(500);
     samples.insert(samples.end(), tail.begin(), tail.end());
     // One table entry, the drift, and single-precision rounding of the rest.
@@ -120,12 +120,12 @@ TEST_F(SingleModeTone, OfMiddleCIsNineSemitonesBelowA4) {
 }
 
 TEST_F(SingleModeTone, BentDownToTheBottomIsAnOctaveLower) {
-    engine.processMidi(0xE0, 0, 0, 0);
+    engine_.processMidi(0xE0, 0, 0, 0);
     EXPECT_NEAR(pitchOf(69, 220.0, 44100.0F), 220.0, 0.1);
 }
 
 TEST_F(SingleModeTone, BentHalfwayUpIsATritoneHigher) {
-    engine.processMidi(0xE0, 0, 0x60, 0);
+    engine_.processMidi(0xE0, 0, 0x60, 0);
     EXPECT_NEAR(pitchOf(69, 440.0 * std::numbers::sqrt2, 44100.0F), 622.2540, 0.1);
 }
 

@@ -20,144 +20,144 @@ class VoiceSlots : public EngineTest {
 protected:
     // A release of 8 samples at this rate.
     void SetUp() override {
-        engine.setSampleRate(16.0F);
+        engine_.setSampleRate(16.0F);
         set(kRelease, 0.5F);
     }
     void fillAllSlots() {
         for (std::int32_t i = 0; i < 32; ++i) {
-            engine.noteOn(40 + i, 127);
+            engine_.noteOn(40 + i, 127);
         }
     }
-    std::int32_t state(std::size_t slot) const { return engine.voiceNotes.at(slot); }
+    std::int32_t state(std::size_t slot) const { return engine_.voiceNotes.at(slot); }
 };
 
 TEST_F(VoiceSlots, AreTakenFromTheHighestIndexDown) {
-    engine.noteOn(60, 100);
-    engine.noteOn(64, 100);
-    engine.noteOn(67, 100);
+    engine_.noteOn(60, 100);
+    engine_.noteOn(64, 100);
+    engine_.noteOn(67, 100);
     EXPECT_EQ(state(31), 60);
     EXPECT_EQ(state(30), 64);
     EXPECT_EQ(state(29), 67);
-    EXPECT_EQ(slotsAt(engine, kFree), 29);
+    EXPECT_EQ(slotsAt(engine_, kFree), 29);
 }
 
 TEST_F(VoiceSlots, NumberThirtyTwoAndTheThirtyThirdNoteIsDropped) {
     fillAllSlots();
-    const std::vector<std::int32_t> before = engine.voiceNotes;
+    const std::vector<std::int32_t> before = engine_.voiceNotes;
     EXPECT_EQ(state(0), 71);
     render(3);
-    engine.noteOn(100, 127);
-    EXPECT_EQ(engine.voiceNotes, before);
-    for (const auto& envelope : engine.envelopes) {
+    engine_.noteOn(100, 127);
+    EXPECT_EQ(engine_.voiceNotes, before);
+    for (const auto& envelope : engine_.envelopes) {
         EXPECT_EQ(envelope->time, 3.0 / 16.0);
     }
 }
 
 TEST_F(VoiceSlots, StayTakenWhileTheirNoteFades) {
     fillAllSlots();
-    engine.noteOff(50);
-    EXPECT_EQ(slotsAt(engine, kReleased), 1);
-    engine.noteOn(100, 127);
-    EXPECT_EQ(slotsAt(engine, 100), 0);
+    engine_.noteOff(50);
+    EXPECT_EQ(slotsAt(engine_, kReleased), 1);
+    engine_.noteOn(100, 127);
+    EXPECT_EQ(slotsAt(engine_, 100), 0);
     render(8); // the eighth sample ends the fade
-    engine.noteOn(100, 127);
-    EXPECT_EQ(slotsAt(engine, 100), 0);
+    engine_.noteOn(100, 127);
+    EXPECT_EQ(slotsAt(engine_, 100), 0);
     render(1); // and the next one finds the slot idle
-    engine.noteOn(100, 127);
+    engine_.noteOn(100, 127);
     EXPECT_EQ(state(21), 100);
 }
 
 TEST_F(VoiceSlots, FreedTwiceAreTakenFromTheHighestAgain) {
     fillAllSlots();
-    engine.noteOff(41); // slot 30
-    engine.noteOff(61); // slot 10
+    engine_.noteOff(41); // slot 30
+    engine_.noteOff(61); // slot 10
     render(9);
-    engine.noteOn(100, 127);
+    engine_.noteOn(100, 127);
     EXPECT_EQ(state(30), 100);
     EXPECT_EQ(state(10), kFree);
 }
 
 TEST_F(VoiceSlots, BecomeFreeOneSampleAfterTheFadesLast) {
-    engine.noteOn(60, 127);
-    engine.noteOff(60);
+    engine_.noteOn(60, 127);
+    engine_.noteOff(60);
     render(7);
-    EXPECT_TRUE(engine.envelopes[31]->isActive());
+    EXPECT_TRUE(engine_.envelopes[31]->isActive());
     render(1);
-    EXPECT_FALSE(engine.envelopes[31]->isActive());
+    EXPECT_FALSE(engine_.envelopes[31]->isActive());
     EXPECT_EQ(state(31), kReleased);
     render(1);
     EXPECT_EQ(state(31), kFree);
 }
 
 TEST_F(VoiceSlots, NeverFreeThemselvesWhileTheKeyIsDown) {
-    test::useEnvelope(engine, 0.01F, 0.01F, 0.0F, 0.01F);
-    engine.noteOn(60, 127);
+    test::useEnvelope(engine_, 0.01F, 0.01F, 0.0F, 0.01F);
+    engine_.noteOn(60, 127);
     render(2000);
     EXPECT_EQ(state(31), 60);
-    EXPECT_TRUE(engine.envelopes[31]->isActive());
+    EXPECT_TRUE(engine_.envelopes[31]->isActive());
 }
 
 TEST_F(VoiceSlots, OfTheSameNoteAreAllReleasedTogether) {
     for (const std::int32_t note : {60, 64, 60, 60}) {
-        engine.noteOn(note, 100);
+        engine_.noteOn(note, 100);
     }
-    EXPECT_EQ(slotsAt(engine, 60), 3);
-    engine.noteOff(60);
-    EXPECT_EQ(slotsAt(engine, kReleased), 3);
+    EXPECT_EQ(slotsAt(engine_, 60), 3);
+    engine_.noteOff(60);
+    EXPECT_EQ(slotsAt(engine_, kReleased), 3);
     EXPECT_EQ(state(30), 64);
-    EXPECT_EQ(engine.envelopes[31]->state, ADSR::kReleased);
-    EXPECT_EQ(engine.envelopes[30]->state, ADSR::kHeld);
-    EXPECT_EQ(engine.envelopes[29]->state, ADSR::kReleased);
-    EXPECT_EQ(engine.envelopes[28]->state, ADSR::kReleased);
+    EXPECT_EQ(engine_.envelopes[31]->state, ADSR::kReleased);
+    EXPECT_EQ(engine_.envelopes[30]->state, ADSR::kHeld);
+    EXPECT_EQ(engine_.envelopes[29]->state, ADSR::kReleased);
+    EXPECT_EQ(engine_.envelopes[28]->state, ADSR::kReleased);
 }
 
 TEST_F(VoiceSlots, AreLeftAloneByNotesThatNobodyHolds) {
-    engine.noteOn(60, 100);
-    const std::vector<std::int32_t> before = engine.voiceNotes;
-    engine.noteOff(61);
-    EXPECT_EQ(engine.voiceNotes, before);
+    engine_.noteOn(60, 100);
+    const std::vector<std::int32_t> before = engine_.voiceNotes;
+    engine_.noteOff(61);
+    EXPECT_EQ(engine_.voiceNotes, before);
 }
 
 TEST_F(VoiceSlots, FadeOnAtASecondNoteOff) {
-    engine.noteOn(60, 127);
-    engine.noteOff(60);
+    engine_.noteOn(60, 127);
+    engine_.noteOff(60);
     render(4);
-    engine.noteOff(60);
-    EXPECT_EQ(engine.envelopes[31]->time, 0.25);
+    engine_.noteOff(60);
+    EXPECT_EQ(engine_.envelopes[31]->time, 0.25);
 }
 
 TEST_F(VoiceSlots, StartTheirVoiceAndEnvelope) {
-    engine.noteOn(69, 64);
-    EXPECT_EQ(engine.voices[31]->baseFreq, 440.0F);
-    EXPECT_EQ(engine.voices[31]->activeCount, 10);
-    EXPECT_EQ(engine.envelopes[31]->state, ADSR::kHeld);
+    engine_.noteOn(69, 64);
+    EXPECT_EQ(engine_.voices[31]->baseFreq, 440.0F);
+    EXPECT_EQ(engine_.voices[31]->activeCount, 10);
+    EXPECT_EQ(engine_.envelopes[31]->state, ADSR::kHeld);
     // 64 / 127, rounded to single precision on the way.
-    EXPECT_EQ(engine.envelopes[31]->velocity, static_cast<double>(0.50393701F));
-    EXPECT_NEAR(engine.envelopes[31]->velocity, 0.503937, 5e-7);
-    engine.noteOn(69, 127);
-    EXPECT_EQ(engine.envelopes[30]->velocity, 1.0);
+    EXPECT_EQ(engine_.envelopes[31]->velocity, static_cast<double>(0.50393701F));
+    EXPECT_NEAR(engine_.envelopes[31]->velocity, 0.503937, 5e-7);
+    engine_.noteOn(69, 127);
+    EXPECT_EQ(engine_.envelopes[30]->velocity, 1.0);
 }
 
 TEST_F(VoiceSlots, HoldTheWholeNumberButSoundItsLastSevenBits) {
-    engine.noteOn(69 + 128, 100);
+    engine_.noteOn(69 + 128, 100);
     EXPECT_EQ(state(31), 197);
-    EXPECT_EQ(engine.voices[31]->baseFreq, 440.0F);
-    engine.noteOff(69);
+    EXPECT_EQ(engine_.voices[31]->baseFreq, 440.0F);
+    engine_.noteOff(69);
     EXPECT_EQ(state(31), 197);
-    engine.noteOff(197);
+    engine_.noteOff(197);
     EXPECT_EQ(state(31), kReleased);
 }
 
 TEST_F(VoiceSlots, EmptyHalfByHalfAtAllNotesOff) {
     // 64 events in the first sample, then 32, 16, ...: notes 0 to 63, 64 to 95, 96 to 111, ...
     for (const std::int32_t note : {0, 63, 64, 95, 96, 111, 112, 126, 127}) {
-        engine.noteOn(note, 100);
+        engine_.noteOn(note, 100);
     }
-    engine.processMidi(0xB0, 123, 0, 7);
+    engine_.processMidi(0xB0, 123, 0, 7);
     std::vector<std::int32_t> released;
     for (int sample = 0; sample < 8; ++sample) {
         render(1);
-        released.push_back(slotsAt(engine, kReleased));
+        released.push_back(slotsAt(engine_, kReleased));
     }
     EXPECT_THAT(released, ::testing::ElementsAre(2, 4, 6, 7, 7, 7, 8, 9));
 }

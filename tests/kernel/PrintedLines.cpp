@@ -2,16 +2,16 @@
 
 #include <unistd.h>
 
-PrintedLines::PrintedLines() : file(std::tmpfile()), realOutput(dup(STDOUT_FILENO)) {
+PrintedLines::PrintedLines() : file_(std::tmpfile()), realOutput_(dup(STDOUT_FILENO)) {
     std::fflush(stdout);
-    dup2(fileno(file), STDOUT_FILENO);
+    dup2(fileno(file_), STDOUT_FILENO);
 }
 
 PrintedLines::~PrintedLines() {
     std::fflush(stdout);
-    dup2(realOutput, STDOUT_FILENO);
-    close(realOutput);
-    std::fclose(file);
+    dup2(realOutput_, STDOUT_FILENO);
+    close(realOutput_);
+    std::fclose(file_);
 }
 
 std::string PrintedLines::take() {

@@ -16,6 +16,6 @@ public:
     std::string take();
 
 private:
-    std::FILE* file;
-    int realOutput;
+    std::FILE* file_;
+    int realOutput_;
 };

@@ -37,48 +37,48 @@ std::vector<Renderer> renderersUnderTest() {
 }
 
 Scenario::Scenario(std::uint64_t seed)
-    : random(seed),
-      temper{.longestBlock = random.oneOf({1, 16, 64, 256, 1024, 4096}),
-             .crowd = random.oneOf({1, 1, 3, 8, 32}),
-             .knobs = random.oneOf({1, 3, 10, 100}),
-             .breakage = random.oneOf({0, 0, 0, 0, 30, 5}),
-             .manyModes = random.oneIn(2)} {
-    engines.push_back(std::make_unique<Engine>(Renderer::kReference));
-    names.emplace_back("reference");
+    : random_(seed),
+      temper_{.longestBlock = random_.oneOf({1, 16, 64, 256, 1024, 4096}),
+              .crowd = random_.oneOf({1, 1, 3, 8, 32}),
+              .knobs = random_.oneOf({1, 3, 10, 100}),
+              .breakage = random_.oneOf({0, 0, 0, 0, 30, 5}),
+              .manyModes = random_.oneIn(2)} {
+    engines_.push_back(std::make_unique<Engine>(Renderer::kReference));
+    names_.emplace_back("reference");
     for (const Renderer renderer : renderersUnderTest()) {
-        engines.push_back(std::make_unique<Engine>(renderer));
-        names.emplace_back(nameOf(renderer));
+        engines_.push_back(std::make_unique<Engine>(renderer));
+        names_.emplace_back(nameOf(renderer));
     }
     prepare();
 }
 
 template<class Action>
 void Scenario::forAll(Action action) {
-    for (const auto& engine : engines) {
+    for (const auto& engine : engines_) {
         action(*engine);
     }
 }
 
 void Scenario::prepare() {
-    const float rate = random.oneOf({22050.0F, 44100.0F, 48000.0F, 88200.0F, 96000.0F, 192000.0F});
+    const float rate = random_.oneOf({22050.0F, 44100.0F, 48000.0F, 88200.0F, 96000.0F, 192000.0F});
     const std::int32_t program =
-        random.below(static_cast<std::int32_t>(engines[0]->programs.size()));
+        random_.below(static_cast<std::int32_t>(engines_[0]->programs.size()));
     forAll([&](Engine& engine) {
         engine.setSampleRate(rate);
         engine.setProgram(program);
     });
-    if (temper.manyModes) {
-        setKnob(kModeInit, random.fraction());
-        setKnob(kMaxModes, random.fraction());
+    if (temper_.manyModes) {
+        setKnob(kModeInit, random_.fraction());
+        setKnob(kMaxModes, random_.fraction());
     }
 }
 
 std::string Scenario::play(std::int64_t modeSamples) {
     std::string difference;
     std::int64_t spent = 0;
-    while (spent < modeSamples && printedBytes < kMostPrinted && difference.empty()) {
+    while (spent < modeSamples && printedBytes_ < kMostPrinted && difference.empty()) {
         act();
-        const std::int32_t samples = random.between(1, temper.longestBlock);
+        const std::int32_t samples = random_.between(1, temper_.longestBlock);
         difference = renderBlock(samples);
         // Even silence takes its time.
         spent += samples * (activeModes() + 20);
@@ -89,8 +89,8 @@ std::string Scenario::play(std::int64_t modeSamples) {
 std::int64_t Scenario::activeModes() const {
     std::int64_t count = 0;
     for (std::int32_t slot = 0; slot < Engine::kVoiceCount; ++slot) {
-        if (engines[0]->voiceNotes[slot] != Engine::kFreeSlot) {
-            count += 1 + engines[0]->voices[slot]->activeCount;
+        if (engines_[0]->voiceNotes[slot] != Engine::kFreeSlot) {
+            count += 1 + engines_[0]->voices[slot]->activeCount;
         }
     }
     return count;
@@ -99,41 +99,41 @@ std::int64_t Scenario::activeModes() const {
 // What happens before a block.
 void Scenario::act() {
     playNotes();
-    if (random.oneIn(temper.knobs)) {
-        for (std::int32_t i = random.between(1, 4); i > 0; --i) {
+    if (random_.oneIn(temper_.knobs)) {
+        for (std::int32_t i = random_.between(1, 4); i > 0; --i) {
             turnKnob();
         }
     }
-    if (random.oneIn(40)) {
-        const std::int32_t program = random.between(-1, 41);
+    if (random_.oneIn(40)) {
+        const std::int32_t program = random_.between(-1, 41);
         forAll([=](Engine& engine) { engine.setProgram(program); });
     }
-    if (random.oneIn(20)) {
-        const float tempo = random.oneOf({30.0F, 120.0F, 133.7F, 300.0F, 999.0F, 20000.0F});
+    if (random_.oneIn(20)) {
+        const float tempo = random_.oneOf({30.0F, 120.0F, 133.7F, 300.0F, 999.0F, 20000.0F});
         forAll([=](Engine& engine) { engine.setTempo(tempo); });
     }
-    if (temper.breakage > 0 && random.oneIn(temper.breakage)) {
+    if (temper_.breakage > 0 && random_.oneIn(temper_.breakage)) {
         breakSomething();
     }
 }
 
 void Scenario::playNotes() {
-    if (random.oneIn(3)) {
-        for (std::int32_t i = random.between(1, temper.crowd); i > 0; --i) {
-            sendMidi(kNoteOn, random.below(128), random.below(128));
+    if (random_.oneIn(3)) {
+        for (std::int32_t i = random_.between(1, temper_.crowd); i > 0; --i) {
+            sendMidi(kNoteOn, random_.below(128), random_.below(128));
         }
     }
-    if (random.oneIn(6)) {
-        sendMidi(kNoteOff, random.below(128), 0);
-        const auto& notes = engines[0]->voiceNotes; // one that sounds
-        sendMidi(kNoteOff, std::max(notes[random.below(Engine::kVoiceCount)], 0), 0);
+    if (random_.oneIn(6)) {
+        sendMidi(kNoteOff, random_.below(128), 0);
+        const auto& notes = engines_[0]->voiceNotes; // one that sounds
+        sendMidi(kNoteOff, std::max(notes[random_.below(Engine::kVoiceCount)], 0), 0);
     }
-    if (random.oneIn(5)) {
-        for (std::int32_t i = random.between(1, 8); i > 0; --i) {
-            sendMidi(kBend, random.below(128), random.below(128));
+    if (random_.oneIn(5)) {
+        for (std::int32_t i = random_.between(1, 8); i > 0; --i) {
+            sendMidi(kBend, random_.below(128), random_.below(128));
         }
     }
-    if (random.oneIn(60)) {
+    if (random_.oneIn(60)) {
         sendMidi(kController, 123, 0);
     }
 }
@@ -141,7 +141,7 @@ void Scenario::playNotes() {
 // A message that the event ring has no room for is not sent: its events would be lost, and a ring
 // full of events far ahead would leave nothing to hear.
 void Scenario::sendMidi(std::int32_t status, std::int32_t data1, std::int32_t data2) {
-    const std::int32_t room = engines[0]->events.free();
+    const std::int32_t room = engines_[0]->events.free();
     if (room < (status == kController ? 128 : 1)) {
         return;
     }
@@ -150,24 +150,24 @@ void Scenario::sendMidi(std::int32_t status, std::int32_t data1, std::int32_t da
 }
 
 std::int32_t Scenario::someOffset() {
-    switch (random.below(12)) {
+    switch (random_.below(12)) {
     case 0:
-        return random.between(-3, 1);
+        return random_.between(-3, 1);
     case 1:
-        return random.oneOf({INT32_MIN, INT32_MIN + 1, -100000, INT32_MAX, 2000000000});
+        return random_.oneOf({INT32_MIN, INT32_MIN + 1, -100000, INT32_MAX, 2000000000});
     case 2:
-        return random.below(20000);
+        return random_.below(20000);
     case 3:
     case 4:
         return 0;
     default:
-        return random.below(temper.longestBlock);
+        return random_.below(temper_.longestBlock);
     }
 }
 
 void Scenario::turnKnob() {
     // Full turns are common in music and leave the most extreme values behind.
-    setKnob(random.below(kParameterCount), random.oneOf({0.0F, 1.0F, 0.5F, random.fraction()}));
+    setKnob(random_.below(kParameterCount), random_.oneOf({0.0F, 1.0F, 0.5F, random_.fraction()}));
 }
 
 void Scenario::setKnob(std::int32_t index, float normalised) {
@@ -178,19 +178,19 @@ void Scenario::setKnob(std::int32_t index, float normalised) {
 }
 
 void Scenario::breakSomething() {
-    switch (random.below(5)) {
+    switch (random_.below(5)) {
     case 0: {
-        const std::int32_t index = random.below(kParameterCount);
+        const std::int32_t index = random_.below(kParameterCount);
         forAll([=](Engine& engine) { engine.currentProgram->parameters[index]->setValue(kNan); });
         break;
     }
     case 1: {
-        const float tempo = random.oneOf({0.0F, -120.0F, kNan, kInfinity, 1e9F, 1e-9F});
+        const float tempo = random_.oneOf({0.0F, -120.0F, kNan, kInfinity, 1e9F, 1e-9F});
         forAll([=](Engine& engine) { engine.setTempo(tempo); });
         break;
     }
     case 2: {
-        const float rate = random.oneOf({8000.0F, 11025.0F, 44100.0F, 48000.0F, 1.0F});
+        const float rate = random_.oneOf({8000.0F, 11025.0F, 44100.0F, 48000.0F, 1.0F});
         forAll([=](Engine& engine) { engine.setSampleRate(rate); });
         break;
     }
@@ -202,12 +202,12 @@ void Scenario::breakSomething() {
 
 // Puts an extreme value into a mode of some voice.
 void Scenario::breakMode() {
-    const std::int32_t slot = Engine::kVoiceCount - 1 - random.below(4);
-    const std::int32_t mode = random.below(random.oneOf({1, 10, 100}));
-    const std::int32_t array = random.below(7);
+    const std::int32_t slot = Engine::kVoiceCount - 1 - random_.below(4);
+    const std::int32_t mode = random_.below(random_.oneOf({1, 10, 100}));
+    const std::int32_t array = random_.below(7);
     const float value =
-        random.oneOf({kNan, kInfinity, -kInfinity, 1e30F, -1e12F, 1e7F, -3e5F, -440.0F, 3.0e-39F,
-                      0.0F, -0.0F, 6.2831855F, -6.2831855F, 12.566371F, random.fraction()});
+        random_.oneOf({kNan, kInfinity, -kInfinity, 1e30F, -1e12F, 1e7F, -3e5F, -440.0F, 3.0e-39F,
+                       0.0F, -0.0F, 6.2831855F, -6.2831855F, 12.566371F, random_.fraction()});
     forAll([=](Engine& engine) {
         ModeVoice& voice = *engine.voices[slot];
         const std::array arrays = {&voice.amp,       &voice.freq,     &voice.phase,
@@ -229,28 +229,28 @@ Scenario::Block Scenario::render(Engine& engine, std::int32_t samples) {
     block.right.resize(static_cast<std::size_t>(samples));
     std::array<float*, 2> outputs = {block.left.data(), block.right.data()};
     engine.render(nullptr, outputs.data(), samples);
-    block.lines = printed.take();
+    block.lines = printed_.take();
     return block;
 }
 
 std::string Scenario::renderBlock(std::int32_t samples) {
-    const Block expected = render(*engines[0], samples);
-    printedBytes += expected.lines.size();
-    for (std::size_t i = 1; i < engines.size(); ++i) {
-        const Block actual = render(*engines[i], samples);
+    const Block expected = render(*engines_[0], samples);
+    printedBytes_ += expected.lines.size();
+    for (std::size_t i = 1; i < engines_.size(); ++i) {
+        const Block actual = render(*engines_[i], samples);
         std::string difference =
             differenceInSamples(expected.left.data(), actual.left.data(), samples);
         if (difference.empty()) {
             difference = differenceInSamples(actual.left.data(), actual.right.data(), samples);
         }
         if (difference.empty()) {
-            difference = differenceInState(*engines[0], *engines[i]);
+            difference = differenceInState(*engines_[0], *engines_[i]);
         }
         if (difference.empty() && actual.lines != expected.lines) {
             difference = "printed lines";
         }
         if (!difference.empty()) {
-            return names[i] + ": " + difference;
+            return names_[i] + ": " + difference;
         }
     }
     return {};

@@ -55,10 +55,10 @@ private:
     Block render(Engine& engine, std::int32_t samples);
     std::int64_t activeModes() const;
 
-    Random random;
-    Temper temper;
-    std::vector<std::unique_ptr<Engine>> engines; // the reference renderer first
-    std::vector<std::string> names;
-    PrintedLines printed;
-    std::size_t printedBytes = 0;
+    Random random_;
+    Temper temper_;
+    std::vector<std::unique_ptr<Engine>> engines_; // the reference renderer first
+    std::vector<std::string> names_;
+    PrintedLines printed_;
+    std::size_t printedBytes_ = 0;
 };

@@ -110,10 +110,10 @@ protected:
     bool check(const Theme& theme) {
         const bool drops = theme.motion == FrequencyMotion::kDrop ||
                            theme.motion == FrequencyMotion::kGlideAndDrop;
-        const World world(drops ? between(random, 0.99F, 1.01F) : 1.0F);
+        const World world(drops ? between(random_, 0.99F, 1.01F) : 1.0F);
         ModeVoice voice(&world.settings);
-        fill(voice, theme, random);
-        const BankTraits traits = expectTicks(world, voice, random.between(1, kRunSamples));
+        fill(voice, theme, random_);
+        const BankTraits traits = expectTicks(world, voice, random_.between(1, kRunSamples));
         return traits.motion == theme.motion && traits.wrap == theme.wrap;
     }
 
@@ -130,7 +130,7 @@ protected:
         const ModeBank bank = bankOf(actual);
         const BankTraits traits = kernel().analyse(bank, world.constants, samples);
         const Segment segment{bank, actual.gain, actualSamples.data()};
-        kernel().render(&segment, 1, samples, traits, world.constants, scratch);
+        kernel().render(&segment, 1, samples, traits, world.constants, scratch_);
 
         EXPECT_EQ(std::memcmp(expectedSamples.data(), actualSamples.data(),
                               sizeof(float) * static_cast<std::size_t>(samples)),
@@ -139,8 +139,8 @@ protected:
         return traits;
     }
 
-    Random random{1};
-    KernelScratch scratch;
+    Random random_{1};
+    KernelScratch scratch_;
 };
 
 TEST_P(Segments, AreAsManyTicksOfTheReferenceRenderer) {

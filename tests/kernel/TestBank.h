@@ -10,11 +10,11 @@
 // `count` silent modes at 0 Hz, at rest; a table of one entry; 48 kHz.
 struct TestBank {
     explicit TestBank(std::int32_t count) : count(count) {
-        dropFactors.fill(1.0F);
+        dropFactors_.fill(1.0F);
         constants.radiansPerHz = 1.3089969e-4F; // 2 pi / 48000
         constants.entriesPerRadian = 0.0F;
-        constants.cycle = &entry;
-        constants.dropFactors = dropFactors.data();
+        constants.cycle = &entry_;
+        constants.dropFactors = dropFactors_.data();
         constants.dropGrowth = 1.0F;
     }
     TestBank(const TestBank&) = delete;
@@ -24,7 +24,7 @@ struct TestBank {
     void rest(std::int32_t i, float hz) { freq[i] = targetFreq[i] = hz; }
     // Lets all modes drop.
     void drop(float factor) {
-        dropFactors.fill(factor);
+        dropFactors_.fill(factor);
         constants.drops = true;
         constants.dropsGliding = true;
         constants.dropGrowth = 2.0F;
@@ -48,6 +48,6 @@ struct TestBank {
 private:
     static zelvatone::ModeArray zeroes() { return zelvatone::ModeArray(100); }
 
-    float entry = 1.0F;
-    std::array<float, zelvatone::kPaddedModes> dropFactors{};
+    float entry_ = 1.0F;
+    std::array<float, zelvatone::kPaddedModes> dropFactors_{};
 };

@@ -43,71 +43,71 @@ int expectShiftsLikeCounting(ModeVoice voice) {
 
 class ShiftSearch : public testing::Test {
 protected:
-    VoiceSettings settings;
-    ModeVoice voice{&settings};
+    VoiceSettings settings_;
+    ModeVoice voice_{&settings_};
 };
 
 TEST_F(ShiftSearch, NeverPassesAShift) {
     Random random(11);
     int shifts = 0;
     for (int i = 0; i < 300 && !HasFailure(); ++i) {
-        settings.secondsPerSample = 1.0 / random.oneOf({22050.0, 44100.0, 48000.0, 192000.0});
-        settings.tempo =
+        settings_.secondsPerSample = 1.0 / random.oneOf({22050.0, 44100.0, 48000.0, 192000.0});
+        settings_.tempo =
             static_cast<double>(random.oneOf({60.0F, 120.0F, 133.7F, 5000.0F, 1.0e6F}));
-        settings.shiftBeats = std::ldexp(1.0, random.between(-5, 1));
-        voice.time = std::ldexp(random.fraction(), random.between(-3, 8));
-        shifts += expectShiftsLikeCounting(voice);
+        settings_.shiftBeats = std::ldexp(1.0, random.between(-5, 1));
+        voice_.time = std::ldexp(random.fraction(), random.between(-3, 8));
+        shifts += expectShiftsLikeCounting(voice_);
     }
     EXPECT_GT(shifts, 1000);
 }
 
 TEST_F(ShiftSearch, FindsOneAtEverySampleOfAPeriodThatIsNoLength) {
     for (const double tempo : {-120.0, std::nan(""), 1.0e300}) {
-        settings.tempo = tempo;
-        EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0) << tempo;
+        settings_.tempo = tempo;
+        EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), 0) << tempo;
     }
 }
 
 TEST_F(ShiftSearch, FindsNoneInAnEndlessPeriod) {
-    settings.tempo = 0.0;
-    voice.time = 100.0F;
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+    settings_.tempo = 0.0;
+    voice_.time = 100.0F;
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), kRunSamples);
 }
 
 class TrimSearch : public testing::Test {
 protected:
     TrimSearch() {
-        settings.tempo = 0.0; // no shift
-        voice.activeCount = 2;
-        voice.amp[0] = voice.targetAmp[0] = 0.5F;
+        settings_.tempo = 0.0; // no shift
+        voice_.activeCount = 2;
+        voice_.amp[0] = voice_.targetAmp[0] = 0.5F;
     }
 
-    VoiceSettings settings;
-    ModeVoice voice{&settings};
+    VoiceSettings settings_;
+    ModeVoice voice_{&settings_};
 };
 
 TEST_F(TrimSearch, EndsBeforeTheSampleInWhichTheLastModeFallsSilent) {
-    voice.amp[1] = 1.0F;
-    voice.ampStep[1] = -0.0625F; // the sixteenth sample arrives
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
-    voice.amp[1] = -1.0F;
-    voice.ampStep[1] = 0.0625F;
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 15);
+    voice_.amp[1] = 1.0F;
+    voice_.ampStep[1] = -0.0625F; // the sixteenth sample arrives
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), 15);
+    voice_.amp[1] = -1.0F;
+    voice_.ampStep[1] = 0.0625F;
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), 15);
 }
 
 TEST_F(TrimSearch, LooksAtTheLastModeOnly) {
-    voice.amp[0] = 1.0F;
-    voice.targetAmp[0] = 0.0F;
-    voice.ampStep[0] = -0.0625F;
-    voice.amp[1] = voice.targetAmp[1] = 0.5F;
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+    voice_.amp[0] = 1.0F;
+    voice_.targetAmp[0] = 0.0F;
+    voice_.ampStep[0] = -0.0625F;
+    voice_.amp[1] = voice_.targetAmp[1] = 0.5F;
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), kRunSamples);
 }
 
 TEST_F(TrimSearch, LetsASilentModeGoAtOnceAndOneThatMovesAwayNever) {
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), 0);
-    voice.amp[1] = 0.5F;
-    voice.ampStep[1] = 0.1F;
-    EXPECT_EQ(samplesBeforeChange(voice, kRunSamples), kRunSamples);
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), 0);
+    voice_.amp[1] = 0.5F;
+    voice_.ampStep[1] = 0.1F;
+    EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), kRunSamples);
 }
 
 } // namespace

@@ -14,23 +14,23 @@ namespace {
 class WaveCycles : public testing::Test {
 protected:
     WaveCycles() {
-        settings.waveKind = 3; // no two entries alike
-        wavetable::build(settings, 1024);
+        settings_.waveKind = 3; // no two entries alike
+        wavetable::build(settings_, 1024);
     }
 
     void expectEveryPhaseToFindItsEntry(float chop) {
-        settings.chop = chop;
-        ASSERT_TRUE(cycle.renew());
-        const wavetable::Readout readout(settings);
+        settings_.chop = chop;
+        ASSERT_TRUE(cycle_.renew());
+        const wavetable::Readout readout(settings_);
         for (float phase = -6.2831855F; phase <= 6.2831855F; phase += 0.0003F) {
-            const auto index = static_cast<std::int32_t>(cycle.entriesPerRadian() * phase);
-            ASSERT_EQ(cycle.middle()[index], settings.table[wavetable::lookup(readout, phase)])
+            const auto index = static_cast<std::int32_t>(cycle_.entriesPerRadian() * phase);
+            ASSERT_EQ(cycle_.middle()[index], settings_.table[wavetable::lookup(readout, phase)])
                 << phase << " of " << chop;
         }
     }
 
-    VoiceSettings settings;
-    WaveCycle cycle{&settings};
+    VoiceSettings settings_;
+    WaveCycle cycle_{&settings_};
 };
 
 TEST_F(WaveCycles, HoldTheEntryOfEveryPhaseOfEveryChop) {
@@ -41,18 +41,18 @@ TEST_F(WaveCycles, HoldTheEntryOfEveryPhaseOfEveryChop) {
 
 TEST_F(WaveCycles, FollowTheWaveAndItsCrushing) {
     expectEveryPhaseToFindItsEntry(1.0F);
-    settings.waveKind = 2;
-    wavetable::build(settings, 1024);
+    settings_.waveKind = 2;
+    wavetable::build(settings_, 1024);
     expectEveryPhaseToFindItsEntry(1.0F);
-    settings.crushBits = 2;
-    wavetable::build(settings, 1024);
+    settings_.crushBits = 2;
+    wavetable::build(settings_, 1024);
     expectEveryPhaseToFindItsEntry(1.0F);
 }
 
 TEST_F(WaveCycles, CannotBeReadWithoutAnEntry) {
     for (const float chop : {0.0F, 0.0009F, -1.0F, std::nanf("")}) {
-        settings.chop = chop;
-        EXPECT_FALSE(cycle.renew()) << chop;
+        settings_.chop = chop;
+        EXPECT_FALSE(cycle_.renew()) << chop;
     }
 }
 

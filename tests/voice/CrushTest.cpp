@@ -11,24 +11,24 @@ namespace {
 class Crush : public testing::Test {
 protected:
     void build(std::int32_t kind, std::int32_t bits, std::int32_t size = 1024) {
-        settings.waveKind = kind;
-        settings.crushBits = bits;
-        wavetable::build(settings, size);
+        settings_.waveKind = kind;
+        settings_.crushBits = bits;
+        wavetable::build(settings_, size);
     }
 
     std::vector<float> entries() const {
-        return {settings.table.get(), settings.table.get() + settings.tableSize};
+        return {settings_.table.get(), settings_.table.get() + settings_.tableSize};
     }
 
     // What `value` becomes, by way of a kind that keeps the entries and crushes them again.
     float crushed(float value, std::int32_t bits) {
         build(0, 0, 1);
-        settings.table[0] = value;
+        settings_.table[0] = value;
         printedBy([&] { build(99, bits, 1); });
-        return settings.table[0];
+        return settings_.table[0];
     }
 
-    VoiceSettings settings;
+    VoiceSettings settings_;
 };
 
 TEST_F(Crush, LeavesOneLevelMoreThanHalfTheBitsPower) {
@@ -54,7 +54,7 @@ TEST_F(Crush, PutsEveryEntryOnTheNearestLevel) {
             const double halfSpacing = std::pow(2.0, 1 - bits);
             for (std::int32_t i = 0; i < 1024; ++i) {
                 // 2^-24: what rounding the entry's place between -1 and +1 to float can cost.
-                EXPECT_NEAR(settings.table[i], smooth[i], halfSpacing + 0x1p-24)
+                EXPECT_NEAR(settings_.table[i], smooth[i], halfSpacing + 0x1p-24)
                     << "kind " << kind << ", " << bits << " bits, entry " << i;
             }
         }
@@ -65,7 +65,7 @@ TEST_F(Crush, OfOneBitTurnsTheSineIntoASquareThatStartsHigh) {
     build(0, 1);
     for (std::int32_t i = 0; i < 1024; ++i) {
         // Entry 512, half a cycle, is a trace above 0.
-        EXPECT_EQ(settings.table[i], i <= 512 ? 1.0F : -1.0F) << "entry " << i;
+        EXPECT_EQ(settings_.table[i], i <= 512 ? 1.0F : -1.0F) << "entry " << i;
     }
 }
 
@@ -115,13 +115,13 @@ TEST_F(Crush, WorksOnTheKeptEntriesOfAnUnknownWave) {
     build(2, 0);
     printedBy([&] { build(5, 1); });
     for (std::int32_t i = 0; i < 1024; ++i) {
-        EXPECT_EQ(settings.table[i], i < 512 ? -1.0F : 1.0F) << "entry " << i;
+        EXPECT_EQ(settings_.table[i], i < 512 ? -1.0F : 1.0F) << "entry " << i;
     }
 }
 
 TEST_F(Crush, OfABitCountThatIsNoNumberStaysInBounds) {
     build(0, kLowestInt); // what a NaN parameter reads as
-    EXPECT_EQ(settings.tableSize, 1024);
+    EXPECT_EQ(settings_.tableSize, 1024);
 }
 
 } // namespace

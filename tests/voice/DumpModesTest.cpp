@@ -9,7 +9,7 @@ namespace {
 class DumpModes : public VoiceBench {
 protected:
     std::string dumped() {
-        return printedBy([this] { voice.dumpModes(); });
+        return printedBy([this] { voice_.dumpModes(); });
     }
 };
 
@@ -21,7 +21,7 @@ TEST_F(DumpModes, NamesEveryActiveModeInOrder) {
     place(0, 0.5F, 440.0F, 1.25F);
     aim(0, 0.25F, 442.5F);
     place(1, 0.125F, -60.0F, 0.0F);
-    voice.amp[2] = 7.0F; // not active
+    voice_.amp[2] = 7.0F; // not active
     EXPECT_EQ(dumped(), "p_nosc: 2\n"
                         "#0: freq = 440.000000 amp = 0.500000 phase = 1.250000 at = 0.250000 "
                         "ft = 442.500000\n"
@@ -38,7 +38,7 @@ TEST_F(DumpModes, WidensFloatsInsteadOfRoundingThem) {
 
 TEST_F(DumpModes, LeavesNothingInTheStreamsBuffer) {
     printedBy([this] {
-        voice.dumpModes();
+        voice_.dumpModes();
         EXPECT_EQ(__fpending(stdout), 0U);
     });
 }
@@ -47,7 +47,7 @@ TEST_F(DumpModes, ChangesNothing) {
     place(0, 0.5F, 440.0F, 1.25F);
     const std::string first = dumped();
     EXPECT_EQ(dumped(), first);
-    EXPECT_EQ(voice.activeCount, 1);
+    EXPECT_EQ(voice_.activeCount, 1);
 }
 
 } // namespace

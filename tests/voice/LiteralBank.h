@@ -22,12 +22,12 @@ struct LiteralMode {
 
 class LiteralBank {
 public:
-    explicit LiteralBank(const VoiceSettings& settings) : s(settings) {}
+    explicit LiteralBank(const VoiceSettings& settings) : s_(settings) {}
 
     void start(float frequency) {
         time = 0.0F;
-        base = frequency;
-        active = s.initialModes;
+        base_ = frequency;
+        active = s_.initialModes;
         wanted = active;
         layOut(active);
         for (int i = 0; i < 100; ++i) {
@@ -56,7 +56,7 @@ public:
             turn(modes[i]);
             drop(i);
         }
-        const double next = static_cast<double>(time) + s.secondsPerSample;
+        const double next = static_cast<double>(time) + s_.secondsPerSample;
         time = static_cast<float>(next);
         return 0.5F * sum;
     }
@@ -73,12 +73,12 @@ private:
     }
 
     void layOut(int count) {
-        const int extras = s.primeModes < count ? s.primeModes : count;
+        const int extras = s_.primeModes < count ? s_.primeModes : count;
         for (int j = 0; j < extras; ++j) {
             constexpr int primes[] = {2, 3, 5, 7, 11};
-            const float ratio = powerOf(primes[j], s.detune);
-            modes[j].targetFreq = base / ratio;
-            modes[j].targetAmp = s.primePower;
+            const float ratio = powerOf(primes[j], s_.detune);
+            modes[j].targetFreq = base_ / ratio;
+            modes[j].targetAmp = s_.primePower;
         }
         for (int k = 1; extras + k - 1 < count; ++k) {
             layOutHarmonic(modes[extras + k - 1], k);
@@ -95,25 +95,25 @@ private:
     }
 
     void layOutHarmonic(LiteralMode& m, int k) const {
-        const auto parity = static_cast<double>(s.parity);
+        const auto parity = static_cast<double>(s_.parity);
         const float oddFactor = parity + 1.0 < 1.0 ? static_cast<float>(parity + 1.0) : 1.0F;
         const float evenFactor = 1.0 - parity < 1.0 ? static_cast<float>(1.0 - parity) : 1.0F;
         const auto number = static_cast<float>(k);
-        m.targetFreq = number * base;
-        m.targetAmp = powerOf(k, s.falloff);
+        m.targetFreq = number * base_;
+        m.targetAmp = powerOf(k, s_.falloff);
         if (k % 2 == 0) {
             m.targetAmp = m.targetAmp * evenFactor;
-            m.targetFreq = m.targetFreq + s.jitterHz;
+            m.targetFreq = m.targetFreq + s_.jitterHz;
         } else if (k == 1) {
             m.targetAmp = m.targetAmp * oddFactor;
         } else {
             m.targetAmp = m.targetAmp * oddFactor;
-            m.targetFreq = m.targetFreq - s.jitterHz;
+            m.targetFreq = m.targetFreq - s_.jitterHz;
         }
     }
 
     float entryAt(float phase) const {
-        const float used = s.chop * 1024.0F;
+        const float used = s_.chop * 1024.0F;
         const auto length = static_cast<int>(used);
         const double exactScale = length / 6.283185307179586;
         const auto scale = static_cast<float>(exactScale);
@@ -122,7 +122,7 @@ private:
         if (index < 0) {
             index = index + length;
         }
-        return s.table[index == length ? 0 : index];
+        return s_.table[index == length ? 0 : index];
     }
 
     static void glide(float& value, float target, float& step) {
@@ -139,29 +139,29 @@ private:
     }
 
     void shiftIfDue() {
-        const auto beats = static_cast<float>(s.shiftBeats);
-        const double beatsPerSecond = s.tempo / 60.0;
+        const auto beats = static_cast<float>(s_.shiftBeats);
+        const double beatsPerSecond = s_.tempo / 60.0;
         const double exactPeriod = static_cast<double>(beats) / beatsPerSecond;
         const auto period = static_cast<float>(exactPeriod);
         const double exactRest = std::fmod(static_cast<double>(time), static_cast<double>(period));
         const auto rest = static_cast<float>(exactRest);
-        const double next = static_cast<double>(rest) + s.secondsPerSample;
+        const double next = static_cast<double>(rest) + s_.secondsPerSample;
         if (next <= static_cast<double>(period)) {
             return;
         }
-        int count = wanted + s.modeShift;
-        if (count < s.minModes) {
-            count = s.minModes;
+        int count = wanted + s_.modeShift;
+        if (count < s_.minModes) {
+            count = s_.minModes;
         }
-        if (count > s.maxModes) {
-            count = s.maxModes;
+        if (count > s_.maxModes) {
+            count = s_.maxModes;
         }
         moveTo(count);
     }
 
     void moveTo(int count) {
         layOut(count);
-        const auto peel = static_cast<double>(s.exitPeel);
+        const auto peel = static_cast<double>(s_.exitPeel);
         if (active < count) {
             for (int j = active; j < count; ++j) {
                 const double from = (1.0 - peel) * static_cast<double>(modes[j].targetFreq);
@@ -181,7 +181,7 @@ private:
     }
 
     void setSteps(int count) {
-        const double exactBlend = s.blendSeconds / s.secondsPerSample;
+        const double exactBlend = s_.blendSeconds / s_.secondsPerSample;
         const auto blend = static_cast<float>(exactBlend);
         for (int i = 0; i < count; ++i) {
             const float ampWay = modes[i].targetAmp - modes[i].amp;
@@ -192,7 +192,7 @@ private:
     }
 
     void turn(LiteralMode& m) const {
-        const double exactIncrement = 2.0 * s.secondsPerSample * 3.141592653589793 * s.bendRatio;
+        const double exactIncrement = 2.0 * s_.secondsPerSample * 3.141592653589793 * s_.bendRatio;
         const auto increment = static_cast<float>(exactIncrement);
         const float turned = m.freq * increment;
         const float phase = turned + m.phase;
@@ -209,14 +209,14 @@ private:
 
     void drop(int i) {
         const bool chosen =
-            s.dropModulus < 2 || (i % s.dropModulus == 1 && modes[i].freqStep == 0.0F);
+            s_.dropModulus < 2 || (i % s_.dropModulus == 1 && modes[i].freqStep == 0.0F);
         if (chosen) {
-            modes[i].freq = modes[i].freq * s.dropFactor;
+            modes[i].freq = modes[i].freq * s_.dropFactor;
         }
     }
 
-    const VoiceSettings& s;
-    float base = 0.0F;
+    const VoiceSettings& s_;
+    float base_ = 0.0F;
 };
 
 } // namespace zelvatone

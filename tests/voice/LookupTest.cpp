@@ -12,7 +12,7 @@ constexpr float kTurnAsFloat = 6.2831855F; // the float nearest 2 pi, a little a
 class Lookup : public VoiceBench {
 protected:
     std::int32_t entryAt(float phase) {
-        return wavetable::lookup(wavetable::Readout(settings), phase);
+        return wavetable::lookup(wavetable::Readout(settings_), phase);
     }
 
     // Every point halfway between two entries belongs to the one below. Halfway is far from the
@@ -33,15 +33,15 @@ TEST_F(Lookup, WithFullChopUsesAll1024Entries) {
 }
 
 TEST_F(Lookup, WithTheLeastChopStretchesTheFirst102EntriesOverTheCycle) {
-    settings.chop = 0.1F;
-    EXPECT_EQ(wavetable::Readout(settings).length, 102);
+    settings_.chop = 0.1F;
+    EXPECT_EQ(wavetable::Readout(settings_).length, 102);
     expectAllEntries(102);
 }
 
 TEST_F(Lookup, CutsTheUsedLengthOffInsteadOfRoundingIt) {
-    settings.chop = 0.9999F; // 1023.9 entries
+    settings_.chop = 0.9999F; // 1023.9 entries
     expectAllEntries(1023);
-    settings.chop = 0.5F;
+    settings_.chop = 0.5F;
     expectAllEntries(512);
 }
 
@@ -52,7 +52,7 @@ TEST_F(Lookup, AtTheStartOfTheCycleIsTheFirstEntry) {
 
 TEST_F(Lookup, AtExactlyOneCycleIsTheFirstEntryAgain) {
     EXPECT_EQ(entryAt(kTurnAsFloat), 0);
-    settings.chop = 0.1F;
+    settings_.chop = 0.1F;
     EXPECT_EQ(entryAt(kTurnAsFloat), 0);
 }
 
@@ -62,7 +62,7 @@ TEST_F(Lookup, JustBelowOneCycleIsTheLastEntry) {
 
 TEST_F(Lookup, OfANegativePhaseCountsFromTheEndOfTheUsedRange) {
     for (const float chop : {1.0F, 0.1F}) {
-        settings.chop = chop;
+        settings_.chop = chop;
         const std::int32_t length = chop == 1.0F ? 1024 : 102;
         for (std::int32_t i = 1; i < length; ++i) {
             EXPECT_EQ(entryAt(static_cast<float>(-(i + 0.5) * kTurn / length)), length - i);
@@ -104,7 +104,7 @@ TEST_F(Lookup, OfWhatIsNoNumberFindsNoEntryAndSaysSo) {
 }
 
 TEST_F(Lookup, WithChopBelowOneEntryNeverFindsAny) {
-    settings.chop = std::nextafter(0x1p-10F, 0.0F);
+    settings_.chop = std::nextafter(0x1p-10F, 0.0F);
     for (const float phase : {0.0F, 1.0F, kTurnAsFloat, -1.0F}) {
         std::int32_t entry = 0;
         const std::string text = printedBy([&] { entry = entryAt(phase); });
@@ -114,14 +114,14 @@ TEST_F(Lookup, WithChopBelowOneEntryNeverFindsAny) {
 }
 
 TEST_F(Lookup, WithChopOfExactlyOneEntryAlwaysFindsIt) {
-    settings.chop = 0x1p-10F;
+    settings_.chop = 0x1p-10F;
     for (const float phase : {0.0F, 1.0F, 6.0F, kTurnAsFloat, -1.0F}) {
         EXPECT_EQ(entryAt(phase), 0) << phase;
     }
 }
 
 TEST_F(Lookup, WithChopThatIsNoNumberNeverFindsAny) {
-    settings.chop = kNaN;
+    settings_.chop = kNaN;
     printedBy([&] {
         for (const float phase : {0.0F, 1.0F, -1.0F, kTurnAsFloat, kNaN, kInfinity}) {
             EXPECT_EQ(entryAt(phase), wavetable::kNoEntry) << phase;
@@ -141,7 +141,7 @@ TEST_F(Lookup, LeavesAModeWithoutAnEntryOutOfTheSum) {
     place(1, 0.25F, 0.0F, 100.0F);
     place(2, 0.125F, 0.0F, 4.0F); // on the high half
     float out = 0.0F;
-    EXPECT_EQ(printedBy([&] { out = voice.tick(); }), message("16297", "100.000000"));
+    EXPECT_EQ(printedBy([&] { out = voice_.tick(); }), message("16297", "100.000000"));
     EXPECT_EQ(out, 0.5F * (-0.5F + 0.125F));
 }
 
@@ -153,12 +153,12 @@ TEST_F(Lookup, SaysSoForEachLostModeAtEachSample) {
 }
 
 TEST_F(Lookup, IsSilentForAWholeBankWhileChopIsBelowOneEntry) {
-    settings.initialModes = 3;
-    settings.chop = 0.0F;
-    voice.start(100.0F);
+    settings_.initialModes = 3;
+    settings_.chop = 0.0F;
+    voice_.start(100.0F);
     const std::string text = printedBy([&] {
         for (int n = 0; n < 10; ++n) {
-            EXPECT_EQ(voice.tick(), 0.0F);
+            EXPECT_EQ(voice_.tick(), 0.0F);
         }
     });
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 30);
@@ -166,10 +166,10 @@ TEST_F(Lookup, IsSilentForAWholeBankWhileChopIsBelowOneEntry) {
 
 TEST_F(Lookup, PlaysOnlyTheLowHalfOfASquareWithHalfChop) {
     wave(1);
-    settings.chop = 0.5F;
+    settings_.chop = 0.5F;
     place(0, 2.0F, 10.0F);
     for (int n = 0; n < 1024; ++n) {
-        EXPECT_EQ(voice.tick(), -1.0F) << "sample " << n;
+        EXPECT_EQ(voice_.tick(), -1.0F) << "sample " << n;
     }
 }
 

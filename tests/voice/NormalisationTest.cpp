@@ -9,10 +9,10 @@ namespace {
 class Normalisation : public VoiceBench {
 protected:
     std::vector<float> normalised(const std::vector<float>& amplitudes) {
-        std::copy(amplitudes.begin(), amplitudes.end(), voice.targetAmp.begin());
+        std::copy(amplitudes.begin(), amplitudes.end(), voice_.targetAmp.begin());
         const auto count = static_cast<std::int32_t>(amplitudes.size());
-        voice.normaliseTargets(count);
-        return {voice.targetAmp.begin(), voice.targetAmp.begin() + count};
+        voice_.normaliseTargets(count);
+        return {voice_.targetAmp.begin(), voice_.targetAmp.begin() + count};
     }
 };
 
@@ -24,13 +24,13 @@ TEST_F(Normalisation, DividesByTheSum) {
 }
 
 TEST_F(Normalisation, OfEqualModesGivesEachItsShare) {
-    settings.falloff = 0.0F;
+    settings_.falloff = 0.0F;
     for (const std::int32_t count : {1, 3, 7, 20, 100}) {
-        voice.baseFreq = 50.0F;
-        voice.computeTargets(count);
-        voice.normaliseTargets(count);
+        voice_.baseFreq = 50.0F;
+        voice_.computeTargets(count);
+        voice_.normaliseTargets(count);
         for (std::int32_t i = 0; i < count; ++i) {
-            EXPECT_EQ(voice.targetAmp[i], 1.0F / static_cast<float>(count));
+            EXPECT_EQ(voice_.targetAmp[i], 1.0F / static_cast<float>(count));
         }
     }
 }
@@ -42,11 +42,11 @@ TEST_F(Normalisation, LeavesASumOfZeroAlone) {
 }
 
 TEST_F(Normalisation, LeavesASilencedSetSilent) {
-    settings.parity = -1.0F; // only the fundamental is there, and it is thinned away
-    voice.baseFreq = 100.0F;
-    voice.computeTargets(1);
-    voice.normaliseTargets(1);
-    EXPECT_EQ(voice.targetAmp[0], 0.0F);
+    settings_.parity = -1.0F; // only the fundamental is there, and it is thinned away
+    voice_.baseFreq = 100.0F;
+    voice_.computeTargets(1);
+    voice_.normaliseTargets(1);
+    EXPECT_EQ(voice_.targetAmp[0], 0.0F);
 }
 
 TEST_F(Normalisation, LeavesANegativeSumAlone) {
@@ -78,27 +78,27 @@ TEST_F(Normalisation, SumsInIndexOrderInSinglePrecision) {
 }
 
 TEST_F(Normalisation, OfTargetsReachesOnlyToTheCount) {
-    voice.targetAmp[0] = 2.0F;
-    voice.targetAmp[1] = 2.0F;
-    voice.targetAmp[2] = 2.0F;
-    voice.normaliseTargets(2);
-    EXPECT_EQ(voice.targetAmp[0], 0.5F);
-    EXPECT_EQ(voice.targetAmp[1], 0.5F);
-    EXPECT_EQ(voice.targetAmp[2], 2.0F);
+    voice_.targetAmp[0] = 2.0F;
+    voice_.targetAmp[1] = 2.0F;
+    voice_.targetAmp[2] = 2.0F;
+    voice_.normaliseTargets(2);
+    EXPECT_EQ(voice_.targetAmp[0], 0.5F);
+    EXPECT_EQ(voice_.targetAmp[1], 0.5F);
+    EXPECT_EQ(voice_.targetAmp[2], 2.0F);
 }
 
 TEST_F(Normalisation, OfAmplitudesReachesOverTheActiveModesOnly) {
     for (std::int32_t i = 0; i < 3; ++i) {
-        voice.amp[i] = 2.0F;
-        voice.targetAmp[i] = 2.0F;
+        voice_.amp[i] = 2.0F;
+        voice_.targetAmp[i] = 2.0F;
     }
-    voice.activeCount = 2;
-    voice.targetCount = 3;
-    voice.normaliseAmplitudes();
-    EXPECT_EQ(voice.amp[0], 0.5F);
-    EXPECT_EQ(voice.amp[1], 0.5F);
-    EXPECT_EQ(voice.amp[2], 2.0F);
-    EXPECT_EQ(voice.targetAmp[0], 2.0F);
+    voice_.activeCount = 2;
+    voice_.targetCount = 3;
+    voice_.normaliseAmplitudes();
+    EXPECT_EQ(voice_.amp[0], 0.5F);
+    EXPECT_EQ(voice_.amp[1], 0.5F);
+    EXPECT_EQ(voice_.amp[2], 2.0F);
+    EXPECT_EQ(voice_.targetAmp[0], 2.0F);
 }
 
 } // namespace

@@ -20,15 +20,15 @@ protected:
 
     // A mode at 0 Hz adds nothing to its phase: what one sample does to it is the wrap alone.
     float wrapped(float phase) {
-        voice.phase[0] = phase;
-        printedBy([this] { voice.tick(); }); // phases far outside make the lookup talk
-        return voice.phase[0];
+        voice_.phase[0] = phase;
+        printedBy([this] { voice_.tick(); }); // phases far outside make the lookup talk
+        return voice_.phase[0];
     }
 
     float turned(float freq, float phase) {
         place(0, 0.5F, freq, phase);
-        voice.tick();
-        return voice.phase[0];
+        voice_.tick();
+        return voice_.phase[0];
     }
 };
 
@@ -63,7 +63,7 @@ TEST_F(Phase, BelowZeroGainsACycleInDouble) {
 TEST_F(Phase, BarelyBelowZeroRoundsUpToAWholeCycle) {
     // 2 pi - 10^-30 is 2 pi, and the float nearest that wraps at the next sample.
     EXPECT_EQ(wrapped(-1e-30F), kTurnAsFloat);
-    EXPECT_EQ(wrapped(voice.phase[0]), 0x1.777a5cp-23F);
+    EXPECT_EQ(wrapped(voice_.phase[0]), 0x1.777a5cp-23F);
 }
 
 TEST_F(Phase, FromTwoCyclesOnWrapsByTheFloatNearestOneCycle) {
@@ -104,16 +104,16 @@ TEST_F(Phase, ThatIsNoNumberStaysSoAndSilent) {
     EXPECT_TRUE(std::isnan(wrapped(kNaN)));
     EXPECT_TRUE(std::isnan(wrapped(kInfinity)));
     EXPECT_TRUE(std::isnan(wrapped(-kInfinity)));
-    printedBy([this] { EXPECT_EQ(voice.tick(), 0.0F); });
+    printedBy([this] { EXPECT_EQ(voice_.tick(), 0.0F); });
 }
 
 TEST_F(Phase, OfALostModeComesBackWithTheNextNote) {
-    settings.initialModes = 2;
-    voice.start(100.0F);
-    voice.phase[1] = kNaN;
+    settings_.initialModes = 2;
+    voice_.start(100.0F);
+    voice_.phase[1] = kNaN;
     printedBy([this] { tick(3); });
-    voice.start(100.0F);
-    EXPECT_EQ(voice.phase[1], 0.0F);
+    voice_.start(100.0F);
+    EXPECT_EQ(voice_.phase[1], 0.0F);
     EXPECT_EQ(printedBy([this] { tick(100); }), "");
 }
 
@@ -127,7 +127,7 @@ TEST_F(Phase, TurnsByItsFrequencyAtEachSample) {
 }
 
 TEST_F(Phase, TurnsAnAtTheCommonSampleRate) {
-    settings.secondsPerSample = 1.0 / 44100.0;
+    settings_.secondsPerSample = 1.0 / 44100.0;
     // 440 x float(2 pi / 44100), in float arithmetic done outside this program.
     EXPECT_EQ(turned(440.0F, 0.0F), 0x1.00c692p-4F);
 }
@@ -147,41 +147,41 @@ TEST_F(Phase, TurnsBackwardsBelowZeroHertz) {
 
 TEST_F(Phase, TurnsByTheFrequencyAfterTheGlideOfTheSameSample) {
     place(0, 0.5F, 1.0F, 0.0F);
-    voice.targetFreq[0] = 64.0F;
-    voice.freqStep[0] = 63.0F;
-    voice.tick();
-    EXPECT_EQ(voice.phase[0], 0x1.921fb6p-2F);
+    voice_.targetFreq[0] = 64.0F;
+    voice_.freqStep[0] = 63.0F;
+    voice_.tick();
+    EXPECT_EQ(voice_.phase[0], 0x1.921fb6p-2F);
 }
 
 // Pitch bend
 
 TEST_F(Phase, TurnsTwiceAsFastWhenBentAnOctaveUp) {
     const float plain = turned(77.0F, 0.0F);
-    settings.bendRatio = 2.0;
+    settings_.bendRatio = 2.0;
     EXPECT_EQ(turned(77.0F, 0.0F), 2.0F * plain);
-    settings.bendRatio = 0.5;
+    settings_.bendRatio = 0.5;
     EXPECT_EQ(turned(77.0F, 0.0F), 0.5F * plain);
 }
 
 TEST_F(Phase, TurnsByTheBendAtOnceInEveryMode) {
-    settings.initialModes = 5;
-    voice.start(20.0F);
-    ModeArray before = voice.phase;
-    voice.tick();
+    settings_.initialModes = 5;
+    voice_.start(20.0F);
+    ModeArray before = voice_.phase;
+    voice_.tick();
     for (std::int32_t i = 0; i < 5; ++i) {
-        before[i] = voice.phase[i] - before[i];
+        before[i] = voice_.phase[i] - before[i];
     }
-    settings.bendRatio = 2.0;
-    const ModeArray between = voice.phase;
-    voice.tick();
+    settings_.bendRatio = 2.0;
+    const ModeArray between = voice_.phase;
+    voice_.tick();
     for (std::int32_t i = 0; i < 5; ++i) {
         // Phases are near 1: a sum is rounded by up to 2^-24.
-        EXPECT_NEAR(voice.phase[i] - between[i], 2.0F * before[i], 0x1p-23F);
+        EXPECT_NEAR(voice_.phase[i] - between[i], 2.0F * before[i], 0x1p-23F);
     }
 }
 
 TEST_F(Phase, TakesTheBendIntoTheIncrementInDouble) {
-    settings.bendRatio = std::pow(2.0, 1.0 / 12.0);
+    settings_.bendRatio = std::pow(2.0, 1.0 / 12.0);
     // The product rounds once to float, and 1 Hz shows it.
     const double bent = kTurn / 1024.0 * 1.0594630943592953;
     EXPECT_EQ(turned(1.0F, 0.0F), static_cast<float>(bent));
@@ -189,14 +189,14 @@ TEST_F(Phase, TakesTheBendIntoTheIncrementInDouble) {
 
 TEST_F(Phase, BendsWithoutTouchingAFrequencyThatGlides) {
     const auto frequenciesAt = [this](double bendRatio) {
-        settings.bendRatio = bendRatio;
+        settings_.bendRatio = bendRatio;
         place(0, 0.5F, 100.0F, 0.0F);
-        voice.targetFreq[0] = 130.0F;
-        voice.freqStep[0] = 0.5F;
+        voice_.targetFreq[0] = 130.0F;
+        voice_.freqStep[0] = 0.5F;
         std::vector<float> result;
         for (int n = 0; n < 80; ++n) {
-            voice.tick();
-            result.push_back(voice.freq[0]);
+            voice_.tick();
+            result.push_back(voice_.freq[0]);
         }
         return result;
     };
@@ -204,10 +204,10 @@ TEST_F(Phase, BendsWithoutTouchingAFrequencyThatGlides) {
 }
 
 TEST_F(Phase, LeavesInactiveModesStanding) {
-    voice.freq[3] = 100.0F;
-    voice.phase[3] = 1.0F;
+    voice_.freq[3] = 100.0F;
+    voice_.phase[3] = 1.0F;
     tick(10);
-    EXPECT_EQ(voice.phase[3], 1.0F);
+    EXPECT_EQ(voice_.phase[3], 1.0F);
 }
 
 } // namespace

@@ -15,15 +15,15 @@ constexpr double kInTune = 0.01; // Hz
 class Pitch : public VoiceBench {
 protected:
     Pitch() {
-        settings.secondsPerSample = 1.0 / kSampleRate;
-        settings.initialModes = 1;
+        settings_.secondsPerSample = 1.0 / kSampleRate;
+        settings_.initialModes = 1;
     }
 
     std::vector<float> second() {
         std::vector<float> out;
         out.reserve(kSampleRate);
         for (int n = 0; n < kSampleRate; ++n) {
-            out.push_back(voice.tick());
+            out.push_back(voice_.tick());
         }
         return out;
     }
@@ -33,9 +33,9 @@ protected:
     double turnsInASecond() {
         double turns = 0.0;
         for (int n = 0; n < kSampleRate; ++n) {
-            const double before = voice.phase[0];
-            voice.tick();
-            const double turn = (voice.phase[0] - before) / (2.0 * std::numbers::pi);
+            const double before = voice_.phase[0];
+            voice_.tick();
+            const double turn = (voice_.phase[0] - before) / (2.0 * std::numbers::pi);
             turns += turn - std::round(turn);
         }
         return turns;
@@ -57,51 +57,51 @@ double frequencyOf(const std::vector<float>& sound) {
 }
 
 TEST_F(Pitch, OfAIs440HertzByItsZeroCrossings) {
-    voice.start(440.0F);
+    voice_.start(440.0F);
     EXPECT_NEAR(frequencyOf(second()), 440.0, kInTune);
 }
 
 TEST_F(Pitch, OfAIs440HertzByItsPhase) {
-    voice.start(440.0F);
+    voice_.start(440.0F);
     EXPECT_NEAR(turnsInASecond(), 440.0, kInTune);
 }
 
 TEST_F(Pitch, IsTrueFromTheLowestToTheHighestKey) {
     for (const float frequency : {8.1757989F, 27.5F, 110.0F, 1760.0F, 4186.009F, 12543.854F}) {
-        voice.start(frequency);
+        voice_.start(frequency);
         EXPECT_NEAR(turnsInASecond(), frequency, kInTune);
     }
 }
 
 TEST_F(Pitch, IsTheSameAtOtherSampleRates) {
-    settings.secondsPerSample = 1.0 / 96000.0;
-    voice.start(440.0F);
+    settings_.secondsPerSample = 1.0 / 96000.0;
+    voice_.start(440.0F);
     // 44100 samples are then 0.459375 of a second, and the drift grows with the sample rate.
     EXPECT_NEAR(turnsInASecond() / 0.459375, 440.0, kInTune);
 }
 
 TEST_F(Pitch, OfAHarmonicIsItsMultiple) {
-    settings.initialModes = 3;
-    settings.parity = 1.0F;
-    voice.start(440.0F);
-    std::swap(voice.phase[0], voice.phase[2]);
-    std::swap(voice.freq[0], voice.freq[2]);
-    std::swap(voice.targetFreq[0], voice.targetFreq[2]);
+    settings_.initialModes = 3;
+    settings_.parity = 1.0F;
+    voice_.start(440.0F);
+    std::swap(voice_.phase[0], voice_.phase[2]);
+    std::swap(voice_.freq[0], voice_.freq[2]);
+    std::swap(voice_.targetFreq[0], voice_.targetFreq[2]);
     EXPECT_NEAR(turnsInASecond(), 1320.0, kInTune);
 }
 
 TEST_F(Pitch, GoesAnOctaveUpAndDownWithTheBend) {
-    settings.bendRatio = 2.0;
-    voice.start(440.0F);
+    settings_.bendRatio = 2.0;
+    voice_.start(440.0F);
     EXPECT_NEAR(turnsInASecond(), 880.0, kInTune);
-    settings.bendRatio = 0.5;
+    settings_.bendRatio = 0.5;
     EXPECT_NEAR(turnsInASecond(), 220.0, kInTune);
 }
 
 TEST_F(Pitch, IsKeptWhenChopStretchesPartOfTheWave) {
-    settings.chop = 0.5F;
+    settings_.chop = 0.5F;
     wave(2);
-    voice.start(440.0F);
+    voice_.start(440.0F);
     std::vector<float> sound = second();
     for (float& sample : sound) {
         sample += 0.25F; // the first half of a saw at gain 0.5 rises from -0.5 to 0

@@ -80,8 +80,8 @@ public:
     explicit ReferenceBank(const VoiceSettings& settings) : settings(settings), modes(100) {}
 
     void start(double frequency) {
-        base = frequency;
-        clock = 0.0F;
+        base_ = frequency;
+        clock_ = 0.0F;
         active = wanted = settings.initialModes;
         layOut(active);
         for (int i = 0; i < active; ++i) {
@@ -107,7 +107,7 @@ public:
             turn(modes[i]);
             drop(i);
         }
-        clock = static_cast<float>(clock + settings.secondsPerSample);
+        clock_ = static_cast<float>(clock_ + settings.secondsPerSample);
         return out;
     }
 
@@ -155,7 +155,7 @@ private:
 
     void layOutExtra(int j) {
         constexpr int firstPrimes[] = {2, 3, 5, 7, 11};
-        modes[j].freq.target.set(base * std::pow(firstPrimes[j], -settings.detune), 0.0);
+        modes[j].freq.target.set(base_ * std::pow(firstPrimes[j], -settings.detune), 0.0);
         modes[j].freq.target.rounded(3.0);
         modes[j].amp.target.set(settings.primePower, 0.0);
     }
@@ -167,14 +167,14 @@ private:
         modes[j].amp.target.set(std::pow(k, settings.falloff) * thinning, 0.0);
         const double jitter = k == 1 ? 0.0 : (even ? 1.0 : -1.0) * settings.jitterHz;
         Bounded& freq = modes[j].freq.target;
-        freq.set(k * base + jitter, kRoundoff * k * base);
+        freq.set(k * base_ + jitter, kRoundoff * k * base_);
         freq.rounded();
     }
 
     bool shifts() const {
         const auto period =
             static_cast<float>(static_cast<float>(settings.shiftBeats) * 60.0 / settings.tempo);
-        const double into = std::remainder(clock - 0.5 * period, period) + 0.5 * period;
+        const double into = std::remainder(clock_ - 0.5 * period, period) + 0.5 * period;
         return into + settings.secondsPerSample > period;
     }
 
@@ -233,8 +233,8 @@ private:
         }
     }
 
-    double base = 0.0;
-    float clock = 0.0F;
+    double base_ = 0.0;
+    float clock_ = 0.0F;
 };
 
 } // namespace zelvatone

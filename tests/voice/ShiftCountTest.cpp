@@ -9,13 +9,13 @@ namespace {
 class ShiftCount : public VoiceBench {
 protected:
     ShiftCount() {
-        settings.minModes = 2;
-        settings.maxModes = 20;
+        settings_.minModes = 2;
+        settings_.maxModes = 20;
     }
 
     void start(std::int32_t modes) {
-        settings.initialModes = modes;
-        voice.start(50.0F);
+        settings_.initialModes = modes;
+        voice_.start(50.0F);
     }
 
     // The target count after each of `shifts` shifts.
@@ -23,7 +23,7 @@ protected:
         std::vector<std::int32_t> result;
         for (int n = 0; n < shifts; ++n) {
             tickWithShift();
-            result.push_back(voice.targetCount);
+            result.push_back(voice_.targetCount);
         }
         return result;
     }
@@ -38,14 +38,14 @@ TEST_F(ShiftCount, StaysWithoutAModeShift) {
 
 TEST_F(ShiftCount, GrowsByTheModeShiftUpToTheMaximum) {
     start(10);
-    settings.modeShift = 3;
+    settings_.modeShift = 3;
     EXPECT_EQ(counts(5), (Counts{13, 16, 19, 20, 20}));
-    EXPECT_EQ(voice.activeCount, 20);
+    EXPECT_EQ(voice_.activeCount, 20);
 }
 
 TEST_F(ShiftCount, ShrinksByTheModeShiftDownToTheMinimum) {
     start(10);
-    settings.modeShift = -3;
+    settings_.modeShift = -3;
     EXPECT_EQ(counts(5), (Counts{7, 4, 2, 2, 2}));
 }
 
@@ -57,77 +57,77 @@ TEST_F(ShiftCount, MovesIntoTheLimitsEvenWithoutAModeShift) {
 }
 
 TEST_F(ShiftCount, ObeysTheMaximumWhereItIsBelowTheMinimum) {
-    settings.minModes = 15;
-    settings.maxModes = 5;
+    settings_.minModes = 15;
+    settings_.maxModes = 5;
     start(10);
     EXPECT_EQ(counts(2), (Counts{5, 5}));
     start(3);
-    settings.modeShift = 1;
+    settings_.modeShift = 1;
     EXPECT_EQ(counts(2), (Counts{5, 5}));
 }
 
 TEST_F(ShiftCount, CountsFromTheSetAndNotFromTheModesStillSounding) {
     start(10);
-    settings.modeShift = -3;
+    settings_.modeShift = -3;
     EXPECT_EQ(counts(1), Counts{7});
-    EXPECT_EQ(voice.activeCount, 10);
+    EXPECT_EQ(voice_.activeCount, 10);
     EXPECT_EQ(counts(1), Counts{4});
 }
 
 TEST_F(ShiftCount, CanReachNoneAndComeBack) {
-    settings.minModes = 0;
-    settings.modeShift = -3;
+    settings_.minModes = 0;
+    settings_.modeShift = -3;
     start(4);
     EXPECT_EQ(counts(2), (Counts{1, 0}));
     tick(66); // "Blend Time", and what the rounding of the steps may add
-    EXPECT_EQ(voice.activeCount, 0);
-    EXPECT_EQ(voice.tick(), 0.0F);
-    settings.modeShift = 2;
+    EXPECT_EQ(voice_.activeCount, 0);
+    EXPECT_EQ(voice_.tick(), 0.0F);
+    settings_.modeShift = 2;
     EXPECT_EQ(counts(1), Counts{2});
-    EXPECT_EQ(voice.activeCount, 2);
+    EXPECT_EQ(voice_.activeCount, 2);
 }
 
 TEST_F(ShiftCount, StaysBetweenNoneAndAHundredWhateverTheSettings) {
-    settings.modeShift = 3;
-    settings.minModes = 150;
-    settings.maxModes = 200;
+    settings_.modeShift = 3;
+    settings_.minModes = 150;
+    settings_.maxModes = 200;
     start(99);
     EXPECT_EQ(counts(2), (Counts{100, 100}));
-    settings.minModes = kLowestInt; // what NaN parameters read as
-    settings.maxModes = kLowestInt;
+    settings_.minModes = kLowestInt; // what NaN parameters read as
+    settings_.maxModes = kLowestInt;
     EXPECT_EQ(counts(1), Counts{0});
-    settings.maxModes = 20;
-    settings.modeShift = kLowestInt;
+    settings_.maxModes = 20;
+    settings_.modeShift = kLowestInt;
     start(10);
     EXPECT_EQ(counts(1), Counts{0});
-    settings.minModes = -5;
-    settings.modeShift = -3;
+    settings_.minModes = -5;
+    settings_.modeShift = -3;
     start(1);
     EXPECT_EQ(counts(1), Counts{0});
 }
 
 TEST_F(ShiftCount, LeavesAnUnchangedSetStandingStill) {
     start(10);
-    const ModeArray amps = voice.amp;
-    const ModeArray freqs = voice.freq;
+    const ModeArray amps = voice_.amp;
+    const ModeArray freqs = voice_.freq;
     counts(3);
-    EXPECT_EQ(voice.amp, amps);
-    EXPECT_EQ(voice.freq, freqs);
-    EXPECT_EQ(voice.ampStep, ModeArray(100, 0.0F));
-    EXPECT_EQ(voice.freqStep, ModeArray(100, 0.0F));
+    EXPECT_EQ(voice_.amp, amps);
+    EXPECT_EQ(voice_.freq, freqs);
+    EXPECT_EQ(voice_.ampStep, ModeArray(100, 0.0F));
+    EXPECT_EQ(voice_.freqStep, ModeArray(100, 0.0F));
 }
 
 TEST_F(ShiftCount, GlidesAnUnchangedCountToTargetsThatMoved) {
     start(3);
-    settings.jitterHz = 32.0F;
+    settings_.jitterHz = 32.0F;
     counts(1);
-    EXPECT_EQ(voice.freqStep[0], 0.0F);
-    EXPECT_EQ(voice.freqStep[1], 0.5F); // 32 Hz in 64 samples
-    EXPECT_EQ(voice.freqStep[2], -0.5F);
+    EXPECT_EQ(voice_.freqStep[0], 0.0F);
+    EXPECT_EQ(voice_.freqStep[1], 0.5F); // 32 Hz in 64 samples
+    EXPECT_EQ(voice_.freqStep[2], -0.5F);
     tick(64);
-    EXPECT_EQ(voice.freq[0], 50.0F);
-    EXPECT_EQ(voice.freq[1], 132.0F);
-    EXPECT_EQ(voice.freq[2], 118.0F);
+    EXPECT_EQ(voice_.freq[0], 50.0F);
+    EXPECT_EQ(voice_.freq[1], 132.0F);
+    EXPECT_EQ(voice_.freq[2], 118.0F);
 }
 
 } // namespace

@@ -37,53 +37,53 @@ std::string printedBy(Action action) {
 class VoiceBench : public testing::Test {
 protected:
     VoiceBench() {
-        settings.secondsPerSample = 1.0 / 1024.0;
-        settings.blendSeconds = 1.0 / 16.0;
-        settings.tempo = 120.0;
-        settings.minModes = 0;
-        settings.maxModes = 100;
+        settings_.secondsPerSample = 1.0 / 1024.0;
+        settings_.blendSeconds = 1.0 / 16.0;
+        settings_.tempo = 120.0;
+        settings_.minModes = 0;
+        settings_.maxModes = 100;
         neverShift();
         wave(0);
     }
 
     void wave(std::int32_t kind) {
-        settings.waveKind = kind;
-        wavetable::build(settings, 1024);
+        settings_.waveKind = kind;
+        wavetable::build(settings_, 1024);
     }
 
-    void neverShift() { settings.shiftBeats = std::numeric_limits<double>::infinity(); }
+    void neverShift() { settings_.shiftBeats = std::numeric_limits<double>::infinity(); }
 
     // One sample in which a shift takes place, whatever the clock says.
     float tickWithShift() {
-        settings.shiftBeats = 0.0;
-        const float out = voice.tick();
+        settings_.shiftBeats = 0.0;
+        const float out = voice_.tick();
         neverShift();
         return out;
     }
 
     void tick(int samples) {
         for (int n = 0; n < samples; ++n) {
-            voice.tick();
+            voice_.tick();
         }
     }
 
     // Mode `i` stands on its target. The bank grows to hold it.
     void place(std::int32_t i, float amp, float freq, float phase = 0.0F) {
-        voice.amp[i] = amp;
-        voice.freq[i] = freq;
-        voice.phase[i] = phase;
+        voice_.amp[i] = amp;
+        voice_.freq[i] = freq;
+        voice_.phase[i] = phase;
         aim(i, amp, freq);
-        voice.activeCount = std::max(voice.activeCount, i + 1);
-        voice.targetCount = std::max(voice.targetCount, i + 1);
+        voice_.activeCount = std::max(voice_.activeCount, i + 1);
+        voice_.targetCount = std::max(voice_.targetCount, i + 1);
     }
 
     void aim(std::int32_t i, float targetAmp, float targetFreq) {
-        voice.targetAmp[i] = targetAmp;
-        voice.targetFreq[i] = targetFreq;
+        voice_.targetAmp[i] = targetAmp;
+        voice_.targetFreq[i] = targetFreq;
     }
 
-    VoiceSettings settings;
-    ModeVoice voice{&settings};
+    VoiceSettings settings_;
+    ModeVoice voice_{&settings_};
 };
 
 } // namespace zelvatone

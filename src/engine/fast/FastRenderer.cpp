@@ -22,24 +22,24 @@ bool isSame(const BankTraits& a, const BankTraits& b) {
 } // namespace
 
 FastRenderer::FastRenderer(const ModeKernel& kernel, ZelvatoneEngine& engine)
-    : kernel(kernel),
-      engine(engine),
-      targets(engine.settings.get()),
-      cycle(engine.settings.get()) {}
+    : kernel_(kernel),
+      engine_(engine),
+      targets_(engine.settings.get()),
+      cycle_(engine.settings.get()) {}
 
 void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
-    if (!isInFastRange(*engine.settings)) {
+    if (!isInFastRange(*engine_.settings)) {
         voice.start(frequency);
         return;
     }
     voice.beginNote(frequency);
-    targets.fill(voice, voice.activeCount);
+    targets_.fill(voice, voice.activeCount);
     voice.standOnTargets();
 }
 
 bool FastRenderer::render(float* out, std::int32_t samples) {
     collectActiveVoices();
-    if (activeCount == 0) {
+    if (activeCount_ == 0) {
         std::fill_n(out, samples, 0.0F);
         return true;
     }
@@ -55,59 +55,59 @@ bool FastRenderer::render(float* out, std::int32_t samples) {
 // Slots whose note has faded become free, the others are the active voices of this run, in slot
 // order.
 void FastRenderer::collectActiveVoices() {
-    activeCount = 0;
+    activeCount_ = 0;
     for (std::int32_t slot = 0; slot < kSlots; ++slot) {
-        std::int32_t& note = engine.voiceNotes[slot];
+        std::int32_t& note = engine_.voiceNotes[slot];
         if (note == SynthEngine::kFreeSlot) {
             continue;
         }
-        if (!engine.envelopes[slot]->isActive()) {
+        if (!engine_.envelopes[slot]->isActive()) {
             note = SynthEngine::kFreeSlot;
             continue;
         }
-        ActiveVoice& active = activeVoices[activeCount++];
+        ActiveVoice& active = activeVoices_[activeCount_++];
         active.slot = slot;
-        active.voice = engine.voices[slot].get();
-        active.envelope = engine.envelopes[slot].get();
+        active.voice = engine_.voices[slot].get();
+        active.envelope = engine_.envelopes[slot].get();
     }
 }
 
 // Brings everything that is derived from the settings up to date. Events change the pitch bend
 // between runs, all else changes between blocks.
 bool FastRenderer::updateDerivedSettings() {
-    const VoiceSettings& settings = *engine.settings;
-    if (!settingsAreDerived) {
-        settingsAreDerived = true;
-        settingsAreInRange =
-            isInFastRange(settings) && isInFastRange(*engine.envelopeSettings) && cycle.renew();
+    const VoiceSettings& settings = *engine_.settings;
+    if (!settingsAreDerived_) {
+        settingsAreDerived_ = true;
+        settingsAreInRange_ =
+            isInFastRange(settings) && isInFastRange(*engine_.envelopeSettings) && cycle_.renew();
         renewConstants();
     }
-    constants.radiansPerHz =
+    constants_.radiansPerHz =
         static_cast<float>(2.0 * settings.secondsPerSample * std::numbers::pi * settings.bendRatio);
-    return settingsAreInRange;
+    return settingsAreInRange_;
 }
 
 void FastRenderer::renewConstants() {
-    constants.entriesPerRadian = cycle.entriesPerRadian();
-    constants.cycle = cycle.middle();
-    const float factor = engine.settings->dropFactor;
-    const std::int32_t modulus = engine.settings->dropModulus;
-    if (constants.dropFactors != nullptr && factor == dropFactor && modulus == dropModulus) {
+    constants_.entriesPerRadian = cycle_.entriesPerRadian();
+    constants_.cycle = cycle_.middle();
+    const float factor = engine_.settings->dropFactor;
+    const std::int32_t modulus = engine_.settings->dropModulus;
+    if (constants_.dropFactors != nullptr && factor == dropFactor_ && modulus == dropModulus_) {
         return;
     }
-    dropFactor = factor;
-    dropModulus = modulus;
+    dropFactor_ = factor;
+    dropModulus_ = modulus;
     for (std::int32_t mode = 0; mode < kPaddedModes; ++mode) {
-        dropFactors[mode] = modulus < 2 || mode % modulus == 1 ? factor : 1.0F;
+        dropFactors_[mode] = modulus < 2 || mode % modulus == 1 ? factor : 1.0F;
     }
-    constants.dropFactors = dropFactors.data();
-    constants.drops = factor != 1.0F;
-    constants.dropsGliding = modulus < 2;
-    constants.dropGrowth = std::pow(std::max(factor, 1.0F), float{kRunSamples});
+    constants_.dropFactors = dropFactors_.data();
+    constants_.drops = factor != 1.0F;
+    constants_.dropsGliding = modulus < 2;
+    constants_.dropGrowth = std::pow(std::max(factor, 1.0F), float{kRunSamples});
 }
 
 bool FastRenderer::voicesAreInRange(std::int32_t samples) {
-    return std::all_of(activeVoices.begin(), activeVoices.begin() + activeCount,
+    return std::all_of(activeVoices_.begin(), activeVoices_.begin() + activeCount_,
                        [&](ActiveVoice& active) { return analyse(active, samples); });
 }
 
@@ -117,25 +117,25 @@ bool FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) {
         return false;
     }
     ModeBank bank = bankOf(*active.voice);
-    active.traits = kernel.analyse(bank, constants, samples);
+    active.traits = kernel_.analyse(bank, constants_, samples);
     if (!active.traits.inFastRange) {
         return false;
     }
     active.changes = samplesBeforeChange(*active.voice, samples) < samples;
     if (active.changes) { // modes may enter with what they hold from earlier
         bank.count = kMaxModeCount;
-        return kernel.analyse(bank, constants, samples).inFastRange;
+        return kernel_.analyse(bank, constants_, samples).inFastRange;
     }
     return true;
 }
 
 void FastRenderer::runEnvelopes(std::int32_t samples) {
-    const double dt = 1.0 / static_cast<double>(engine.sampleRate);
-    for (std::int32_t i = 0; i < activeCount; ++i) {
-        ActiveVoice& active = activeVoices[i];
-        active.samples = runEnvelope(*active.envelope, dt, samples, buffers[i].levels);
+    const double dt = 1.0 / static_cast<double>(engine_.sampleRate);
+    for (std::int32_t i = 0; i < activeCount_; ++i) {
+        ActiveVoice& active = activeVoices_[i];
+        active.samples = runEnvelope(*active.envelope, dt, samples, buffers_[i].levels);
         if (active.samples < samples) { // the envelope has ended within the run
-            engine.voiceNotes[active.slot] = SynthEngine::kFreeSlot;
+            engine_.voiceNotes[active.slot] = SynthEngine::kFreeSlot;
         }
     }
 }
@@ -143,17 +143,17 @@ void FastRenderer::runEnvelopes(std::int32_t samples) {
 // Voices in which nothing changes for the whole run wait for others like them, the rest is rendered
 // at once.
 void FastRenderer::renderVoices(std::int32_t samples) {
-    for (std::int32_t i = 0; i < activeCount; ++i) {
-        ActiveVoice& active = activeVoices[i];
+    for (std::int32_t i = 0; i < activeCount_; ++i) {
+        ActiveVoice& active = activeVoices_[i];
         active.isRendered =
             active.changes || active.traits.phaseTooFast || active.samples < samples;
         if (active.isRendered) {
-            renderVoice(*active.voice, active.samples, buffers[i].samples,
-                        {kernel, constants, scratch, targets});
+            renderVoice(*active.voice, active.samples, buffers_[i].samples,
+                        {kernel_, constants_, scratch_, targets_});
         }
     }
-    for (std::int32_t i = 0; i < activeCount; ++i) {
-        if (!activeVoices[i].isRendered) {
+    for (std::int32_t i = 0; i < activeCount_; ++i) {
+        if (!activeVoices_[i].isRendered) {
             renderBatch(i, samples);
         }
     }
@@ -164,31 +164,32 @@ void FastRenderer::renderBatch(std::int32_t first, std::int32_t samples) {
     std::array<Segment, kSlots> segments;
     std::int32_t count = 0;
     std::int32_t lanesLeft = kBatchLanes;
-    for (std::int32_t i = first; i < activeCount; ++i) {
-        ActiveVoice& active = activeVoices[i];
+    for (std::int32_t i = first; i < activeCount_; ++i) {
+        ActiveVoice& active = activeVoices_[i];
         const ModeBank bank = bankOf(*active.voice);
-        const std::int32_t lanes = (bank.count + kernel.lanes - 1) / kernel.lanes * kernel.lanes;
-        if (active.isRendered || !isSame(active.traits, activeVoices[first].traits) ||
+        const std::int32_t lanes = (bank.count + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
+        if (active.isRendered || !isSame(active.traits, activeVoices_[first].traits) ||
             lanes > lanesLeft) {
             continue;
         }
         lanesLeft -= lanes;
-        segments[count++] = {bank, active.voice->gain, buffers[i].samples};
+        segments[count++] = {bank, active.voice->gain, buffers_[i].samples};
         advanceClock(*active.voice, samples);
         active.isRendered = true;
     }
-    kernel.render(segments.data(), count, samples, activeVoices[first].traits, constants, scratch);
+    kernel_.render(segments.data(), count, samples, activeVoices_[first].traits, constants_,
+                   scratch_);
 }
 
 void FastRenderer::mixVoices(float* out, std::int32_t samples) {
     alignas(64) std::array<float, kRunSamples> sum{};
     alignas(64) std::array<float, kRunSamples> weight{};
-    for (std::int32_t i = 0; i < activeCount; ++i) {
-        kernel.mix(sum.data(), weight.data(), buffers[i].samples, buffers[i].levels,
-                   activeVoices[i].samples);
+    for (std::int32_t i = 0; i < activeCount_; ++i) {
+        kernel_.mix(sum.data(), weight.data(), buffers_[i].samples, buffers_[i].levels,
+                    activeVoices_[i].samples);
     }
     alignas(64) std::array<float, kRunSamples> scaled;
-    kernel.finish(scaled.data(), sum.data(), weight.data(), samples);
+    kernel_.finish(scaled.data(), sum.data(), weight.data(), samples);
     std::copy_n(scaled.begin(), samples, out);
 }
 

@@ -27,7 +27,7 @@ public:
     void startVoice(ModeVoice& voice, float frequency);
 
     // To be called when the settings may have changed.
-    void beginBlock() { settingsAreDerived = false; }
+    void beginBlock() { settingsAreDerived_ = false; }
     // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Answers
     // false, with nothing done, if some value among settings and voices is outside the input
     // range: the reference renderer, which prints a line for every look-up that fails, must
@@ -60,20 +60,20 @@ private:
     void renderBatch(std::int32_t first, std::int32_t samples);
     void mixVoices(float* out, std::int32_t samples);
 
-    KernelScratch scratch;
-    std::array<VoiceBuffer, kSlots> buffers{}; // by active voice
-    const ModeKernel& kernel;
-    ZelvatoneEngine& engine;
-    ModeTargets targets;
-    WaveCycle cycle;
-    BlockConstants constants{};
-    std::array<float, kPaddedModes> dropFactors{}; // of these two settings:
-    float dropFactor = 1.0F;
-    std::int32_t dropModulus = 1;
-    std::int32_t activeCount = 0;
-    std::array<ActiveVoice, kSlots> activeVoices{};
-    bool settingsAreDerived = false;
-    bool settingsAreInRange = false;
+    KernelScratch scratch_;
+    std::array<VoiceBuffer, kSlots> buffers_{}; // by active voice
+    const ModeKernel& kernel_;
+    ZelvatoneEngine& engine_;
+    ModeTargets targets_;
+    WaveCycle cycle_;
+    BlockConstants constants_{};
+    std::array<float, kPaddedModes> dropFactors_{}; // of these two settings:
+    float dropFactor_ = 1.0F;
+    std::int32_t dropModulus_ = 1;
+    std::int32_t activeCount_ = 0;
+    std::array<ActiveVoice, kSlots> activeVoices_{};
+    bool settingsAreDerived_ = false;
+    bool settingsAreInRange_ = false;
 };
 
 } // namespace zelvatone

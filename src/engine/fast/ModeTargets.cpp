@@ -19,29 +19,29 @@ bool isSame(const Record& a, const Record& b) {
 
 } // namespace
 
-ModeTargets::ModeTargets(const VoiceSettings* settings) : settings(settings) {
+ModeTargets::ModeTargets(const VoiceSettings* settings) : settings_(settings) {
     renewPowers();
 }
 
 void ModeTargets::renewPowers() {
-    shape = {settings->falloff, settings->parity, settings->detune};
-    const float evenFactor = std::min(static_cast<float>(1.0 - shape.parity), 1.0F);
-    const float oddFactor = std::min(static_cast<float>(shape.parity + 1.0), 1.0F);
+    shape_ = {settings_->falloff, settings_->parity, settings_->detune};
+    const float evenFactor = std::min(static_cast<float>(1.0 - shape_.parity), 1.0F);
+    const float oddFactor = std::min(static_cast<float>(shape_.parity + 1.0), 1.0F);
     for (std::int32_t k = 1; k <= kMaxModeCount; ++k) {
-        harmonicAmps[k - 1] =
-            powerAsFloat(k, shape.falloff) * (k % 2 == 0 ? evenFactor : oddFactor);
+        harmonicAmps_[k - 1] =
+            powerAsFloat(k, shape_.falloff) * (k % 2 == 0 ? evenFactor : oddFactor);
     }
-    for (std::size_t j = 0; j < ratios.size(); ++j) {
-        ratios[j] = extraRatio(static_cast<std::int32_t>(j), shape.detune);
+    for (std::size_t j = 0; j < ratios_.size(); ++j) {
+        ratios_[j] = extraRatio(static_cast<std::int32_t>(j), shape_.detune);
     }
-    set.count = -1; // the amplitudes are out of date
+    set_.count = -1; // the amplitudes are out of date
 }
 
 void ModeTargets::renewAmplitudes(std::int32_t count, std::int32_t extras) {
-    set = {count, extras, settings->primePower};
-    std::fill_n(amplitudes.begin(), extras, set.primePower);
-    std::copy_n(harmonicAmps.begin(), count - extras, amplitudes.begin() + extras);
-    const std::span<float> used(amplitudes.data(), static_cast<std::size_t>(count));
+    set_ = {count, extras, settings_->primePower};
+    std::fill_n(amplitudes_.begin(), extras, set_.primePower);
+    std::copy_n(harmonicAmps_.begin(), count - extras, amplitudes_.begin() + extras);
+    const std::span<float> used(amplitudes_.data(), static_cast<std::size_t>(count));
     const float sum = std::accumulate(used.begin(), used.end(), 0.0F);
     if (sum > 0.0F) {
         for (float& amplitude : used) {
@@ -51,25 +51,25 @@ void ModeTargets::renewAmplitudes(std::int32_t count, std::int32_t extras) {
 }
 
 void ModeTargets::fill(ModeVoice& voice, std::int32_t count) {
-    if (!isSame(shape, Shape{settings->falloff, settings->parity, settings->detune})) {
+    if (!isSame(shape_, Shape{settings_->falloff, settings_->parity, settings_->detune})) {
         renewPowers();
     }
-    const std::int32_t extras = std::clamp(std::min(settings->primeModes, count), 0,
-                                           static_cast<std::int32_t>(ratios.size()));
-    if (!isSame(set, Set{count, extras, settings->primePower})) {
+    const std::int32_t extras = std::clamp(std::min(settings_->primeModes, count), 0,
+                                           static_cast<std::int32_t>(ratios_.size()));
+    if (!isSame(set_, Set{count, extras, settings_->primePower})) {
         renewAmplitudes(count, extras);
     }
-    std::copy_n(amplitudes.begin(), count, voice.targetAmp.begin());
+    std::copy_n(amplitudes_.begin(), count, voice.targetAmp.begin());
     for (std::int32_t j = 0; j < extras; ++j) {
-        voice.targetFreq[j] = voice.baseFreq / ratios[j];
+        voice.targetFreq[j] = voice.baseFreq / ratios_[j];
     }
     for (std::int32_t k = 1; k <= count - extras; ++k) {
         float& frequency = voice.targetFreq[extras + k - 1];
         frequency = static_cast<float>(k) * voice.baseFreq;
         if (k % 2 == 0) {
-            frequency += settings->jitterHz;
+            frequency += settings_->jitterHz;
         } else if (k > 1) {
-            frequency -= settings->jitterHz;
+            frequency -= settings_->jitterHz;
         }
     }
 }

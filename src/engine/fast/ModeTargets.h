@@ -35,12 +35,12 @@ private:
     void renewPowers();
     void renewAmplitudes(std::int32_t count, std::int32_t extras);
 
-    const VoiceSettings* settings;
-    Shape shape{};
-    std::array<float, kMaxModeCount> harmonicAmps{}; // by harmonic less one
-    std::array<float, kPrimes.size()> ratios{};      // by extra mode
-    Set set{};
-    std::array<float, kMaxModeCount> amplitudes{}; // by mode, normalised
+    const VoiceSettings* settings_;
+    Shape shape_{};
+    std::array<float, kMaxModeCount> harmonicAmps_{}; // by harmonic less one
+    std::array<float, kPrimes.size()> ratios_{};      // by extra mode
+    Set set_{};
+    std::array<float, kMaxModeCount> amplitudes_{}; // by mode, normalised
 };
 
 } // namespace zelvatone

@@ -17,27 +17,27 @@ class SampleClock {
 public:
     // `start` and `increment` in seconds, `increment` above zero; `samples` (1..kRunSamples): how
     // far it will be asked for.
-    SampleClock(Time start, double increment, std::int32_t samples) : start(start) {
+    SampleClock(Time start, double increment, std::int32_t samples) : start_(start) {
         const Time first = after(start, increment);
-        step = static_cast<double>(first) - start;
-        uniform = static_cast<double>(after(first, increment)) - first == step &&
-                  staysWithinOnePower(samples);
-        if (!uniform) {
+        step_ = static_cast<double>(first) - start;
+        uniform_ = static_cast<double>(after(first, increment)) - first == step_ &&
+                   staysWithinOnePower(samples);
+        if (!uniform_) {
             count(increment, samples);
         }
     }
 
     // The time after `samples` more samples, 0 to as many as were announced.
     Time at(std::int32_t samples) const {
-        return uniform ? static_cast<Time>(start + samples * step) : counted[samples];
+        return uniform_ ? static_cast<Time>(start_ + samples * step_) : counted_[samples];
     }
 
 private:
     static Time after(Time time, double increment) { return static_cast<Time>(time + increment); }
 
-    // If so, `samples * step` is a number of last places that the clock's format has room for.
+    // If so, `samples * step_` is a number of last places that the clock's format has room for.
     bool staysWithinOnePower(std::int32_t samples) const {
-        return exponentBits(static_cast<double>(start)) == exponentBits(start + samples * step);
+        return exponentBits(static_cast<double>(start_)) == exponentBits(start_ + samples * step_);
     }
 
     static std::uint64_t exponentBits(double value) {
@@ -45,16 +45,16 @@ private:
     }
 
     void count(double increment, std::int32_t samples) {
-        counted[0] = start;
+        counted_[0] = start_;
         for (std::int32_t k = 0; k < samples; ++k) {
-            counted[k + 1] = after(counted[k], increment);
+            counted_[k + 1] = after(counted_[k], increment);
         }
     }
 
-    Time start;
-    double step;
-    bool uniform;
-    std::array<Time, kRunSamples + 1> counted; // only where it is not uniform
+    Time start_;
+    double step_;
+    bool uniform_;
+    std::array<Time, kRunSamples + 1> counted_; // only where it is not uniform
 };
 
 } // namespace zelvatone

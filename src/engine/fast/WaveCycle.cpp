@@ -7,24 +7,24 @@
 namespace zelvatone {
 
 WaveCycle::WaveCycle(const VoiceSettings* settings)
-    : settings(settings), entries(static_cast<std::size_t>(2 * settings->tableSize + 1)) {}
+    : settings_(settings), entries_(static_cast<std::size_t>(2 * settings->tableSize + 1)) {}
 
 bool WaveCycle::renew() {
-    const wavetable::Readout readout(*settings);
-    if (readout.length < 1 || readout.length > settings->tableSize) {
+    const wavetable::Readout readout(*settings_);
+    if (readout.length < 1 || readout.length > settings_->tableSize) {
         return false;
     }
     // The table is built anew exactly when one of these two changes.
-    if (readout.length != length || settings->waveKind != waveKind ||
-        settings->crushBits != crushBits) {
-        length = readout.length;
-        waveKind = settings->waveKind;
-        crushBits = settings->crushBits;
-        scale = readout.scale;
-        float* entry = entries.data() + settings->tableSize;
-        std::copy_n(settings->table.get(), length, entry);
-        std::copy_n(settings->table.get(), length, entry - length);
-        entry[length] = entry[0];
+    if (readout.length != length_ || settings_->waveKind != waveKind_ ||
+        settings_->crushBits != crushBits_) {
+        length_ = readout.length;
+        waveKind_ = settings_->waveKind;
+        crushBits_ = settings_->crushBits;
+        scale_ = readout.scale;
+        float* entry = entries_.data() + settings_->tableSize;
+        std::copy_n(settings_->table.get(), length_, entry);
+        std::copy_n(settings_->table.get(), length_, entry - length_);
+        entry[length_] = entry[0];
     }
     return true;
 }

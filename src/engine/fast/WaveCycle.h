@@ -21,17 +21,17 @@ public:
     bool renew();
 
     // Entry 0. Entries -length..length can be read.
-    const float* middle() const { return entries.data() + settings->tableSize; }
-    float entriesPerRadian() const { return scale; }
+    const float* middle() const { return entries_.data() + settings_->tableSize; }
+    float entriesPerRadian() const { return scale_; }
 
 private:
-    const VoiceSettings* settings;
-    std::vector<float> entries;
+    const VoiceSettings* settings_;
+    std::vector<float> entries_;
     // What the entries stand for.
-    std::int32_t length = 0;
-    std::int32_t waveKind = 0;
-    std::int32_t crushBits = 0;
-    float scale = 0.0F;
+    std::int32_t length_ = 0;
+    std::int32_t waveKind_ = 0;
+    std::int32_t crushBits_ = 0;
+    float scale_ = 0.0F;
 };
 
 } // namespace zelvatone
