@@ -1,6 +1,6 @@
-#include "Comparison.h"
+#include "bench/Comparison.h"
 
-#include "Measuring.h"
+#include "bench/Measuring.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 // turns at the same load, so that what else the machine does hits all of them.
 #pragma once
 
-#include "Loads.h"
+#include "bench/Loads.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
-#include "CostCurves.h"
+#include "bench/CostCurves.h"
 
-#include "Comparison.h"
-#include "Measuring.h"
+#include "bench/Comparison.h"
+#include "bench/Measuring.h"
 
 #include <algorithm>
 

@@ -5,9 +5,9 @@
 //
 // Instruments differ in what a note is, so each says what it plays, and each is measured with no
 // note, with 8 and with 32: what does not grow is no longer playing more notes.
-#include "Error.h"
+#include "host/Error.h"
+#include "host/plugin/HostedPlugin.h"
 #include "params/ParameterTable.h"
-#include "plugin/HostedPlugin.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "Loads.h"
+#include "bench/Loads.h"
 
 #include "params/ParameterTable.h"
 

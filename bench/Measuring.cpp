@@ -1,4 +1,4 @@
-#include "Measuring.h"
+#include "bench/Measuring.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 // Timing one renderer at one load.
 #pragma once
 
-#include "Loads.h"
+#include "bench/Loads.h"
 
 #include <cstdint>
 #include <functional>

@@ -3,8 +3,8 @@
 // What rendering costs, renderer against renderer, as a table. --load takes one load alone, --csv
 // writes the table to FILE too, --curves measures the cost of notes and modes into FILE. Fails when
 // a renderer makes another sound than the reference renderer.
-#include "Comparison.h"
-#include "CostCurves.h"
+#include "bench/Comparison.h"
+#include "bench/CostCurves.h"
 
 #include <cstdio>
 #include <cstring>

@@ -14,7 +14,7 @@ cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
 windows_flags() {
     local folder
     printf '%s\n' --target=x86_64-w64-mingw32 -std=c++20 -nostdinc++ -Wno-pragma-pack \
-        -I. -Isrc -Isrc/vst2 -Ihost
+        -I. -Isrc -Isrc/vst2
     "$windows_compiler" -xc++ -E -v /dev/null 2>&1 | sed -n '/#include </,/End of/ s/^ //p' |
         grep -vE '/[0-9]+-posix/include(-fixed)?$' |
         while read -r folder; do printf '%s\n' -isystem "$folder"; done
@@ -45,7 +45,7 @@ export windows_compiler=x86_64-w64-mingw32-g++-posix
 if (($# > 0)); then
     files=("$@")
 else
-    mapfile -t files < <(find src host vstgui -name '*.cpp' | sort)
+    mapfile -t files < <(find src host tour cli vstgui -name '*.cpp' | sort)
 fi
 for index in "${!files[@]}"; do
     printf '%d/%d\0%s\0' $((index + 1)) ${#files[@]} "${files[index]}"

@@ -1,4 +1,4 @@
-#include "audio/LevelMeter.h"
+#include "host/audio/LevelMeter.h"
 
 #include <algorithm>
 #include <cmath>

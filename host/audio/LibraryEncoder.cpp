@@ -1,7 +1,7 @@
 // All kinds of sound file, by libsndfile.
-#include "Error.h"
-#include "audio/OggSerial.h"
-#include "audio/SoundEncoder.h"
+#include "host/Error.h"
+#include "host/audio/OggSerial.h"
+#include "host/audio/SoundEncoder.h"
 
 #include <sndfile.h>
 

@@ -1,6 +1,6 @@
-#include "audio/OggSerial.h"
+#include "host/audio/OggSerial.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <ogg/ogg.h>
 

@@ -1,7 +1,7 @@
 // Makes an OGG file the same on every writing.
 #pragma once
 
-#include "audio/OutputFile.h"
+#include "host/audio/OutputFile.h"
 
 namespace zelvatone {
 

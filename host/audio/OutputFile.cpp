@@ -1,7 +1,7 @@
-#include "audio/OutputFile.h"
+#include "host/audio/OutputFile.h"
 
-#include "Error.h"
-#include "files/SystemFile.h"
+#include "host/Error.h"
+#include "host/files/SystemFile.h"
 
 #include <unistd.h>
 

@@ -1,8 +1,8 @@
 // Turns samples into the bytes of a sound file.
 #pragma once
 
-#include "audio/OutputFile.h"
-#include "audio/SoundFileFormat.h"
+#include "host/audio/OutputFile.h"
+#include "host/audio/SoundFileFormat.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
-#include "audio/SoundEncoder.h"
+#include "host/audio/SoundEncoder.h"
 
-#include "Error.h"
-#include "audio/WavEncoder.h"
+#include "host/Error.h"
+#include "host/audio/WavEncoder.h"
 
 namespace zelvatone {
 

@@ -1,7 +1,7 @@
-#include "audio/SoundFileFormat.h"
+#include "host/audio/SoundFileFormat.h"
 
-#include "Error.h"
-#include "text/Names.h"
+#include "host/Error.h"
+#include "host/text/Names.h"
 
 namespace zelvatone {
 

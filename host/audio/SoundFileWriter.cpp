@@ -1,7 +1,7 @@
-#include "audio/SoundFileWriter.h"
+#include "host/audio/SoundFileWriter.h"
 
-#include "Error.h"
-#include "audio/SampleFormat.h"
+#include "host/Error.h"
+#include "host/audio/SampleFormat.h"
 
 #include <string>
 

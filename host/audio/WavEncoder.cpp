@@ -1,4 +1,4 @@
-#include "audio/WavEncoder.h"
+#include "host/audio/WavEncoder.h"
 
 #include <bit>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // WAV files, without any library.
 #pragma once
 
-#include "audio/SoundEncoder.h"
+#include "host/audio/SoundEncoder.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include "files/CsvLine.h"
+#include "host/files/CsvLine.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 namespace zelvatone {
 

@@ -1,6 +1,6 @@
-#include "files/FileBytes.h"
+#include "host/files/FileBytes.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
-#include "files/OutputFolder.h"
+#include "host/files/OutputFolder.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <fcntl.h>
 #include <unistd.h>

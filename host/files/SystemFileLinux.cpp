@@ -1,4 +1,4 @@
-#include "files/SystemFile.h"
+#include "host/files/SystemFile.h"
 
 #include <fcntl.h>
 #include <unistd.h>

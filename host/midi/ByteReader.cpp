@@ -1,6 +1,6 @@
-#include "midi/ByteReader.h"
+#include "host/midi/ByteReader.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
-#include "midi/MidiFileReader.h"
+#include "host/midi/MidiFileReader.h"
 
-#include "Error.h"
-#include "files/FileBytes.h"
-#include "midi/ByteReader.h"
-#include "midi/MidiTrackParser.h"
+#include "host/Error.h"
+#include "host/files/FileBytes.h"
+#include "host/midi/ByteReader.h"
+#include "host/midi/MidiTrackParser.h"
 
 #include <algorithm>
 #include <array>

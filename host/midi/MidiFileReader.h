@@ -2,7 +2,7 @@
 // believed: every length is checked against what is there.
 #pragma once
 
-#include "midi/MidiFile.h"
+#include "host/midi/MidiFile.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "midi/MidiTrackParser.h"
+#include "host/midi/MidiTrackParser.h"
 
 #include <algorithm>
 #include <string>

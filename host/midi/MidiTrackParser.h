@@ -1,8 +1,8 @@
 // Turns the bytes of one track chunk into messages at ticks.
 #pragma once
 
-#include "midi/ByteReader.h"
-#include "midi/MidiFile.h"
+#include "host/midi/ByteReader.h"
+#include "host/midi/MidiFile.h"
 
 namespace zelvatone {
 

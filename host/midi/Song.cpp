@@ -1,7 +1,7 @@
-#include "midi/Song.h"
+#include "host/midi/Song.h"
 
-#include "Error.h"
-#include "midi/MidiFileReader.h"
+#include "host/Error.h"
+#include "host/midi/MidiFileReader.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,9 +1,9 @@
 // A song as an instrument plays it: messages at seconds, under a tempo and a meter.
 #pragma once
 
-#include "midi/MeterMap.h"
-#include "midi/MidiFile.h"
-#include "midi/TempoMap.h"
+#include "host/midi/MeterMap.h"
+#include "host/midi/MidiFile.h"
+#include "host/midi/TempoMap.h"
 
 #include <cstdint>
 #include <filesystem>

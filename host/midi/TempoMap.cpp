@@ -1,4 +1,4 @@
-#include "midi/TempoMap.h"
+#include "host/midi/TempoMap.h"
 
 #include <algorithm>
 

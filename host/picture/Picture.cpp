@@ -1,6 +1,6 @@
-#include "picture/Picture.h"
+#include "host/picture/Picture.h"
 
-#include "picture/PngFile.h"
+#include "host/picture/PngFile.h"
 
 namespace zelvatone {
 

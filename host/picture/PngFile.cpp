@@ -1,7 +1,7 @@
-#include "picture/PngFile.h"
+#include "host/picture/PngFile.h"
 
-#include "Error.h"
-#include "audio/OutputFile.h"
+#include "host/Error.h"
+#include "host/audio/OutputFile.h"
 
 #include <vector>
 

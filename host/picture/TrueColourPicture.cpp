@@ -1,6 +1,6 @@
-#include "picture/TrueColourPicture.h"
+#include "host/picture/TrueColourPicture.h"
 
-#include "picture/PngFile.h"
+#include "host/picture/PngFile.h"
 
 namespace zelvatone {
 

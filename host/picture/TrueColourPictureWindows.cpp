@@ -1,7 +1,7 @@
 // PNG files through GDI+.
-#include "Error.h"
-#include "audio/OutputFile.h"
-#include "picture/TrueColourPicture.h"
+#include "host/Error.h"
+#include "host/audio/OutputFile.h"
+#include "host/picture/TrueColourPicture.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "plugin/EditLog.h"
+#include "host/plugin/EditLog.h"
 
 #include <utility>
 

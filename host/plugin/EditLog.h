@@ -1,9 +1,9 @@
 // Collects what a plug-in tells its host about edits, for the thread that shows it.
 #pragma once
 
-#include "plugin/EditListener.h"
-#include "plugin/HostedPlugin.h"
-#include "window/EditorWindow.h"
+#include "host/plugin/EditListener.h"
+#include "host/plugin/HostedPlugin.h"
+#include "host/window/EditorWindow.h"
 
 #include <mutex>
 #include <optional>

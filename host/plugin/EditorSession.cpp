@@ -1,6 +1,6 @@
-#include "plugin/EditorSession.h"
+#include "host/plugin/EditorSession.h"
 
-#include "files/UserPath.h"
+#include "host/files/UserPath.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // A plug-in's editor in a window of ours, with its turns 30 times a second.
 #pragma once
 
-#include "plugin/EditLog.h"
-#include "plugin/PluginEditor.h"
+#include "host/plugin/EditLog.h"
+#include "host/plugin/PluginEditor.h"
 
 namespace zelvatone {
 

@@ -1,6 +1,6 @@
-#include "plugin/HostServices.h"
+#include "host/plugin/HostServices.h"
 
-#include "plugin/Capabilities.h"
+#include "host/plugin/Capabilities.h"
 #include "vst2/audioeffect.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // stands, what it can do.
 #pragma once
 
-#include "plugin/EditListener.h"
+#include "host/plugin/EditListener.h"
 #include "vst2/aeffectx.h"
 
 #include <atomic>

@@ -1,7 +1,7 @@
-#include "plugin/HostedPlugin.h"
+#include "host/plugin/HostedPlugin.h"
 
-#include "Error.h"
-#include "plugin/PluginText.h"
+#include "host/Error.h"
+#include "host/plugin/PluginText.h"
 
 #include <algorithm>
 #include <mutex>

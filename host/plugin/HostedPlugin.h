@@ -1,8 +1,8 @@
 // One instance of a plug-in, from its entry point to its close.
 #pragma once
 
-#include "plugin/HostServices.h"
-#include "plugin/PluginLibrary.h"
+#include "host/plugin/HostServices.h"
+#include "host/plugin/PluginLibrary.h"
 #include "vst2/aeffectx.h"
 
 #include <memory>

@@ -1,8 +1,8 @@
-#include "plugin/ParameterLookup.h"
+#include "host/plugin/ParameterLookup.h"
 
-#include "Error.h"
-#include "text/Names.h"
-#include "text/Numbers.h"
+#include "host/Error.h"
+#include "host/text/Names.h"
+#include "host/text/Numbers.h"
 
 #include <optional>
 

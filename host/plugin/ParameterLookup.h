@@ -1,7 +1,7 @@
 // Finds the parameter that a user means.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
+#include "host/plugin/HostedPlugin.h"
 
 #include <string>
 #include <string_view>

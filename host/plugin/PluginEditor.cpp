@@ -1,6 +1,6 @@
-#include "plugin/PluginEditor.h"
+#include "host/plugin/PluginEditor.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 namespace zelvatone {
 

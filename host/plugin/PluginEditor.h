@@ -1,8 +1,8 @@
 // The editor that a plug-in brings along, from its opening to its close.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
-#include "window/EditorWindow.h"
+#include "host/plugin/HostedPlugin.h"
+#include "host/window/EditorWindow.h"
 
 namespace zelvatone {
 

@@ -1,7 +1,7 @@
-#include "plugin/PluginLibrary.h"
+#include "host/plugin/PluginLibrary.h"
 
-#include "Error.h"
-#include "plugin/SharedLibrary.h"
+#include "host/Error.h"
+#include "host/plugin/SharedLibrary.h"
 
 namespace zelvatone {
 

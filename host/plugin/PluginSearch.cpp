@@ -1,6 +1,6 @@
-#include "plugin/PluginSearch.h"
+#include "host/plugin/PluginSearch.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <string>
 #include <system_error>

@@ -1,4 +1,4 @@
-#include "plugin/PluginSearch.h"
+#include "host/plugin/PluginSearch.h"
 
 #include <cstdlib>
 #include <sstream>

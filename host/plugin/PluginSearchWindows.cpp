@@ -1,6 +1,6 @@
-#include "plugin/PluginSearch.h"
+#include "host/plugin/PluginSearch.h"
 
-#include "files/UserPath.h"
+#include "host/files/UserPath.h"
 
 #include <windows.h>
 

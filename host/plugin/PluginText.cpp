@@ -1,4 +1,4 @@
-#include "plugin/PluginText.h"
+#include "host/plugin/PluginText.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,8 +1,8 @@
-#include "plugin/Programs.h"
+#include "host/plugin/Programs.h"
 
-#include "Error.h"
-#include "text/Names.h"
-#include "text/Numbers.h"
+#include "host/Error.h"
+#include "host/text/Names.h"
+#include "host/text/Numbers.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,7 +1,7 @@
 // A plug-in's programs: their names, and which one is current.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
+#include "host/plugin/HostedPlugin.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "plugin/SharedLibrary.h"
+#include "host/plugin/SharedLibrary.h"
 
 #include <dlfcn.h>
 

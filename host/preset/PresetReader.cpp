@@ -1,10 +1,10 @@
-#include "preset/PresetReader.h"
+#include "host/preset/PresetReader.h"
 
-#include "Error.h"
-#include "files/FileBytes.h"
-#include "midi/ByteReader.h"
-#include "preset/PresetFormat.h"
-#include "text/Numbers.h"
+#include "host/Error.h"
+#include "host/files/FileBytes.h"
+#include "host/midi/ByteReader.h"
+#include "host/preset/PresetFormat.h"
+#include "host/text/Numbers.h"
 
 #include <algorithm>
 #include <bit>

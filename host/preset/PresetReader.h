@@ -1,7 +1,7 @@
 // Reads VST 2 preset files. They come from anywhere, so nothing in them is believed.
 #pragma once
 
-#include "preset/Preset.h"
+#include "host/preset/Preset.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,8 +1,8 @@
-#include "preset/PresetTransfer.h"
+#include "host/preset/PresetTransfer.h"
 
-#include "Error.h"
-#include "plugin/PluginText.h"
-#include "plugin/Programs.h"
+#include "host/Error.h"
+#include "host/plugin/PluginText.h"
+#include "host/plugin/Programs.h"
 
 #include <algorithm>
 #include <array>

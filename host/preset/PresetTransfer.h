@@ -1,8 +1,8 @@
 // Carries presets out of a plug-in and into it.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
-#include "preset/Preset.h"
+#include "host/plugin/HostedPlugin.h"
+#include "host/preset/Preset.h"
 
 namespace zelvatone {
 

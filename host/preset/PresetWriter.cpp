@@ -1,9 +1,9 @@
-#include "preset/PresetWriter.h"
+#include "host/preset/PresetWriter.h"
 
-#include "Error.h"
-#include "audio/OutputFile.h"
-#include "preset/PresetFormat.h"
-#include "preset/PresetReader.h"
+#include "host/Error.h"
+#include "host/audio/OutputFile.h"
+#include "host/preset/PresetFormat.h"
+#include "host/preset/PresetReader.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,7 +1,7 @@
 // Writes VST 2 preset files.
 #pragma once
 
-#include "preset/Preset.h"
+#include "host/preset/Preset.h"
 
 #include <cstdint>
 #include <filesystem>

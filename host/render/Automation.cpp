@@ -1,11 +1,11 @@
-#include "render/Automation.h"
+#include "host/render/Automation.h"
 
-#include "Error.h"
-#include "files/CsvLine.h"
-#include "files/FileBytes.h"
-#include "plugin/ParameterLookup.h"
-#include "render/EventSchedule.h"
-#include "text/Numbers.h"
+#include "host/Error.h"
+#include "host/files/CsvLine.h"
+#include "host/files/FileBytes.h"
+#include "host/plugin/ParameterLookup.h"
+#include "host/render/EventSchedule.h"
+#include "host/text/Numbers.h"
 
 #include <algorithm>
 

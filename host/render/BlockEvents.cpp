@@ -1,4 +1,4 @@
-#include "render/BlockEvents.h"
+#include "host/render/BlockEvents.h"
 
 #include <algorithm>
 #include <new>

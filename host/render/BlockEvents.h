@@ -1,7 +1,7 @@
 // Cuts a schedule into blocks of events in the form that plug-ins take them.
 #pragma once
 
-#include "render/EventSchedule.h"
+#include "host/render/EventSchedule.h"
 #include "vst2/aeffectx.h"
 
 #include <cstddef>

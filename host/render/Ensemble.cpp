@@ -1,4 +1,4 @@
-#include "render/Ensemble.h"
+#include "host/render/Ensemble.h"
 
 #include <algorithm>
 #include <utility>

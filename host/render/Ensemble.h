@@ -1,9 +1,9 @@
 // The instruments that play a song together, on several threads.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
-#include "render/InstrumentPlayer.h"
-#include "threads/ThreadTeam.h"
+#include "host/plugin/HostedPlugin.h"
+#include "host/render/InstrumentPlayer.h"
+#include "host/threads/ThreadTeam.h"
 
 #include <memory>
 #include <span>

@@ -1,4 +1,4 @@
-#include "render/EventSchedule.h"
+#include "host/render/EventSchedule.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // A song's events at samples.
 #pragma once
 
-#include "midi/Song.h"
+#include "host/midi/Song.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "render/InstrumentPlayer.h"
+#include "host/render/InstrumentPlayer.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <algorithm>
 #include <utility>

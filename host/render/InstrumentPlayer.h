@@ -1,10 +1,10 @@
 // One instrument playing one part of a song, block by block.
 #pragma once
 
-#include "plugin/HostedPlugin.h"
-#include "render/Automation.h"
-#include "render/BlockEvents.h"
-#include "render/Transport.h"
+#include "host/plugin/HostedPlugin.h"
+#include "host/render/Automation.h"
+#include "host/render/BlockEvents.h"
+#include "host/render/Transport.h"
 
 #include <cstdint>
 #include <span>

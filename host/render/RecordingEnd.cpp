@@ -1,6 +1,6 @@
-#include "render/RecordingEnd.h"
+#include "host/render/RecordingEnd.h"
 
-#include "render/EventSchedule.h"
+#include "host/render/EventSchedule.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
-#include "render/Stems.h"
+#include "host/render/Stems.h"
 
-#include "Error.h"
-#include "files/UserPath.h"
+#include "host/Error.h"
+#include "host/files/UserPath.h"
 
 #include <system_error>
 #include <utility>

@@ -1,9 +1,9 @@
 // The files of a rendering: the mix, and one for each part that plays in it.
 #pragma once
 
-#include "audio/LevelMeter.h"
-#include "audio/SoundFileWriter.h"
-#include "render/Ensemble.h"
+#include "host/audio/LevelMeter.h"
+#include "host/audio/SoundFileWriter.h"
+#include "host/render/Ensemble.h"
 
 #include <filesystem>
 #include <memory>

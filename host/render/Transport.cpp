@@ -1,4 +1,4 @@
-#include "render/Transport.h"
+#include "host/render/Transport.h"
 
 namespace zelvatone {
 

@@ -1,7 +1,7 @@
 // Where the music stands at each sample, as plug-ins are told.
 #pragma once
 
-#include "midi/Song.h"
+#include "host/midi/Song.h"
 #include "vst2/aeffectx.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "text/Names.h"
+#include "host/text/Names.h"
 
 #include <algorithm>
 #include <numeric>

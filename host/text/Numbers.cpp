@@ -1,4 +1,4 @@
-#include "text/Numbers.h"
+#include "host/text/Numbers.h"
 
 #include <array>
 #include <charconv>

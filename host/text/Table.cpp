@@ -1,6 +1,6 @@
-#include "text/Table.h"
+#include "host/text/Table.h"
 
-#include "text/Names.h"
+#include "host/text/Names.h"
 
 #include <algorithm>
 

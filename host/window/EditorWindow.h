@@ -1,7 +1,7 @@
 // A window of the host's own, for a plug-in's editor to open in.
 #pragma once
 
-#include "picture/TrueColourPicture.h"
+#include "host/picture/TrueColourPicture.h"
 
 #include <chrono>
 #include <memory>

@@ -1,6 +1,6 @@
-#include "window/PictureDisplay.h"
+#include "host/window/PictureDisplay.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>

@@ -1,4 +1,4 @@
-#include "window/PictureDisplay.h"
+#include "host/window/PictureDisplay.h"
 
 namespace zelvatone {
 

@@ -1,8 +1,8 @@
-#include "window/EditorWindow.h"
+#include "host/window/EditorWindow.h"
 
-#include "Error.h"
-#include "files/UserPath.h"
-#include "terminal/Interrupt.h"
+#include "host/Error.h"
+#include "host/files/UserPath.h"
+#include "host/threads/Interrupt.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
-#include "window/EditorWindow.h"
+#include "host/window/EditorWindow.h"
 
-#include "Error.h"
-#include "terminal/Interrupt.h"
+#include "host/Error.h"
+#include "host/threads/Interrupt.h"
 
 #include <poll.h>
 #include <xcb/xcb.h>

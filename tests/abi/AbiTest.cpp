@@ -3,7 +3,7 @@
 //
 // This one program includes a header under the GNU GPL (see IndependentNumbers.cpp) and is bound by
 // that licence as a whole. It is a test: never installed, never shipped, linked by nothing else.
-#include "abi/AbiNumbers.h"
+#include "tests/abi/AbiNumbers.h"
 
 #include <gtest/gtest.h>
 

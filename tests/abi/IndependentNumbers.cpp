@@ -15,7 +15,7 @@
 // - VstPinProperties: the flag values, and the reserved bytes at the end;
 // - text lengths: 25 for a program name (ours counts without the terminator), 128 for vendor and
 //   product, which it marks as tried out with hosts rather than known.
-#include "abi/AbiNumbers.h"
+#include "tests/abi/AbiNumbers.h"
 
 #include <pluginterfaces/fst/fst.h>
 
@@ -28,6 +28,6 @@
 
 std::vector<AbiNumber> independentNumbers() {
     return {
-#include "abi/SharedNumbers.inc"
+#include "tests/abi/SharedNumbers.inc"
     };
 }

@@ -1,4 +1,4 @@
-#include "abi/AbiNumbers.h"
+#include "tests/abi/AbiNumbers.h"
 
 #include "vst2/aeffectx.h"
 
@@ -12,6 +12,6 @@
 
 std::vector<AbiNumber> ourNumbers() {
     return {
-#include "abi/SharedNumbers.inc"
+#include "tests/abi/SharedNumbers.inc"
     };
 }

@@ -1,5 +1,5 @@
 // The host sets parameters: what the editor shows.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <cmath>
 #include <limits>

@@ -1,5 +1,5 @@
 // The badge leads to the maker's web page, by way of the desktop's opener.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
-#include "vstgui/XServer.h"
+#include "tests/vstgui/XServer.h"
 
 #include <chrono>
 #include <thread>

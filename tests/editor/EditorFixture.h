@@ -1,9 +1,9 @@
 // A plug-in, a host's window, and what the user sees and does in it.
 #pragma once
 
-#include "Face.h"
-#include "PluginHost.h"
-#include "vstgui/HostWindow.h"
+#include "tests/editor/Face.h"
+#include "tests/editor/PluginHost.h"
+#include "tests/vstgui/HostWindow.h"
 
 #include <gtest/gtest.h>
 

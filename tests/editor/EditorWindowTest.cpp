@@ -1,5 +1,5 @@
 // What the host and the user find when the editor opens.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "Face.h"
+#include "tests/editor/Face.h"
 
 #include <cairo/cairo.h>
 

@@ -1,7 +1,7 @@
 // What the editor is to look like, taken from the picture files and from where things are to lie.
 #pragma once
 
-#include "vstgui/HostWindow.h"
+#include "tests/vstgui/HostWindow.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
 // The help: its button, its index with five areas, and a page for each.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // The user turns knobs: what the host hears, and what the user sees.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <gmock/gmock.h>
 

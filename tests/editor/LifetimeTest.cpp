@@ -1,5 +1,5 @@
 // The editor through openings, closings and hosts with bad habits.
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <malloc.h>
 

@@ -1,4 +1,4 @@
-#include "PluginHost.h"
+#include "tests/editor/PluginHost.h"
 
 #include <dlfcn.h>
 

@@ -2,7 +2,7 @@
 // The sanitizer for threads watches these tests too:
 //   cmake --preset tsan && cmake --build --preset tsan --target EditorTest EditorPartsTest
 //   ctest --preset tsan -R 'EditorThreads|ControlGate|OpensWhileAnotherThread'
-#include "EditorFixture.h"
+#include "tests/editor/EditorFixture.h"
 
 #include <chrono>
 #include <thread>

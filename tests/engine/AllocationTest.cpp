@@ -1,7 +1,7 @@
 // The audio path allocates three things and no others: a block's list of parameters, the events of
 // MIDI messages, and a wave table whose size changes.
-#include "engine/CountingNew.h"
-#include "engine/EngineFixture.h"
+#include "tests/engine/CountingNew.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The size of the host's blocks is not part of the sound.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "engine/CountingNew.h"
+#include "tests/engine/CountingNew.h"
 
 #include <cstdlib>
 #include <new>

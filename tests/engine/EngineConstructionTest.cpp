@@ -1,6 +1,6 @@
 // What stands ready when an engine is made, and what the host's dispatcher may do to it.
-#include "engine/EngineFixture.h"
-#include "engine/RecordingEngine.h"
+#include "tests/engine/EngineFixture.h"
+#include "tests/engine/RecordingEngine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

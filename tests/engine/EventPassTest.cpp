@@ -1,6 +1,6 @@
 // Which of the waiting events a sample applies, and in what order the others go on waiting.
-#include "engine/RecordingEngine.h"
 #include "engine/SynthEvent.h"
+#include "tests/engine/RecordingEngine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // From which sample on a note is heard.
-#include "engine/EngineFixture.h"
-#include "engine/RecordingEngine.h"
+#include "tests/engine/EngineFixture.h"
+#include "tests/engine/RecordingEngine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

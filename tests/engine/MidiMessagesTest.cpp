@@ -1,5 +1,5 @@
 // What MIDI messages mean to an engine.
-#include "engine/RecordingEngine.h"
+#include "tests/engine/RecordingEngine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

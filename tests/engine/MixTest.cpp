@@ -1,5 +1,5 @@
 // How voices and envelopes become one signal.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // A host may store a value that is not a number. What is heard then is open; what may not happen is
 // a crash, a stray access or an endless loop.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // From key down to silence.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

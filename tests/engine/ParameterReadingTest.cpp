@@ -1,8 +1,8 @@
 // From knobs to the settings that voices read.
 #include "engine/ParameterReading.h"
-#include "engine/EngineFixture.h"
 #include "engine/WaveTable.h"
 #include "params/ParameterTable.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

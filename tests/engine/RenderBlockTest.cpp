@@ -1,5 +1,5 @@
 // What a block takes note of when it begins, and what it leaves for the next one.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

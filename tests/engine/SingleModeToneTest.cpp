@@ -1,5 +1,5 @@
 // A note of one mode is a sine of known pitch and level: the whole engine against closed forms.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gtest/gtest.h>
 

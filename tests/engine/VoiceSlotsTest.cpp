@@ -1,5 +1,5 @@
 // Which slot a note takes, and when a slot is free again.
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

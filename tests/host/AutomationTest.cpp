@@ -1,11 +1,11 @@
-#include "render/Automation.h"
+#include "host/render/Automation.h"
 
-#include "Error.h"
-#include "files/CsvLine.h"
-#include "midi/MidiFileReader.h"
-#include "render/InstrumentPlayer.h"
-#include "support/MidiFileBuilder.h"
-#include "support/Program.h"
+#include "host/Error.h"
+#include "host/files/CsvLine.h"
+#include "host/midi/MidiFileReader.h"
+#include "host/render/InstrumentPlayer.h"
+#include "tests/support/MidiFileBuilder.h"
+#include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

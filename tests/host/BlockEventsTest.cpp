@@ -1,7 +1,7 @@
-#include "render/BlockEvents.h"
+#include "host/render/BlockEvents.h"
 
-#include "midi/MidiFileReader.h"
-#include "support/MidiFileBuilder.h"
+#include "host/midi/MidiFileReader.h"
+#include "tests/support/MidiFileBuilder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "plugin/HostServices.h"
+#include "host/plugin/HostServices.h"
 
 #include <gtest/gtest.h>
 

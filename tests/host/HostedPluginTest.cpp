@@ -1,8 +1,8 @@
-#include "plugin/HostedPlugin.h"
+#include "host/plugin/HostedPlugin.h"
 
-#include "Error.h"
-#include "plugins/PulseLog.h"
-#include "support/Program.h"
+#include "host/Error.h"
+#include "tests/support/Program.h"
+#include "tests/support/plugins/PulseLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -60,7 +60,7 @@ TEST(HostedPlugin, StartsThroughTheOlderEntryPoint) {
 
 TEST(HostedPlugin, SaysWhyAFileIsNoPlugIn) {
     EXPECT_THAT(refusal("/no/such.so"), HasSubstr("no such plug-in"));
-    EXPECT_THAT(refusal(TEST_HOST_SOURCES "CMakeLists.txt"),
+    EXPECT_THAT(refusal(TEST_PLUGINS "../CTestTestfile.cmake"),
                 HasSubstr("is no plug-in: invalid ELF header"));
     EXPECT_THAT(refusal(testPlugin("noentry")), HasSubstr("no entry point"));
     EXPECT_THAT(refusal(testPlugin("refusing")), HasSubstr("refuses to start"));

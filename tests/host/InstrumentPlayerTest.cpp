@@ -1,10 +1,10 @@
-#include "render/InstrumentPlayer.h"
+#include "host/render/InstrumentPlayer.h"
 
-#include "Error.h"
-#include "midi/MidiFileReader.h"
-#include "plugins/PulseLog.h"
-#include "support/MidiFileBuilder.h"
-#include "support/Program.h"
+#include "host/Error.h"
+#include "host/midi/MidiFileReader.h"
+#include "tests/support/MidiFileBuilder.h"
+#include "tests/support/Program.h"
+#include "tests/support/plugins/PulseLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

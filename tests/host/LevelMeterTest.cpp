@@ -1,4 +1,4 @@
-#include "audio/LevelMeter.h"
+#include "host/audio/LevelMeter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

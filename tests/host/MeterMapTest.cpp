@@ -1,4 +1,4 @@
-#include "midi/MeterMap.h"
+#include "host/midi/MeterMap.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "midi/MidiFileReader.h"
+#include "host/midi/MidiFileReader.h"
 
-#include "Error.h"
-#include "support/MidiFileBuilder.h"
-#include "support/TemporaryFolder.h"
+#include "host/Error.h"
+#include "tests/support/MidiFileBuilder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "audio/OutputFile.h"
+#include "host/audio/OutputFile.h"
 
-#include "Error.h"
-#include "support/TemporaryFolder.h"
+#include "host/Error.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <sys/resource.h>
 #include <unistd.h>

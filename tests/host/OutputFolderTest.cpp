@@ -1,7 +1,7 @@
-#include "files/OutputFolder.h"
+#include "host/files/OutputFolder.h"
 
-#include "Error.h"
-#include "support/TemporaryFolder.h"
+#include "host/Error.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "plugin/ParameterLookup.h"
+#include "host/plugin/ParameterLookup.h"
 
-#include "Error.h"
+#include "host/Error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "Error.h"
-#include "preset/PresetReader.h"
-#include "preset/PresetWriter.h"
-#include "support/PresetBytes.h"
-#include "support/TemporaryFolder.h"
+#include "host/Error.h"
+#include "host/preset/PresetReader.h"
+#include "host/preset/PresetWriter.h"
+#include "tests/support/PresetBytes.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
-#include "preset/PresetTransfer.h"
+#include "host/preset/PresetTransfer.h"
 
-#include "Error.h"
-#include "plugin/Programs.h"
-#include "preset/PresetReader.h"
-#include "preset/PresetWriter.h"
-#include "support/PresetBytes.h"
-#include "support/Program.h"
+#include "host/Error.h"
+#include "host/plugin/Programs.h"
+#include "host/preset/PresetReader.h"
+#include "host/preset/PresetWriter.h"
+#include "tests/support/PresetBytes.h"
+#include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

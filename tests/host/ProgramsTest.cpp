@@ -1,8 +1,8 @@
-#include "plugin/Programs.h"
+#include "host/plugin/Programs.h"
 
-#include "Error.h"
-#include "support/Program.h"
-#include "text/Names.h"
+#include "host/Error.h"
+#include "host/text/Names.h"
+#include "tests/support/Program.h"
 
 #include <nlohmann/json.hpp>
 

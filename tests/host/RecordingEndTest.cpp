@@ -1,4 +1,4 @@
-#include "render/RecordingEnd.h"
+#include "host/render/RecordingEnd.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "audio/SampleFormat.h"
+#include "host/audio/SampleFormat.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "midi/Song.h"
+#include "host/midi/Song.h"
 
-#include "Error.h"
-#include "midi/MidiFileReader.h"
-#include "support/MidiFileBuilder.h"
+#include "host/Error.h"
+#include "host/midi/MidiFileReader.h"
+#include "tests/support/MidiFileBuilder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "audio/SoundFileWriter.h"
+#include "host/audio/SoundFileWriter.h"
 
-#include "Error.h"
-#include "support/SoundFile.h"
-#include "support/TemporaryFolder.h"
+#include "host/Error.h"
+#include "tests/support/SoundFile.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <sndfile.h>
 

@@ -1,4 +1,4 @@
-#include "threads/ThreadTeam.h"
+#include "host/threads/ThreadTeam.h"
 
 #include <gtest/gtest.h>
 

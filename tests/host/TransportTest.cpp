@@ -1,7 +1,7 @@
-#include "render/Transport.h"
+#include "host/render/Transport.h"
 
-#include "midi/MidiFileReader.h"
-#include "support/MidiFileBuilder.h"
+#include "host/midi/MidiFileReader.h"
+#include "tests/support/MidiFileBuilder.h"
 
 #include <gtest/gtest.h>
 

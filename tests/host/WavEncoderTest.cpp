@@ -1,8 +1,8 @@
 // WAV files of our own making, as the writing library reads and writes them.
-#include "audio/WavEncoder.h"
+#include "host/audio/WavEncoder.h"
 
-#include "support/SoundFile.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/SoundFile.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <sndfile.h>
 

@@ -1,8 +1,8 @@
 // Rendering takes no memory but for its list of the program's parameters.
-#include "engine/CountingNew.h"
 #include "engine/ZelvatoneEngine.h"
-#include "kernel/Kernels.h"
 #include "params/ParameterTable.h"
+#include "tests/engine/CountingNew.h"
+#include "tests/kernel/Kernels.h"
 
 #include <array>
 

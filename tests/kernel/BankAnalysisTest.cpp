@@ -1,6 +1,6 @@
 // What a kernel expects of a bank decides which shortcuts it takes.
-#include "kernel/Kernels.h"
-#include "kernel/TestBank.h"
+#include "tests/kernel/Kernels.h"
+#include "tests/kernel/TestBank.h"
 
 #include <limits>
 

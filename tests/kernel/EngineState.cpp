@@ -1,4 +1,4 @@
-#include "kernel/EngineState.h"
+#include "tests/kernel/EngineState.h"
 
 #include <cstdio>
 #include <cstring>

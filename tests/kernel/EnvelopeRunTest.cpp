@@ -1,7 +1,7 @@
 // An envelope's run against its ticks.
 #include "engine/fast/EnvelopeRun.h"
 
-#include "kernel/Random.h"
+#include "tests/kernel/Random.h"
 
 #include "engine/fast/ModeKernel.h"
 

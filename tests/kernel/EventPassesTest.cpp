@@ -1,6 +1,6 @@
 // Many event passes at once against pass after pass.
-#include "kernel/EngineState.h"
-#include "kernel/Random.h"
+#include "tests/kernel/EngineState.h"
+#include "tests/kernel/Random.h"
 
 #include "engine/fast/KernelChoice.h"
 

@@ -1,6 +1,6 @@
 // Look-ups that fail print a line each, sample by sample and voice by voice, whatever renders.
-#include "kernel/Kernels.h"
-#include "kernel/PrintedLines.h"
+#include "tests/kernel/Kernels.h"
+#include "tests/kernel/PrintedLines.h"
 
 #include "params/ParameterTable.h"
 

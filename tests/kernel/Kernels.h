@@ -1,7 +1,7 @@
 // The kernels that a test is run for.
 #pragma once
 
-#include "kernel/Scenario.h"
+#include "tests/kernel/Scenario.h"
 
 #include "engine/fast/KernelChoice.h"
 

@@ -1,4 +1,4 @@
-#include "kernel/Scenario.h"
+#include "tests/kernel/Scenario.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Every float that vectors wrap.
-#include "kernel/Kernels.h"
-#include "kernel/WrappedPhases.h"
+#include "tests/kernel/Kernels.h"
+#include "tests/kernel/WrappedPhases.h"
 
 namespace {
 

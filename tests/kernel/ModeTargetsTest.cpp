@@ -1,7 +1,7 @@
 // Targets from tables against targets from powers.
 #include "engine/fast/ModeTargets.h"
 
-#include "kernel/Random.h"
+#include "tests/kernel/Random.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kernel/PrintedLines.h"
+#include "tests/kernel/PrintedLines.h"
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 // Every program at every sample rate, a short chord each.
-#include "kernel/EngineState.h"
-#include "kernel/Scenario.h"
+#include "tests/kernel/EngineState.h"
+#include "tests/kernel/Scenario.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Reading a clock ahead against letting it run.
 #include "engine/fast/SampleClock.h"
 
-#include "kernel/Random.h"
+#include "tests/kernel/Random.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "kernel/Scenario.h"
+#include "tests/kernel/Scenario.h"
 
-#include "kernel/EngineState.h"
+#include "tests/kernel/EngineState.h"
 
 #include "params/ParameterTable.h"
 

@@ -1,8 +1,8 @@
 // A random performance, played by the reference engine and by fast ones at once.
 #pragma once
 
-#include "kernel/PrintedLines.h"
-#include "kernel/Random.h"
+#include "tests/kernel/PrintedLines.h"
+#include "tests/kernel/Random.h"
 
 #include "engine/ZelvatoneEngine.h"
 

@@ -1,7 +1,7 @@
 // A kernel's segment against as many ticks of the reference renderer, for every motion and every
 // wrap.
-#include "kernel/Kernels.h"
-#include "kernel/Random.h"
+#include "tests/kernel/Kernels.h"
+#include "tests/kernel/Random.h"
 
 #include "engine/WaveTable.h"
 #include "engine/fast/VoiceRun.h"

@@ -1,7 +1,7 @@
 // Where the next change of a voice's modes is found.
 #include "engine/fast/VoiceRun.h"
 
-#include "kernel/Random.h"
+#include "tests/kernel/Random.h"
 
 #include <gtest/gtest.h>
 

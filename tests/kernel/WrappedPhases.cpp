@@ -1,6 +1,6 @@
-#include "kernel/WrappedPhases.h"
+#include "tests/kernel/WrappedPhases.h"
 
-#include "kernel/TestBank.h"
+#include "tests/kernel/TestBank.h"
 
 #include <bit>
 #include <cmath>

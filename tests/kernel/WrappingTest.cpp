@@ -1,6 +1,6 @@
 // Phases come back into the cycle by sums of floats, where the rule speaks of doubles.
-#include "kernel/Kernels.h"
-#include "kernel/WrappedPhases.h"
+#include "tests/kernel/Kernels.h"
+#include "tests/kernel/WrappedPhases.h"
 
 namespace {
 

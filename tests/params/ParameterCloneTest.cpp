@@ -1,6 +1,6 @@
 // Copies of parameters.
-#include "params/ParameterHandle.h"
 #include "params/SynthParameter.h"
+#include "tests/params/ParameterHandle.h"
 
 #include <gtest/gtest.h>
 

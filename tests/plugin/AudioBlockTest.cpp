@@ -1,5 +1,5 @@
 // Blocks of audio from the linked library, and the tempo that the host tells.
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <array>
 #include <vector>

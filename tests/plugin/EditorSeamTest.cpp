@@ -1,6 +1,6 @@
 // The seam between the plug-in object and whatever editor registers with it.
-#include "plugin/FakeEditor.h"
-#include "plugin/ShellTest.h"
+#include "tests/plugin/FakeEditor.h"
+#include "tests/plugin/ShellTest.h"
 
 #include <gmock/gmock.h>
 

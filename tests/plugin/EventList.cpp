@@ -1,4 +1,4 @@
-#include "plugin/EventList.h"
+#include "tests/plugin/EventList.h"
 
 #include <algorithm>
 #include <cstddef>

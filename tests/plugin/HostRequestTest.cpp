@@ -1,6 +1,6 @@
 // Requests that ask who the plug-in is, and those that it has nothing to say to.
-#include "plugin/GuardedText.h"
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/GuardedText.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <climits>
 #include <cstdint>

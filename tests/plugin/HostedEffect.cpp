@@ -1,4 +1,4 @@
-#include "plugin/HostedEffect.h"
+#include "tests/plugin/HostedEffect.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // A plug-in from the host's side: everything goes through its AEffect record.
 #pragma once
 
-#include "plugin/EventList.h"
+#include "tests/plugin/EventList.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 // Numbers that no sane host sends. The output may then be anything; what counts is that the process
 // lives, under the sanitizers too, and that the plug-in still answers.
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <climits>
 #include <cmath>

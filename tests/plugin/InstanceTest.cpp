@@ -1,6 +1,6 @@
 // Several instances of the linked library in one process.
-#include "plugin/FreeWatch.h"
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/FreeWatch.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,8 +1,8 @@
 // A whole life of the plug-in in the hands of a host, for a memory checker to watch: two instances,
 // a second of notes, program and parameter changes, close. Takes the library's path; exit status 0
 // when it was played to the end.
-#include "plugin/HostedEffect.h"
-#include "plugin/RecordingHost.h"
+#include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/RecordingHost.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 // The linked plug-in file, loaded as a host loads it, and instances of it.
 #pragma once
 
-#include "plugin/HostedEffect.h"
-#include "plugin/RecordingHost.h"
+#include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/RecordingHost.h"
 
 #include <gtest/gtest.h>
 

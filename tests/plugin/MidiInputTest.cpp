@@ -1,6 +1,6 @@
 // MIDI into the linked library, judged by its sound. What each message queues is in
 // ShellEventTest.cpp.
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,5 +1,5 @@
-#include "plugin/GuardedText.h"
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/GuardedText.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <array>
 #include <climits>

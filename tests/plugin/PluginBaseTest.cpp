@@ -1,7 +1,7 @@
 // The bases by themselves: what a plug-in is that says nothing, and the services that a plug-in
 // asks of its host.
-#include "plugin/HostedEffect.h"
-#include "plugin/RecordingHost.h"
+#include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/RecordingHost.h"
 #include "vst2/aeffeditor.h"
 #include "vst2/audioeffectx.h"
 

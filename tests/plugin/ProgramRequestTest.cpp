@@ -1,7 +1,7 @@
 // Program requests to the linked library, whatever number of programs its bank holds. A bank of a
 // known size is in ShellProgramTest.cpp.
-#include "plugin/GuardedText.h"
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/GuardedText.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <climits>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "plugin/RecordingHost.h"
+#include "tests/plugin/RecordingHost.h"
 
 #include <algorithm>
 #include <iterator>

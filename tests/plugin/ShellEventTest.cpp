@@ -1,5 +1,5 @@
 // What the plug-in object and the engine's MIDI entry make of each message.
-#include "plugin/ShellTest.h"
+#include "tests/plugin/ShellTest.h"
 
 #include <gmock/gmock.h>
 

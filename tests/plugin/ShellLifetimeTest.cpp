@@ -1,4 +1,4 @@
-#include "plugin/ShellTest.h"
+#include "tests/plugin/ShellTest.h"
 
 namespace {
 

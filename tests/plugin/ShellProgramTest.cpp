@@ -1,5 +1,5 @@
 // Programs and parameters over a bank of three.
-#include "plugin/ShellTest.h"
+#include "tests/plugin/ShellTest.h"
 #include "vst2/aeffeditor.h"
 
 #include <climits>

@@ -1,10 +1,10 @@
 // A plug-in object over a spying engine, without the library around it.
 #pragma once
 
-#include "plugin/HostedEffect.h"
-#include "plugin/RecordingHost.h"
-#include "plugin/SpyEngine.h"
 #include "plugin/VSTGuiVSTInterface.h"
+#include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/RecordingHost.h"
+#include "tests/plugin/SpyEngine.h"
 
 #include <gtest/gtest.h>
 

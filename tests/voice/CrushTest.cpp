@@ -1,6 +1,6 @@
 // "Crush": the wave on few levels. Levels are stated by counting them: 2^(bits - 1) + 1 from -1 to
 // +1, evenly spaced.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <set>
 #include <vector>

@@ -1,7 +1,7 @@
 // Numbers below the smallest normal float, 2^-126, are part of the sound's definition: a fade that
 // ends there takes as many samples as its steps say. A processor set to flush them would end it at
 // once, so nothing here may set that mode.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

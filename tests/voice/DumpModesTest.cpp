@@ -1,5 +1,5 @@
 // dumpModes: the bank as text.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <stdio_ext.h> // how much of a stream is still to be flushed
 

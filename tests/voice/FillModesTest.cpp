@@ -1,5 +1,5 @@
 // fillModes: mode sets that stand at once, for looking at.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <numbers>
 #include <vector>

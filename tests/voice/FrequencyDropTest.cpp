@@ -1,5 +1,5 @@
 // "Freq Drop": frequencies that run away sample by sample, and "Drop Mod", which says whose.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <vector>
 

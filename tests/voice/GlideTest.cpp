@@ -1,5 +1,5 @@
 // How a mode moves from where it is to its target.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

@@ -1,7 +1,7 @@
 // The voice against its second telling: the same bits everywhere, all the time.
-#include "LiteralBank.h"
+#include "tests/voice/LiteralBank.h"
 
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <random>
 

@@ -1,5 +1,5 @@
 // How a phase finds its entry, and what "Chop" leaves of the cycle.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <numbers>
 

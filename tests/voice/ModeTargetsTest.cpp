@@ -1,5 +1,5 @@
 // How a mode set is laid out: the harmonic series, the extra modes, and what shapes them.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <vector>
 

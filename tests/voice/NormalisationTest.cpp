@@ -1,5 +1,5 @@
 // Amplitudes scaled to sum 1.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 // How phases turn and wrap, with and without pitch bend.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <numbers>
 #include <random>

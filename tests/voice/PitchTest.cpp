@@ -1,5 +1,5 @@
 // A note is in tune: its frequency, measured from the sound.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <numbers>
 #include <vector>

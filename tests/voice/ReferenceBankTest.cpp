@@ -1,8 +1,8 @@
 // The voice against its slow twin in double precision: amplitudes, frequencies, phases and output
 // stay within the twin's own error bounds.
-#include "ReferenceBank.h"
+#include "tests/voice/ReferenceBank.h"
 
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

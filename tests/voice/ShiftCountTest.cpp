@@ -1,5 +1,5 @@
 // How many modes each shift leaves.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <vector>
 

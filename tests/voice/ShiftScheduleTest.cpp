@@ -3,7 +3,7 @@
 // Samples count from 0, so "at sample n" means that n samples of the note were rendered before.
 // The expected samples are those of a clock that a Python script ran: doubles rounded to float
 // through its struct module, r = fmod(clock, period), a shift where r + 1 / rate > period.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <numeric>
 #include <vector>

@@ -1,6 +1,6 @@
 // What a shift does to the modes that enter, leave and stay. Falloff 0 makes the amplitudes of a
 // set of n modes 1 / n each; "Blend Time" is 64 samples.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

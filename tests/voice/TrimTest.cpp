@@ -1,5 +1,5 @@
 // When a faded mode is dropped from the bank.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

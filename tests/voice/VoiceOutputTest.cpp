@@ -1,5 +1,5 @@
 // What one sample sounds like.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 namespace zelvatone {
 namespace {

@@ -1,5 +1,5 @@
 // What a voice is made of, and how a note begins.
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include <vector>
 

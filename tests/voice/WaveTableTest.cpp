@@ -1,7 +1,7 @@
 // The five waves, from their formulas in extended precision.
 #include "engine/WaveTable.h"
 
-#include "VoiceBench.h"
+#include "tests/voice/VoiceBench.h"
 
 #include "engine/ParameterReading.h"
 #include "params/ParameterTable.h"

@@ -1,5 +1,5 @@
 // Servers and hosts with other pixels than 24 bits.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 namespace VSTGUI::test {
 namespace {

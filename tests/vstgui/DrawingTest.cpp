@@ -1,5 +1,5 @@
 // What controls ask the platform to draw.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 

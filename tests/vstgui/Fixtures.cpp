@@ -1,4 +1,4 @@
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include <thread>
 

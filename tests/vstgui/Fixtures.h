@@ -1,10 +1,10 @@
 // What the tests start from.
 #pragma once
 
-#include "HostWindow.h"
-#include "Pictures.h"
-#include "Recorder.h"
-#include "XServer.h"
+#include "tests/vstgui/HostWindow.h"
+#include "tests/vstgui/Pictures.h"
+#include "tests/vstgui/Recorder.h"
+#include "tests/vstgui/XServer.h"
 
 #include "vstgui/lib/vstguiinit.h"
 

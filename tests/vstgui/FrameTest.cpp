@@ -1,5 +1,5 @@
 // Who holds the views, who is asked first, and what a frame without a window answers.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include "vstgui/lib/platform/linux/linuxfactory.h"
 

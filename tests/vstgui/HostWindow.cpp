@@ -1,4 +1,4 @@
-#include "HostWindow.h"
+#include "tests/vstgui/HostWindow.h"
 
 #include <xcb/xtest.h>
 

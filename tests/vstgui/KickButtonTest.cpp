@@ -1,5 +1,5 @@
 // Buttons, and classes that derive from them to take the press themselves.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 namespace VSTGUI::test {
 namespace {

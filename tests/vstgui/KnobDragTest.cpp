@@ -1,6 +1,6 @@
 // How a drag turns a knob. The expected values follow from the geometry:
 // three quarters of a circle for the whole range, or 200 pixels along a line.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 namespace VSTGUI::test {
 namespace {

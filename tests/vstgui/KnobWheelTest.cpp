@@ -1,5 +1,5 @@
 // How the wheel and presses with Ctrl turn a knob.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include <limits>
 #include <thread>

@@ -1,5 +1,5 @@
 // Labels as they are seen.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include <cmath>
 

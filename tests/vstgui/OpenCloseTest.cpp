@@ -1,5 +1,5 @@
 // Nothing is left behind, however often a frame is opened and closed.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include <malloc.h>
 

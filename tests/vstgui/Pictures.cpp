@@ -1,4 +1,4 @@
-#include "Pictures.h"
+#include "tests/vstgui/Pictures.h"
 
 #include "vstgui/lib/platform/platformfactory.h"
 

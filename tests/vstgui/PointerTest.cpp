@@ -1,5 +1,5 @@
 // A real pointer turns a knob: the same numbers as for events that a test makes itself.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 namespace VSTGUI::test {
 namespace {

@@ -1,6 +1,6 @@
 // Values and texts set by other threads while the frame is drawn. What is worth here is the run
 // under the thread sanitizer; without it, the order and the wholeness of what is shown.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include <thread>
 

@@ -1,5 +1,5 @@
 // The frame in a host's window, under a real server and a real pointer.
-#include "Fixtures.h"
+#include "tests/vstgui/Fixtures.h"
 
 #include "vstgui/lib/platform/platform_x11.h"
 

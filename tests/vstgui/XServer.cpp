@@ -1,4 +1,4 @@
-#include "XServer.h"
+#include "tests/vstgui/XServer.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>

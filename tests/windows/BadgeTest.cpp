@@ -1,6 +1,6 @@
 // The badge leads to the maker's web page, by way of the user's browser. Wine's is a script here,
 // which writes down what it is asked for.
-#include "windows/EditorFixture.h"
+#include "tests/windows/EditorFixture.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "windows/EditorFixture.h"
+#include "tests/windows/EditorFixture.h"
 
 #include <cstdio>
 

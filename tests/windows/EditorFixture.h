@@ -1,8 +1,8 @@
 // A plug-in, a host's window, and the user's hands on what it shows.
 #pragma once
 
-#include "plugin/LoadedPlugin.h"
-#include "windows/HostWindow.h"
+#include "tests/plugin/LoadedPlugin.h"
+#include "tests/windows/HostWindow.h"
 
 namespace zelvatone::test {
 

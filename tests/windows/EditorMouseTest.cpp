@@ -1,5 +1,5 @@
 // The user turns knobs on Windows: what the host hears, and what it keeps.
-#include "windows/EditorFixture.h"
+#include "tests/windows/EditorFixture.h"
 
 #include <gmock/gmock.h>
 

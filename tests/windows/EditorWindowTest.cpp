@@ -1,5 +1,5 @@
 // The editor's window on Windows, through openings and closings.
-#include "windows/EditorFixture.h"
+#include "tests/windows/EditorFixture.h"
 
 #include <gmock/gmock.h>
 #include <winternl.h>

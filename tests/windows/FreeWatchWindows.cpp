@@ -1,4 +1,4 @@
-#include "plugin/FreeWatch.h"
+#include "tests/plugin/FreeWatch.h"
 
 #include <windows.h>
 

@@ -112,7 +112,7 @@ class HostProgram(unittest.TestCase):
     def testAnswersTheTourByOneLine(self):
         result = run(WINDOWS, "tour", "-o", str(self.folder / "tour"))
         self.assertAnsweredByOneLine(
-            result, 2, "'tour' is not there on Windows: make the page with the Linux host"
+            result, 2, "this build has no 'tour': make the page with the Linux host"
         )
 
     def testSavesWhatWasEditedWhenTheUserClosesTheWindow(self):

@@ -1,4 +1,4 @@
-#include "windows/HostWindow.h"
+#include "tests/windows/HostWindow.h"
 
 namespace zelvatone::test {
 

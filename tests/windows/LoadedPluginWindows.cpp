@@ -1,4 +1,4 @@
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 // Plays a phrase with every program of the plug-in and writes the samples into a file: 32-bit
 // floats, program after program, left and right channel in turn. Built for both systems, so that
 // what they play can be compared.
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <cstdio>
 #include <fstream>

@@ -1,5 +1,5 @@
 // What zelvatone.dll carries beside its code.
-#include "plugin/LoadedPlugin.h"
+#include "tests/plugin/LoadedPlugin.h"
 
 #include <windows.h>
 

@@ -1,0 +1,70 @@
+#include "cli/commands/ChannelOptions.h"
+
+#include "host/Error.h"
+#include "host/audio/Decibels.h"
+#include "host/text/Names.h"
+#include "host/text/Numbers.h"
+
+#include <cmath>
+
+namespace zelvatone {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& what, std::string_view text) {
+    throw UsageError("--channel takes " + what + ", not '" + std::string(text) + "'");
+}
+
+// "-6dB", "-6 dB" or "-6".
+float parseLevel(std::string_view text) {
+    std::string_view number = text;
+    if (number.size() >= 2 && equalInAnyCase(number.substr(number.size() - 2), "dB")) {
+        number = cleanEnd(number.substr(0, number.size() - 2));
+    }
+    const auto decibels = realNumber(number);
+    if (!decibels || std::abs(*decibels) > kLargestGain) {
+        fail("levels from -120dB to 120dB", text);
+    }
+    return gainFactor(*decibels);
+}
+
+} // namespace
+
+ChannelChoice parseChannel(std::string_view text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos) {
+        fail("CHANNEL=PROGRAM or CHANNEL=PROGRAM@LEVELdB", text);
+    }
+    const auto channel = wholeNumber(text.substr(0, equals));
+    if (!channel || *channel < 1 || *channel > 16) {
+        fail("channels from 1 to 16", text.substr(0, equals));
+    }
+    const std::string_view choice = text.substr(equals + 1);
+    const std::size_t at = choice.rfind('@');
+    const std::string program(choice.substr(0, at));
+    if (program.empty()) {
+        fail("CHANNEL=PROGRAM or CHANNEL=PROGRAM@LEVELdB", text);
+    }
+    return {*channel, program,
+            at == std::string_view::npos ? 1.0F : parseLevel(choice.substr(at + 1))};
+}
+
+std::map<int, ChannelChoice> parseChannels(const std::vector<std::string>& texts) {
+    std::map<int, ChannelChoice> choices;
+    for (const std::string& text : texts) {
+        const ChannelChoice choice = parseChannel(text);
+        if (!choices.emplace(choice.channel, choice).second) {
+            throw UsageError("--channel names channel " + std::to_string(choice.channel) +
+                             " twice");
+        }
+    }
+    return choices;
+}
+
+bool isPresetPath(std::string_view program) {
+    constexpr std::string_view extension = ".fxp";
+    return program.size() > extension.size() &&
+           equalInAnyCase(program.substr(program.size() - extension.size()), extension);
+}
+
+} // namespace zelvatone

@@ -1,0 +1,122 @@
+#include "cli/commands/InfoCommand.h"
+
+#include "cli/commands/PluginInfo.h"
+#include "host/text/Json.h"
+
+#include <CLI/CLI.hpp>
+
+namespace zelvatone {
+
+namespace {
+
+// Wide enough for the longest label, "Double precision".
+constexpr std::size_t kLabelWidth = 18;
+
+std::string line(const std::string& label, const std::string& value) {
+    return label + std::string(kLabelWidth - label.size(), ' ') + value + "\n";
+}
+
+std::string line(const std::string& label, int value) {
+    return line(label, std::to_string(value));
+}
+
+std::string line(const std::string& label, bool value) {
+    return line(label, std::string(value ? "yes" : "no"));
+}
+
+std::string answerName(int answer) {
+    if (answer == 0) {
+        return "does not say";
+    }
+    return answer > 0 ? "yes" : "no";
+}
+
+std::string idLine(const PluginInfo& info) {
+    return info.uniqueIdText.empty()
+               ? line("Unique id", info.uniqueId)
+               : line("Unique id", std::to_string(info.uniqueId) + " '" + info.uniqueIdText + "'");
+}
+
+std::string pinLines(const PluginInfo& info) {
+    std::string text;
+    for (const PinInfo& pin : info.outputPins) {
+        text += line("  output", pin.label + (pin.isStereo ? " (stereo)" : ""));
+    }
+    return text;
+}
+
+std::string asTable(const PluginInfo& info) {
+    std::string text =
+        line("File", info.path) + line("Name", info.name) + line("Vendor", info.vendor) +
+        line("Product", info.product) + line("Vendor version", info.vendorVersion) + idLine(info) +
+        line("Version", info.version) + line("VST version", info.vstVersion) +
+        line("Category", info.category) + line("Instrument", info.isInstrument) +
+        line("Editor", info.hasEditor) + line("State chunks", info.storesChunks) +
+        line("Double precision", info.rendersDoubles) + line("Programs", info.programs) +
+        line("Parameters", info.parameters) + line("Inputs", info.inputs) +
+        line("Outputs", info.outputs) + pinLines(info) + line("Latency", info.latencySamples) +
+        line("Tail", info.tailSamples) + line("MIDI inputs", info.midiInputChannels) +
+        line("MIDI outputs", info.midiOutputChannels) + "Can do\n";
+    for (const auto& [capability, answer] : info.capabilities) {
+        // NOLINTNEXTLINE(performance-inefficient-string-concatenation): eight lines
+        text += "  " + capability + std::string(22 - capability.size(), ' ') + answerName(answer) +
+                "\n";
+    }
+    return text;
+}
+
+Json asJson(const PluginInfo& info) {
+    Json pins = Json::array();
+    for (const PinInfo& pin : info.outputPins) {
+        pins.push_back({{"label", pin.label}, {"stereo", pin.isStereo}});
+    }
+    Json canDo = Json::object();
+    for (const auto& [capability, answer] : info.capabilities) {
+        canDo[capability] = answer;
+    }
+    return {{"path", info.path},
+            {"name", info.name},
+            {"vendor", info.vendor},
+            {"product", info.product},
+            {"vendorVersion", info.vendorVersion},
+            {"uniqueId", info.uniqueId},
+            {"uniqueIdText", info.uniqueIdText},
+            {"version", info.version},
+            {"vstVersion", info.vstVersion},
+            {"category", info.category},
+            {"instrument", info.isInstrument},
+            {"editor", info.hasEditor},
+            {"chunks", info.storesChunks},
+            {"doublePrecision", info.rendersDoubles},
+            {"programs", info.programs},
+            {"parameters", info.parameters},
+            {"inputs", info.inputs},
+            {"outputs", info.outputs},
+            {"outputPins", pins},
+            {"latencySamples", info.latencySamples},
+            {"tailSamples", info.tailSamples},
+            {"midiInputChannels", info.midiInputChannels},
+            {"midiOutputChannels", info.midiOutputChannels},
+            {"canDo", canDo}};
+}
+
+} // namespace
+
+CLI::App* addInfoCommand(CLI::App& app, InfoOptions& options) {
+    CLI::App* command = app.add_subcommand("info", "Show what the plug-in says about itself");
+    addPluginOptions(*command, options.plugin);
+    command->add_flag("--json", options.json, "Write JSON, for programs to read");
+    command->footer("Examples:\n"
+                    "  zelvatone info\n"
+                    "  zelvatone info --plugin /usr/lib/vst/other.so --json");
+    return command;
+}
+
+void runInfo(const InfoOptions& options, const StandardOutput& output) {
+    const PluginLibrary library = loadPlugin(options.plugin);
+    HostedPlugin plugin(library, StreamFormat{});
+    const PluginInfo info = pluginInfo(plugin);
+    output.print(options.json ? jsonText(asJson(info)) : asTable(info));
+}
+
+} // namespace zelvatone

@@ -1,0 +1,24 @@
+#include "cli/commands/PluginOptions.h"
+
+#include "host/files/UserPath.h"
+#include "host/plugin/PluginSearch.h"
+
+#include <CLI/CLI.hpp>
+
+namespace zelvatone {
+
+void addPluginOptions(CLI::App& command, PluginOptions& options) {
+    command.add_option("--plugin", options.path,
+                       std::string("The plug-in to load (default: ") + pluginFile() +
+                           ", looked for beside this program, in VST_PATH and where the "
+                           "system's plug-ins lie)");
+    command.add_flag("--verbose", options.verbose,
+                     "Show on standard error what the plug-in prints");
+}
+
+PluginLibrary loadPlugin(const PluginOptions& options) {
+    return PluginLibrary(options.path.empty() ? findPlugin(pluginFolders(currentSurroundings()))
+                                              : userPath(options.path));
+}
+
+} // namespace zelvatone

@@ -1,0 +1,24 @@
+// What every command that opens a plug-in is told about it.
+#pragma once
+
+#include "host/plugin/PluginLibrary.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace zelvatone {
+
+struct PluginOptions {
+    std::string path; // empty: look for it
+    bool verbose = false;
+};
+
+void addPluginOptions(CLI::App& command, PluginOptions& options);
+
+// Loads the plug-in that the options mean. Throws InputError.
+PluginLibrary loadPlugin(const PluginOptions& options);
+
+} // namespace zelvatone

@@ -1,0 +1,159 @@
+#include "cli/commands/RenderCommand.h"
+
+#include "cli/commands/RenderParts.h"
+#include "cli/commands/RenderReport.h"
+#include "cli/commands/RenderSettings.h"
+#include "cli/terminal/ProgressBar.h"
+#include "host/audio/LevelMeter.h"
+#include "host/audio/SoundFileWriter.h"
+#include "host/files/UserPath.h"
+#include "host/render/RecordingEnd.h"
+#include "host/render/Stems.h"
+#include "host/threads/Interrupt.h"
+
+#include <CLI/CLI.hpp>
+
+#include <chrono>
+
+namespace zelvatone {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Where the sound goes.
+struct Recording {
+    SoundFileWriter& file;
+    std::optional<Stems>& stems;
+};
+
+void write(const Recording& recording, std::span<const float> samples) {
+    recording.file.write(samples);
+    if (recording.stems) {
+        recording.stems->write(samples.size());
+    }
+}
+
+// Renders round after round into the files until the recording is over.
+RenderReport record(Ensemble& ensemble, const RenderSettings& settings, std::int64_t songFrames,
+                    const Recording& recording, ProgressBar& progress) {
+    const auto start = Clock::now();
+    RecordingEnd end(songFrames, settings.tailSeconds, settings.stream.sampleRate);
+    LevelMeter meter;
+    while (!end.isOver()) {
+        InterruptWatch::check();
+        const std::span<float> mix = ensemble.renderRound();
+        const std::int64_t taken = end.take(mix, ensemble.channels()) * ensemble.channels();
+        const std::span<float> kept = mix.first(static_cast<std::size_t>(taken));
+        meter.measure(kept);
+        write(recording, kept);
+        progress.show(static_cast<double>(end.frames()) / static_cast<double>(songFrames + 1),
+                      speedText(static_cast<double>(end.frames()) / settings.stream.sampleRate,
+                                secondsSince(start)));
+    }
+    InterruptWatch::check();
+    return {static_cast<double>(end.frames()) / settings.stream.sampleRate, secondsSince(start),
+            meter.peakDecibels(), recording.file.clippedSamples(), meter.brokenSamples()};
+}
+
+// All files are complete before the first one appears.
+void commit(SoundFileWriter& file, std::optional<Stems>& stems) {
+    file.complete();
+    if (stems) {
+        stems->commit();
+    }
+    file.commit();
+}
+
+void addValue(CLI::App& command, const std::string& name, std::string& value,
+              const std::string& typeName, const std::string& help) {
+    command.add_option(name, value, help)->type_name(typeName)->capture_default_str();
+}
+
+void addChannelOptions(CLI::App& command, RenderOptions& options) {
+    command
+        .add_option("--channel", options.channels,
+                    "Give a MIDI channel an instrument of its own, with its own program (a name, "
+                    "a number or an .fxp file) and level; may be repeated")
+        ->type_name("CHANNEL=PROGRAM[@LEVELdB]")
+        ->allow_extra_args(false);
+    command
+        .add_option("--stems", options.stems,
+                    "Also write each --channel, and what the rest plays, into a file of its own")
+        ->type_name("FOLDER");
+    command
+        .add_option("--automate", options.automate,
+                    "Move parameters while the song plays: lines of seconds, parameter, value")
+        ->type_name("FILE.csv");
+}
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  zelvatone render song.mid -o song.wav\n"
+    "  zelvatone render song.mid -o song.flac --rate 48000 --gain -6\n"
+    "  zelvatone render song.mid -o song.wav --program \"Banana Bass\" --set Attack=0.25\n"
+    "  zelvatone render song.mid -o song.wav --channel 1=Organ@-6dB --channel 2=Lime --stems parts";
+
+} // namespace
+
+CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
+    CLI::App* command = app.add_subcommand("render", "Play a MIDI file into a sound file");
+    command->add_option("song", options.song, "The MIDI file, of format 0 or 1")
+        ->required()
+        ->type_name("SONG.mid");
+    command->add_option("-o,--output", options.output, "The sound file: .wav, .flac or .ogg")
+        ->required()
+        ->type_name("FILE");
+    addValue(*command, "--rate", options.rate, "HZ", "Samples a second, 8000 to 192000");
+    addValue(*command, "--block", options.block, "SAMPLES", "Samples in a block, 1 to 65536");
+    addValue(*command, "--format", options.format, "16|24|float",
+             "Samples of 16 or 24 bits or floating-point; OGG has its own");
+    addValue(*command, "--gain", options.gain, "DB", "Decibels to make it louder or softer by");
+    addValue(*command, "--tail", options.tail, "auto|SECONDS",
+             "How long to go on behind the song's end; auto: until there has been silence for "
+             "half a second, 30 s at most");
+    addValue(*command, "--threads", options.threads, "auto|N",
+             "How many channels to render at once; auto: as many as the machine can");
+    addSoundOptions(*command, options.sound);
+    addChannelOptions(*command, options);
+    addPluginOptions(*command, options.plugin);
+    command->add_flag("-q,--quiet", options.quiet, "No progress bar and no closing line");
+    command->footer(kExamples);
+    return command;
+}
+
+void runRender(const RenderOptions& options, const StandardOutput& output) {
+    RenderSettings settings = renderSettings(options);
+    const Sound sound = readSound(options.sound);
+    const Song song = readSong(userPath(options.song));
+    const auto plans = planParts(song, settings.channels, sound);
+    const PluginLibrary library = loadPlugin(options.plugin);
+    Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
+                      settings.threads);
+    settings.file.channels = ensemble.channels();
+    const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
+
+    const InterruptWatch watch;
+    SoundFileWriter writer(userPath(options.output), settings.file);
+    writer.require(songFrames);
+    std::optional<Stems> stems;
+    if (options.stems) {
+        stems.emplace(userPath(*options.stems), userPath(options.output).extension().string(),
+                      settings.file, ensemble);
+    }
+    RenderReport report;
+    {
+        ProgressBar progress(!options.quiet);
+        report = record(ensemble, settings, songFrames, {writer, stems}, progress);
+    }
+    commit(writer, stems);
+    if (!options.quiet) {
+        output.print(closingLine(options.output, report));
+    }
+}
+
+} // namespace zelvatone

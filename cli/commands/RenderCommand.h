@@ -1,0 +1,35 @@
+// `zelvatone render`: plays a MIDI file through a plug-in into a sound file.
+#pragma once
+
+#include "cli/commands/PluginOptions.h"
+#include "cli/commands/SoundOptions.h"
+#include "cli/terminal/StandardOutput.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvatone {
+
+struct RenderOptions {
+    PluginOptions plugin;
+    SoundOptions sound;
+    std::string song;
+    std::string output;
+    std::vector<std::string> channels;   // "CHANNEL=PROGRAM@LEVELdB"
+    std::optional<std::string> stems;    // a folder
+    std::optional<std::string> automate; // a file of moves
+    // As typed; read by renderSettings().
+    std::string rate = "44100";
+    std::string block = "512";
+    std::string format = "24";
+    std::string gain = "0";
+    std::string tail = "auto";
+    std::string threads = "auto";
+    bool quiet = false;
+};
+
+CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options);
+void runRender(const RenderOptions& options, const StandardOutput& output);
+
+} // namespace zelvatone

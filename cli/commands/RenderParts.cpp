@@ -1,0 +1,102 @@
+#include "cli/commands/RenderParts.h"
+
+#include "host/files/UserPath.h"
+#include "host/plugin/ParameterLookup.h"
+#include "host/render/Automation.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace zelvatone {
+
+namespace {
+
+constexpr int kSystemMessages = 0xF0; // they belong to no channel
+
+// From 1; none for a message to the whole system.
+std::optional<int> channelOf(const SongEvent& event) {
+    const int status = event.bytes[0];
+    return status < kSystemMessages ? std::optional((status & 0x0F) + 1) : std::nullopt;
+}
+
+Sound channelSound(const ChannelChoice& choice, const Sound& sound) {
+    Sound own;
+    own.settings = sound.settings;
+    if (isPresetPath(choice.program)) {
+        own.preset = readPresetFile(choice.program);
+        return own;
+    }
+    own.program = choice.program;
+    if (sound.preset && sound.preset->preset.isBank) {
+        own.preset = sound.preset;
+    }
+    return own;
+}
+
+// The messages that a part hears. What belongs to no channel is for everybody.
+std::function<bool(const SongEvent&)> hears(const PartPlan& plan,
+                                            const std::map<int, ChannelChoice>& channels) {
+    return [own = plan.channel, &channels](const SongEvent& event) {
+        const auto channel = channelOf(event);
+        return !channel || (own ? *channel == *own : !channels.contains(*channel));
+    };
+}
+
+} // namespace
+
+std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
+                                const Sound& sound) {
+    std::vector<PartPlan> plans;
+    plans.reserve(channels.size() + 1);
+    for (const auto& [channel, choice] : channels) {
+        plans.push_back({channel, channelSound(choice, sound), choice.gain});
+    }
+    const bool hasRest =
+        std::any_of(song.events.begin(), song.events.end(), [&](const SongEvent& event) {
+            const auto channel = channelOf(event);
+            return channel && !channels.contains(*channel);
+        });
+    if (channels.empty() || hasRest) {
+        plans.push_back({std::nullopt, sound, 1.0F});
+    }
+    return plans;
+}
+
+std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
+                            const Song& song, const RenderSettings& settings,
+                            const std::optional<std::string>& automation) {
+    const double rate = settings.stream.sampleRate;
+    std::optional<AutomationSchedule> moves;
+    std::vector<Part> parts;
+    for (const PartPlan& plan : plans) {
+        auto plugin = std::make_unique<HostedPlugin>(library, settings.stream);
+        applySound(*plugin, plan.sound);
+        if (!moves) {
+            moves = automation
+                        ? scheduleMoves(
+                              readAutomation(userPath(*automation), parameterNames(*plugin)), rate)
+                        : AutomationSchedule();
+        }
+        auto player = std::make_unique<InstrumentPlayer>(
+            *plugin, song, scheduleEvents(song, rate, hears(plan, settings.channels)), *moves);
+        const std::string name = stemName(plan.channel, plugin->text(effGetProgramName));
+        parts.push_back({name, std::move(plugin), std::move(player), plan.gain * settings.gain});
+    }
+    return parts;
+}
+
+std::string stemName(const std::optional<int>& channel, const std::string& program) {
+    std::string name = !channel ? "rest" : (*channel < 10 ? "0" : "") + std::to_string(*channel);
+    if (!program.empty()) {
+        name += "-" + program;
+    }
+    // What one system or another does not take, so that a file may move between them.
+    constexpr std::string_view forbidden = "/\\:*?\"<>|";
+    std::replace_if(
+        name.begin(), name.end(),
+        [&](char c) { return forbidden.find(c) != std::string_view::npos; }, '-');
+    return name;
+}
+
+} // namespace zelvatone

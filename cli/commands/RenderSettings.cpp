@@ -1,0 +1,74 @@
+#include "cli/commands/RenderSettings.h"
+
+#include "host/Error.h"
+#include "host/audio/Decibels.h"
+#include "host/files/UserPath.h"
+#include "host/text/Numbers.h"
+#include "host/threads/ThreadTeam.h"
+
+namespace zelvatone {
+
+namespace {
+
+// Hz. Below, speech is hard to follow; above, some of the file formats end.
+constexpr int kLowestRate = 8000;
+constexpr int kHighestRate = 192000;
+constexpr int kLargestBlock = 65536; // samples; beyond any host's
+constexpr int kMostThreads = 64;     // one a channel is enough; more than that is a slip
+constexpr double kLongestTailSeconds = 600.0;
+
+std::string rangeError(const std::string& option, const std::string& range,
+                       const std::string& text) {
+    return option + " takes " + range + ", not '" + text + "'";
+}
+
+int wholeOption(const std::string& option, const std::string& text, int least, int most) {
+    const auto number = wholeNumber(text);
+    if (!number || *number < least || *number > most) {
+        throw UsageError(rangeError(
+            option, "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
+            text));
+    }
+    return *number;
+}
+
+double realOption(const std::string& option, const std::string& text, double least, double most,
+                  const std::string& range) {
+    const auto number = realNumber(text);
+    if (!number || *number < least || *number > most) {
+        throw UsageError(rangeError(option, range, text));
+    }
+    return *number;
+}
+
+std::optional<double> tailOption(const std::string& text) {
+    if (text == "auto") {
+        return std::nullopt;
+    }
+    return realOption("--tail", text, 0.0, kLongestTailSeconds, "auto or 0 to 600 seconds");
+}
+
+} // namespace
+
+int threadsOption(const std::string& text) {
+    return text == "auto" ? machineThreads() : wholeOption("--threads", text, 1, kMostThreads);
+}
+
+RenderSettings renderSettings(const RenderOptions& options) {
+    RenderSettings settings;
+    const int rate = wholeOption("--rate", options.rate, kLowestRate, kHighestRate);
+    settings.stream.sampleRate = rate;
+    settings.stream.blockSize = wholeOption("--block", options.block, 1, kLargestBlock);
+    settings.file.sampleRate = rate;
+    settings.file.container = containerOf(userPath(options.output));
+    settings.file.samples = sampleKindOf(options.format);
+    checkFormat(settings.file);
+    settings.gain = gainFactor(
+        realOption("--gain", options.gain, -kLargestGain, kLargestGain, "-120 to 120 decibels"));
+    settings.tailSeconds = tailOption(options.tail);
+    settings.threads = threadsOption(options.threads);
+    settings.channels = parseChannels(options.channels);
+    return settings;
+}
+
+} // namespace zelvatone

@@ -1,0 +1,126 @@
+#include "cli/commands/SoundOptions.h"
+
+#include "host/Error.h"
+#include "host/files/UserPath.h"
+#include "host/plugin/ParameterLookup.h"
+#include "host/plugin/PluginText.h"
+#include "host/plugin/Programs.h"
+#include "host/preset/PresetReader.h"
+#include "host/preset/PresetTransfer.h"
+#include "host/text/Numbers.h"
+
+#include <CLI/CLI.hpp>
+
+#include <utility>
+
+namespace zelvatone {
+
+namespace {
+
+void checkPresetFile(const PresetFile& file, const HostedPlugin& plugin) {
+    try {
+        checkPreset(file.preset, plugin);
+    } catch (const InputError& error) {
+        throw InputError(file.path + " " + error.what());
+    }
+}
+
+std::vector<std::string> namesIn(const Preset& bank) {
+    std::vector<std::string> names;
+    names.reserve(bank.programs.size());
+    for (const PresetProgram& program : bank.programs) {
+        names.push_back(cleanText(program.name));
+    }
+    return names;
+}
+
+// The number of the program that is wanted, before the bank that holds it is applied.
+std::optional<int> wantedProgram(HostedPlugin& plugin, const Sound& sound) {
+    if (!sound.program) {
+        return std::nullopt;
+    }
+    return findProgram(sound.preset ? namesIn(sound.preset->preset) : programNames(plugin),
+                       *sound.program);
+}
+
+std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
+                                                    const std::vector<ParameterSetting>& settings) {
+    std::vector<std::pair<int, float>> found;
+    if (!settings.empty()) {
+        const auto names = parameterNames(plugin);
+        for (const ParameterSetting& setting : settings) {
+            found.emplace_back(findParameter(names, setting.parameter), setting.value);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+void addSoundOptions(CLI::App& command, SoundOptions& options) {
+    command
+        .add_option("--preset", options.preset,
+                    "Load a preset first: a program (.fxp) or a bank (.fxb)")
+        ->type_name("FILE");
+    command
+        .add_option("--program", options.program,
+                    "Choose a program, by its name, the beginning of it, or its number")
+        ->type_name("NAME");
+    command
+        .add_option("--set", options.settings,
+                    "Set a parameter, by name or number, to a value from 0 to 1; may be repeated")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+}
+
+ParameterSetting parseSetting(std::string_view text) {
+    const std::size_t equals = text.rfind('=');
+    if (equals == std::string_view::npos || equals == 0) {
+        throw UsageError("--set takes NAME=VALUE, not '" + std::string(text) + "'");
+    }
+    const auto value = realNumber(text.substr(equals + 1));
+    if (!value || *value < 0.0 || *value > 1.0) {
+        throw UsageError("--set takes values from 0 to 1, not '" +
+                         std::string(text.substr(equals + 1)) + "'");
+    }
+    return {std::string(text.substr(0, equals)), static_cast<float>(*value)};
+}
+
+PresetFile readPresetFile(const std::string& path) {
+    return {path, readPreset(userPath(path))};
+}
+
+Sound readSound(const SoundOptions& options) {
+    Sound sound;
+    for (const std::string& text : options.settings) {
+        sound.settings.push_back(parseSetting(text));
+    }
+    sound.program = options.program;
+    if (options.preset) {
+        sound.preset = readPresetFile(*options.preset);
+        if (sound.program && !sound.preset->preset.isBank) {
+            throw InputError(*options.preset +
+                             " holds one program, so there is none to choose with --program");
+        }
+    }
+    return sound;
+}
+
+void applySound(HostedPlugin& plugin, const Sound& sound) {
+    if (sound.preset) {
+        checkPresetFile(*sound.preset, plugin);
+    }
+    const auto program = wantedProgram(plugin, sound);
+    const auto parameters = wantedParameters(plugin, sound.settings);
+    if (sound.preset) {
+        applyPreset(plugin, sound.preset->preset);
+    }
+    if (program) {
+        selectProgram(plugin, *program);
+    }
+    for (const auto& [index, value] : parameters) {
+        plugin.setParameter(index, value);
+    }
+}
+
+} // namespace zelvatone

@@ -1,0 +1,59 @@
+// What an instrument is set to before it plays: a preset, a program, single parameters.
+#pragma once
+
+#include "host/plugin/HostedPlugin.h"
+#include "host/preset/Preset.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace zelvatone {
+
+// As typed.
+struct SoundOptions {
+    std::optional<std::string> preset;  // a file
+    std::optional<std::string> program; // name, beginning of one, or number
+    std::vector<std::string> settings;  // "NAME=VALUE", in the order of the command line
+};
+
+// --preset, --program and --set.
+void addSoundOptions(CLI::App& command, SoundOptions& options);
+
+struct ParameterSetting {
+    std::string parameter; // name or number
+    float value;           // normalised
+};
+
+// Reads "NAME=VALUE". Throws UsageError when it is not of that form or the value is not 0 to 1.
+ParameterSetting parseSetting(std::string_view text);
+
+struct PresetFile {
+    std::string path;
+    Preset preset;
+};
+
+// A file that was read. Throws InputError with its name when it is no good.
+PresetFile readPresetFile(const std::string& path);
+
+// In the order in which they are applied.
+struct Sound {
+    std::optional<PresetFile> preset;
+    std::optional<std::string> program;
+    std::vector<ParameterSetting> settings;
+};
+
+// Reads the options and the preset file that they name. Throws UsageError for what is no setting,
+// InputError for a file that is no good or that leaves no program to choose.
+Sound readSound(const SoundOptions& options);
+
+// Throws InputError, with nothing set, for a preset that is not for this plug-in and for a program
+// or parameter that it does not have.
+void applySound(HostedPlugin& plugin, const Sound& sound);
+
+} // namespace zelvatone

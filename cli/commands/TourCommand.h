@@ -1,0 +1,21 @@
+// `zelvatone tour`: a page to hear and to see every program.
+#pragma once
+
+#include "cli/commands/PluginOptions.h"
+#include "cli/terminal/StandardOutput.h"
+
+#include <string>
+
+namespace zelvatone {
+
+struct TourOptions {
+    PluginOptions plugin;
+    std::string folder;
+    std::string threads = "auto"; // as typed
+    bool quiet = false;
+};
+
+CLI::App* addTourCommand(CLI::App& app, TourOptions& options);
+void runTour(const TourOptions& options, const StandardOutput& output);
+
+} // namespace zelvatone

@@ -1,0 +1,127 @@
+#include "cli/commands/ChannelOptions.h"
+
+#include "cli/commands/RenderParts.h"
+#include "host/Error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zelvatone {
+namespace {
+
+using ::testing::HasSubstr;
+
+std::string errorOf(const std::vector<std::string>& texts) {
+    try {
+        parseChannels(texts);
+    } catch (const UsageError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST(ChannelOption, HoldsAChannelAndAProgram) {
+    const ChannelChoice choice = parseChannel("10=Pots and Pans in Orbit");
+    EXPECT_EQ(choice.channel, 10);
+    EXPECT_EQ(choice.program, "Pots and Pans in Orbit");
+    EXPECT_EQ(choice.gain, 1.0F);
+}
+
+TEST(ChannelOption, HoldsALevelBehindTheLastAt) {
+    EXPECT_FLOAT_EQ(parseChannel("2=Organ@-20dB").gain, 0.1F);
+    EXPECT_FLOAT_EQ(parseChannel("2=Organ@-20 DB").gain, 0.1F);
+    EXPECT_FLOAT_EQ(parseChannel("2=Organ@20").gain, 10.0F);
+    EXPECT_FLOAT_EQ(parseChannel("2=A@B=C@0dB").gain, 1.0F);
+    EXPECT_EQ(parseChannel("2=A@B=C@0dB").program, "A@B=C");
+}
+
+TEST(ChannelOption, RefusesWhatIsNoChannel) {
+    for (const char* text : {"0=Organ", "17=Organ", "-1=Organ", "x=Organ", "1.5=Organ", "=Organ"}) {
+        EXPECT_THAT(errorOf({text}), HasSubstr("--channel takes channels from 1 to 16")) << text;
+    }
+    for (const char* text : {"", "1", "Organ", "1=", "1=@-6dB"}) {
+        EXPECT_THAT(errorOf({text}), HasSubstr("takes CHANNEL=PROGRAM")) << text;
+    }
+}
+
+TEST(ChannelOption, RefusesWhatIsNoLevel) {
+    for (const char* level : {"", "dB", "loud", "121dB", "-121", "nandB", "-6dBFS", "- 6dB"}) {
+        EXPECT_THAT(errorOf({std::string("1=Organ@") + level}),
+                    HasSubstr("--channel takes levels from -120dB to 120dB"))
+            << level;
+    }
+}
+
+TEST(ChannelOption, RefusesAChannelThatIsNamedTwice) {
+    EXPECT_EQ(errorOf({"1=Organ", "2=Meow", "1=Meow"}), "--channel names channel 1 twice");
+}
+
+TEST(ChannelOption, TakesFilesForPresets) {
+    EXPECT_TRUE(isPresetPath("organ.fxp"));
+    EXPECT_TRUE(isPresetPath("/some/where/Organ.FXP"));
+    EXPECT_FALSE(isPresetPath("Organ"));
+    EXPECT_FALSE(isPresetPath(".fxp"));
+}
+
+Song songOn(const std::vector<int>& statuses) {
+    Song song{{}, TempoMap(480.0, {}), MeterMap({}), 1.0};
+    for (const int status : statuses) {
+        song.events.push_back({0.0, {static_cast<std::uint8_t>(status), 60, 64}});
+    }
+    return song;
+}
+
+std::vector<int> channelsOf(const std::vector<PartPlan>& plans) {
+    std::vector<int> channels;
+    for (const PartPlan& plan : plans) {
+        channels.push_back(plan.channel.value_or(0));
+    }
+    return channels;
+}
+
+using ::testing::ElementsAre;
+
+TEST(PartPlans, HaveOnePartForAllChannelsThatAreNotNamed) {
+    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95}), {}, {})), ElementsAre(0));
+    EXPECT_THAT(channelsOf(planParts(songOn({}), {}, {})), ElementsAre(0));
+    const auto channels = parseChannels({"6=Organ", "1=Meow"});
+    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95, 0x96}), channels, {})),
+                ElementsAre(1, 6, 0));
+    // Channel 1 and 6 are all there is; a message to the whole system needs no instrument.
+    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95, 0xF0}), channels, {})), ElementsAre(1, 6));
+}
+
+TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
+    Sound sound;
+    sound.program = "Organ";
+    sound.settings.push_back({"Attack", 0.5F});
+    sound.preset = PresetFile{"all.fxb", {}};
+    sound.preset->preset.isBank = true;
+    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), sound);
+    EXPECT_EQ(plans[0].sound.program, "Meow");
+    EXPECT_EQ(plans[0].sound.preset->path, "all.fxb");
+    EXPECT_EQ(plans[0].sound.settings.size(), 1U);
+    EXPECT_EQ(plans[1].sound.program, "Organ");
+}
+
+TEST(PartPlans, LeaveAPresetOfOneProgramToTheRest) {
+    Sound sound;
+    sound.preset = PresetFile{"one.fxp", {}};
+    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), sound);
+    EXPECT_FALSE(plans[0].sound.preset);
+    EXPECT_TRUE(plans[1].sound.preset);
+}
+
+TEST(StemName, HoldsChannelAndProgram) {
+    EXPECT_EQ(stemName(2, "Organ"), "02-Organ");
+    EXPECT_EQ(stemName(16, "Pots and Pans in Orbit"), "16-Pots and Pans in Orbit");
+    EXPECT_EQ(stemName(std::nullopt, "Default"), "rest-Default");
+    EXPECT_EQ(stemName(3, "Up/Down"), "03-Up-Down");
+    EXPECT_EQ(stemName(3, "a\\b:c*d?e\"f<g>h|i"), "03-a-b-c-d-e-f-g-h-i");
+    EXPECT_EQ(stemName(3, ""), "03");
+}
+
+} // namespace
+} // namespace zelvatone

@@ -1,0 +1,155 @@
+#include "tests/support/MidiFileBuilder.h"
+#include "tests/support/Program.h"
+#include "tests/support/SoundFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+namespace zelvatone {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+
+class RenderTest : public ::testing::Test {
+protected:
+    // Notes at 0 s, 0.5 s and, after the tempo halves, 1.5 s; the song lasts 2 s.
+    RenderTest() {
+        writeBytes(song_,
+                   midiFileBytes(1, 480,
+                                 {TrackBytes().tempo(480, 1000000), TrackBytes()
+                                                                        .event(0, {0x90, 64, 64})
+                                                                        .event(480, {64, 32})
+                                                                        .event(480, {64, 16})
+                                                                        .end(240)}));
+    }
+
+    ProgramResult render(const std::filesystem::path& output,
+                         const std::vector<std::string>& more = {}) const {
+        std::vector<std::string> arguments{"render",        song_.string(), "-o",
+                                           output.string(), "--plugin",     testPlugin("pulse")};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return zelvatoneWith(arguments);
+    }
+
+    const TemporaryFolder folder_;
+    const std::filesystem::path song_ = folder_ / "song.mid";
+    const std::filesystem::path output_ = folder_ / "song.wav";
+};
+
+TEST_F(RenderTest, PlaysASongIntoAFile) {
+    const auto result = render(output_, {"--format", "float", "--rate", "48000", "--tail", "0"});
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    const SoundFile sound = readSoundFile(output_);
+    EXPECT_EQ(sound.sampleRate, 48000);
+    const auto left = sound.channel(0);
+    std::vector<float> expected(96000, 0.0F);
+    expected[0] = 0.5F;
+    expected[24000] = 0.25F;
+    expected[72000] = 0.125F;
+    EXPECT_TRUE(left == expected);
+}
+
+TEST_F(RenderTest, EndsWithOneLineAboutTheResult) {
+    const auto result = render(output_, {"--tail", "0"});
+    EXPECT_THAT(result.output,
+                MatchesRegex(".*song\\.wav: 2\\.000 s, peak -6\\.0 dBFS, no clipped samples, "
+                             "[0-9.]+ x real time\n"));
+    EXPECT_EQ(result.errors, ""); // no progress bar without a terminal
+}
+
+TEST_F(RenderTest, SaysNothingWhenQuiet) {
+    const auto result = render(output_, {"--quiet"});
+    EXPECT_EQ(result.output + result.errors, "");
+}
+
+TEST_F(RenderTest, WaitsForHalfASecondOfSilence) {
+    render(output_);
+    EXPECT_EQ(readSoundFile(output_).channel(0).size(), 44100U * 5 / 2);
+}
+
+TEST_F(RenderTest, AppliesParametersAndGain) {
+    render(output_, {"--format", "float", "--set", "level=0.5", "--gain", "-20"});
+    EXPECT_NEAR(readSoundFile(output_).samples[0], 0.5F * 0.5F * 0.1F, 1e-8);
+}
+
+TEST_F(RenderTest, CountsClippedSamples) {
+    // 0.5, 0.25 and 0.125 twelve decibels up: 1.99, 1.0 less a little, 0.5; the right channel
+    // holds 0.5 each time.
+    const auto result = render(output_, {"--gain", "12", "--format", "16"});
+    EXPECT_THAT(result.output, HasSubstr("4 clipped samples"));
+    EXPECT_FLOAT_EQ(readSoundFile(output_).samples[0], 32767.0F / 32768.0F);
+}
+
+TEST_F(RenderTest, MakesTheSameFileAtEveryBlockSize) {
+    render(output_, {"--block", "512"});
+    const std::string reference = readText(output_);
+    for (const char* block : {"1", "441", "4096", "65536"}) {
+        render(output_, {"--block", block});
+        EXPECT_TRUE(readText(output_) == reference) << block;
+    }
+}
+
+TEST_F(RenderTest, MakesTheSameFileEachTime) {
+    for (const char* name : {"a.wav", "a.flac", "a.ogg"}) {
+        EXPECT_EQ(render(folder_ / name).exitStatus, 0);
+        EXPECT_EQ(render(folder_ / (std::string("second-") + name)).exitStatus, 0);
+        EXPECT_TRUE(readText(folder_ / name) == readText(folder_ / (std::string("second-") + name)))
+            << name;
+    }
+}
+
+TEST_F(RenderTest, SilencesWhatIsNoNumberAndSaysSo) {
+    const auto result = zelvatoneWith({"render", song_.string(), "-o", output_.string(), "--plugin",
+                                       testPlugin("broken"), "--tail", "0", "--rate", "8000"});
+    EXPECT_THAT(result.output, HasSubstr("peak 6.0 dBFS, 16000 clipped samples, 16000 samples were "
+                                         "no numbers (silenced)"));
+    EXPECT_FLOAT_EQ(readSoundFile(output_).samples[0], 0.0F);
+    EXPECT_FLOAT_EQ(readSoundFile(output_).samples[1], -1.0F);
+}
+
+TEST_F(RenderTest, LeavesNoFileWhenTheDiskIsFull) {
+    for (const char* name : {"song.wav", "song.flac", "song.ogg"}) {
+        // Four blocks of a kilobyte hold no second of anything.
+        const auto result = shellWith(
+            R"(ulimit -f 4; exec "$0" render "$1" -o "$2" --plugin "$3" --set Level=0.9 --tail 60)",
+            {song_.string(), (folder_ / name).string(), testPlugin("pulse")});
+        EXPECT_EQ(result.exitStatus, 1) << name;
+        EXPECT_EQ(result.errors,
+                  "zelvatone: cannot write " + (folder_ / name).string() + ": File too large\n");
+        EXPECT_THAT(folder_.names(), ElementsAre("song.mid")) << name;
+    }
+}
+
+void waitUntil(const std::function<bool()>& holds) {
+    for (int i = 0; i < 1000 && !holds(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+class RenderInterrupted : public RenderTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(RenderInterrupted, LeavesNoFile) {
+    writeBytes(song_, midiFileBytes(0, 1, {TrackBytes().end(2 * 60 * 60 * 20)})); // 20 hours
+    const TemporaryFolder scratch;
+    Program program({TEST_PROGRAM, "render", song_.string(), "-o", (folder_ / "a.flac").string(),
+                     "--plugin", testPlugin("pulse"), "--block", "1"},
+                    scratch);
+    waitUntil([&] { return folder_.names().size() == 2; });
+    ASSERT_EQ(folder_.names().size(), 2U); // the song and the unfinished file
+    kill(program.id(), GetParam());
+    const auto result = program.wait();
+    EXPECT_EQ(result.signal, GetParam());
+    EXPECT_EQ(result.output + result.errors, "");
+    EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
+}
+
+INSTANTIATE_TEST_SUITE_P(, RenderInterrupted, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+} // namespace
+} // namespace zelvatone

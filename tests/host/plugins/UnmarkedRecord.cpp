@@ -1,9 +1,0 @@
-// An entry point that hands out a record without the interface's mark.
-
-#include "SmallPlugin.h"
-
-AEffect* VSTPluginMain(audioMasterCallback host) {
-    static SmallPlugin plugin(host, true);
-    plugin.getAeffect()->magic = vstFourCharacters('N', 'o', 'p', 'e');
-    return plugin.getAeffect();
-}

@@ -1,0 +1,9 @@
+// An entry point that hands out a record without the interface's mark.
+
+#include "tests/support/plugins/SmallPlugin.h"
+
+AEffect* VSTPluginMain(audioMasterCallback host) {
+    static SmallPlugin plugin(host, true);
+    plugin.getAeffect()->magic = vstFourCharacters('N', 'o', 'p', 'e');
+    return plugin.getAeffect();
+}
