@@ -75,6 +75,7 @@ void ModeVoice::beginNote(float frequency) {
     baseFreq = frequency;
     activeCount = std::clamp(settings->initialModes, 0, kMaxModeCount);
     targetCount = activeCount;
+    reportedModes.clear();
 }
 
 void ModeVoice::standOnTargets() {
@@ -94,16 +95,27 @@ float ModeVoice::tick() {
     return out;
 }
 
-float ModeVoice::sumModes() const {
+float ModeVoice::sumModes() {
     const wavetable::Readout readout(*settings);
     float sum = 0.0F;
     for (std::int32_t i = 0; i < activeCount; ++i) {
         const std::int32_t index = wavetable::lookup(readout, phase[i]);
         if (index != wavetable::kNoEntry) {
             sum += amp[i] * settings->table[index];
+        } else {
+            reportFailedLookup(i);
         }
     }
     return sum;
+}
+
+// Once for each mode of a note: a mode that has lost its place in the wave mostly stays lost, and a
+// line a sample would fill the user's disk.
+void ModeVoice::reportFailedLookup(std::int32_t mode) {
+    if (!reportedModes.test(mode)) {
+        reportedModes.set(mode);
+        wavetable::printFailedLookup(wavetable::Readout(*settings), phase[mode]);
+    }
 }
 
 void ModeVoice::update() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/ModeArray.h"
+#include "engine/ModeFlags.h"
 #include "engine/VoiceSettings.h"
 
 #include <cstdint>
@@ -73,9 +74,12 @@ public:
     std::int32_t targetCount = 0; // modes in the current target set
     float time = 0.0F;            // seconds since the note started
     const VoiceSettings* settings;
+    // The modes whose failed look-up has been printed since the note started.
+    ModeFlags reportedModes;
 
 private:
-    float sumModes() const;
+    float sumModes();
+    void reportFailedLookup(std::int32_t mode);
     void update();
     void glide();
     void shift();

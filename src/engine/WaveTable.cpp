@@ -87,21 +87,29 @@ Readout::Readout(const VoiceSettings& settings)
           static_cast<double>(settings.chop * static_cast<float>(settings.tableSize)))),
       scale(static_cast<float>(length / kTwoPi)) {}
 
-std::int32_t lookup(const Readout& readout, float phase) {
+namespace {
+
+// The index that `phase` comes to, inside the entries in use or not.
+std::int32_t indexOf(const Readout& readout, float phase) {
     std::int32_t index = truncateToInt32(static_cast<double>(readout.scale * phase));
     if (index < 0) {
         // Unsigned, because a NaN phase (the lowest integer) may meet a NaN "Chop" (the same).
         index = static_cast<std::int32_t>(static_cast<std::uint32_t>(index) +
                                           static_cast<std::uint32_t>(readout.length));
     }
-    if (index == readout.length) {
-        index = 0;
-    }
-    if (index >= 0 && index < readout.length) {
-        return index;
-    }
-    std::printf("Invalid lookup index: %i from %f blah\n", index, static_cast<double>(phase));
-    return kNoEntry;
+    return index == readout.length ? 0 : index;
+}
+
+} // namespace
+
+std::int32_t lookup(const Readout& readout, float phase) {
+    const std::int32_t index = indexOf(readout, phase);
+    return index >= 0 && index < readout.length ? index : kNoEntry;
+}
+
+void printFailedLookup(const Readout& readout, float phase) {
+    std::printf("Invalid lookup index: %i from %f blah\n", indexOf(readout, phase),
+                static_cast<double>(phase));
 }
 
 } // namespace zelvatone::wavetable

@@ -24,8 +24,11 @@ struct Readout {
 // No entry: the phase points outside the part of the table in use.
 constexpr std::int32_t kNoEntry = -1;
 
-// The table index for `phase` (radians), the nearest entry below it; or kNoEntry, with a line
-// printed, for a phase that no wrapping could bring into the cycle.
+// Returns the table index for `phase` (radians), the nearest entry below it; kNoEntry for a phase
+// that no wrapping could bring into the cycle, and for every phase while no entry is in use.
 std::int32_t lookup(const Readout& readout, float phase);
+
+// Prints the line for a look-up that found no entry, with the index that it came to.
+void printFailedLookup(const Readout& readout, float phase);
 
 } // namespace zelvatone::wavetable

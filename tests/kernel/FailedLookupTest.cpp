@@ -1,4 +1,5 @@
-// Look-ups that fail print a line each, sample by sample and voice by voice, whatever renders.
+// A mode whose look-up fails prints a line once in a note. The lines come sample by sample and slot
+// by slot, whatever renders.
 #include "tests/kernel/Kernels.h"
 #include "tests/kernel/PrintedLines.h"
 
@@ -43,18 +44,39 @@ std::string lineFor(std::int32_t index, double phase) {
 
 class FailedLookups : public EachKernel {};
 
-TEST_P(FailedLookups, PrintInTheOrderOfSamplesThenSlots) {
+TEST_P(FailedLookups, PrintOnceForEachModeOfANote) {
     ZelvatoneEngine engine(GetParam());
     startTwoSines(engine, 3000.0F, 1000.0F);
     engine.currentProgram->parameters[kChop]->value = 0.0005F; // no entry is in use
-    std::string expected;
-    for (int sample = 0; sample < 5; ++sample) {
-        const double turned = 2.0 * std::numbers::pi * sample / kSampleRate;
-        expected += lineFor(0, 1000.0 * turned) + lineFor(0, 3000.0 * turned);
+    PrintedLines printed;
+    for (int block = 0; block < 3; ++block) {
+        render(engine, 5);
     }
+    EXPECT_EQ(printed.take(), lineFor(0, 0.0) + lineFor(0, 0.0));
+    engine.noteOn(1, 100);
+    render(engine, 5);
+    EXPECT_EQ(printed.take(), lineFor(0, 0.0));
+}
+
+TEST_P(FailedLookups, PrintInTheOrderOfSamplesThenSlots) {
+    ZelvatoneEngine engine(GetParam());
+    startTwoSines(engine, 3000.0F, 1000.0F);
+    render(engine, 8);
+    engine.voices[31]->phase[0] = 20.0F; // fails at the first sample, and is back in the next one
+    engine.voices[30]->freq[0] = std::numeric_limits<float>::infinity(); // fails from the second on
     PrintedLines printed;
     render(engine, 5);
-    EXPECT_EQ(printed.take(), expected);
+    const int entry = static_cast<int>(1024 / (2.0 * std::numbers::pi) * 20.0);
+    EXPECT_EQ(printed.take(),
+              lineFor(entry, 20.0) +
+                  lineFor(INT32_MIN + 1024, -std::numeric_limits<double>::quiet_NaN()));
+
+    engine.voices[31]->reportedModes.clear();
+    engine.voices[30]->reportedModes.clear();
+    engine.voices[31]->phase[0] = 20.0F;
+    render(engine, 5);
+    EXPECT_EQ(printed.take(), lineFor(INT32_MIN + 1024, -std::numeric_limits<double>::quiet_NaN()) +
+                                  lineFor(entry, 20.0));
 }
 
 TEST_P(FailedLookups, PrintForOneBrokenVoiceWhileAnotherSounds) {
