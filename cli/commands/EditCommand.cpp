@@ -56,7 +56,7 @@ void editUntilClosed(HostedPlugin& plugin, bool verbose, const StandardOutput& o
 CLI::App* addEditCommand(CLI::App& app, EditOptions& options) {
     CLI::App* command = app.add_subcommand("edit", "Open the plug-in's editor in a window");
     addPluginOptions(*command, options.plugin);
-    addSoundOptions(*command, options.sound);
+    addSetupOptions(*command, options.setup);
     command
         ->add_option("--save", options.save,
                      "When the window is closed, write what was edited: .fxp for the program, "
@@ -74,10 +74,10 @@ void runEdit(const EditOptions& options, const StandardOutput& output) {
     if (options.save) {
         checkPresetPath(*options.save);
     }
-    const Sound sound = readSound(options.sound);
+    const PluginSetup setup = readSetup(options.setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
-    applySound(plugin, sound);
+    applySetup(plugin, setup);
     editUntilClosed(plugin, options.plugin.verbose, output);
     if (options.save) {
         savePreset(*options.save, plugin, output);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/commands/PluginOptions.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "cli/terminal/StandardOutput.h"
 
 #include <optional>
@@ -12,7 +12,7 @@ namespace zelvatone {
 
 struct EditOptions {
     PluginOptions plugin;
-    SoundOptions sound;
+    SetupOptions setup;
     std::optional<std::string> save; // the preset file to write at the end
 };
 

@@ -9,7 +9,7 @@ namespace zelvatone {
 CLI::App* addParamsCommand(CLI::App& app, ParamsOptions& options) {
     CLI::App* command = app.add_subcommand("params", "List the parameters and their values");
     addPluginOptions(*command, options.plugin);
-    addSoundOptions(*command, options.sound);
+    addSetupOptions(*command, options.setup);
     command->add_flag("--json", options.json, "Write JSON, for programs to read");
     command->footer("Examples:\n"
                     "  zelvatone params\n"
@@ -19,10 +19,10 @@ CLI::App* addParamsCommand(CLI::App& app, ParamsOptions& options) {
 }
 
 void runParams(const ParamsOptions& options, const StandardOutput& output) {
-    const Sound sound = readSound(options.sound);
+    const PluginSetup setup = readSetup(options.setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
-    applySound(plugin, sound);
+    applySetup(plugin, setup);
     const auto rows = readParameters(plugin);
     output.print(options.json ? jsonText(parameterJson(rows)) : parameterTable(rows));
 }

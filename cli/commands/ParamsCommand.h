@@ -2,14 +2,14 @@
 #pragma once
 
 #include "cli/commands/PluginOptions.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "cli/terminal/StandardOutput.h"
 
 namespace zelvatone {
 
 struct ParamsOptions {
     PluginOptions plugin;
-    SoundOptions sound;
+    SetupOptions setup;
     bool json = false;
 };
 

@@ -54,10 +54,10 @@ namespace {
 void save(const PresetOptions& options, const StandardOutput& output) {
     checkPresetPath(options.file);
     checkName(options.name);
-    const Sound sound = readSound(options.sound);
+    const PluginSetup setup = readSetup(options.setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
-    applySound(plugin, sound);
+    applySetup(plugin, setup);
     if (options.name) {
         rename(plugin, *options.name);
     }
@@ -65,13 +65,13 @@ void save(const PresetOptions& options, const StandardOutput& output) {
 }
 
 void load(const PresetOptions& options, const StandardOutput& output) {
-    SoundOptions wanted = options.sound;
+    SetupOptions wanted = options.setup;
     wanted.preset = options.file;
-    const Sound sound = readSound(wanted);
+    const PluginSetup setup = readSetup(wanted);
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
-    applySound(plugin, sound);
-    const PresetReport report(*sound.preset, sound.program.has_value(), plugin);
+    applySetup(plugin, setup);
+    const PresetReport report(*setup.preset, setup.program.has_value(), plugin);
     output.print(options.json ? report.json() : report.text());
 }
 
@@ -82,7 +82,7 @@ void addSave(CLI::App& preset, PresetOptions& options) {
         ->type_name("FILE");
     command->add_option("--name", options.name, "Give the program this name, of 24 bytes at most")
         ->type_name("NAME");
-    addSoundOptions(*command, options.sound);
+    addSetupOptions(*command, options.setup);
     addPluginOptions(*command, options.plugin);
     command->footer("Examples:\n"
                     "  zelvatone preset save organ.fxp --program Organ\n"
@@ -97,7 +97,7 @@ void addLoad(CLI::App& preset, PresetOptions& options) {
         ->required()
         ->type_name("FILE");
     command
-        ->add_option("--program", options.sound.program,
+        ->add_option("--program", options.setup.program,
                      "Show this program of a bank, not the list of programs")
         ->type_name("NAME");
     command->add_flag("--json", options.json, "Write JSON, for programs to read");

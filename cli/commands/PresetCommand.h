@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cli/commands/PluginOptions.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "cli/terminal/StandardOutput.h"
 #include "host/plugin/HostedPlugin.h"
 
@@ -14,7 +14,7 @@ namespace zelvatone {
 
 struct PresetOptions {
     PluginOptions plugin;
-    SoundOptions sound;
+    SetupOptions setup;
     std::string file;
     std::optional<std::string> name; // for the program that is saved
     bool json = false;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/commands/ParameterList.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 
 #include <string>
 #include <vector>

@@ -118,7 +118,7 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
              "half a second, 30 s at most");
     addValue(*command, "--threads", options.threads, "auto|N",
              "How many channels to render at once; auto: as many as the machine can");
-    addSoundOptions(*command, options.sound);
+    addSetupOptions(*command, options.setup);
     addChannelOptions(*command, options);
     addPluginOptions(*command, options.plugin);
     command->add_flag("-q,--quiet", options.quiet, "No progress bar and no closing line");
@@ -128,9 +128,9 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
 
 void runRender(const RenderOptions& options, const StandardOutput& output) {
     RenderSettings settings = renderSettings(options);
-    const Sound sound = readSound(options.sound);
+    const PluginSetup setup = readSetup(options.setup);
     const Song song = readSong(userPath(options.song));
-    const auto plans = planParts(song, settings.channels, sound);
+    const auto plans = planParts(song, settings.channels, setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
                       settings.threads);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/commands/PluginOptions.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "cli/terminal/StandardOutput.h"
 
 #include <optional>
@@ -13,7 +13,7 @@ namespace zelvatone {
 
 struct RenderOptions {
     PluginOptions plugin;
-    SoundOptions sound;
+    SetupOptions setup;
     std::string song;
     std::string output;
     std::vector<std::string> channels;   // "CHANNEL=PROGRAM@LEVELdB"

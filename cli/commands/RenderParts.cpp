@@ -20,16 +20,16 @@ std::optional<int> channelOf(const SongEvent& event) {
     return status < kSystemMessages ? std::optional((status & 0x0F) + 1) : std::nullopt;
 }
 
-Sound channelSound(const ChannelChoice& choice, const Sound& sound) {
-    Sound own;
-    own.settings = sound.settings;
+PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) {
+    PluginSetup own;
+    own.settings = setup.settings;
     if (isPresetPath(choice.program)) {
         own.preset = readPresetFile(choice.program);
         return own;
     }
     own.program = choice.program;
-    if (sound.preset && sound.preset->preset.isBank) {
-        own.preset = sound.preset;
+    if (setup.preset && setup.preset->preset.isBank) {
+        own.preset = setup.preset;
     }
     return own;
 }
@@ -46,11 +46,11 @@ std::function<bool(const SongEvent&)> hears(const PartPlan& plan,
 } // namespace
 
 std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
-                                const Sound& sound) {
+                                const PluginSetup& setup) {
     std::vector<PartPlan> plans;
     plans.reserve(channels.size() + 1);
     for (const auto& [channel, choice] : channels) {
-        plans.push_back({channel, channelSound(choice, sound), choice.gain});
+        plans.push_back({channel, channelSetup(choice, setup), choice.gain});
     }
     const bool hasRest =
         std::any_of(song.events.begin(), song.events.end(), [&](const SongEvent& event) {
@@ -58,7 +58,7 @@ std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelCho
             return channel && !channels.contains(*channel);
         });
     if (channels.empty() || hasRest) {
-        plans.push_back({std::nullopt, sound, 1.0F});
+        plans.push_back({std::nullopt, setup, 1.0F});
     }
     return plans;
 }
@@ -71,7 +71,7 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
     std::vector<Part> parts;
     for (const PartPlan& plan : plans) {
         auto plugin = std::make_unique<HostedPlugin>(library, settings.stream);
-        applySound(*plugin, plan.sound);
+        applySetup(*plugin, plan.setup);
         if (!moves) {
             moves = automation
                         ? scheduleMoves(

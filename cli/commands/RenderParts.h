@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/commands/RenderSettings.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "host/midi/Song.h"
 #include "host/plugin/PluginLibrary.h"
 #include "host/render/Ensemble.h"
@@ -17,18 +17,18 @@ namespace zelvatone {
 // One instrument to be made.
 struct PartPlan {
     std::optional<int> channel; // the one that it plays; none: all that have no part of their own
-    Sound sound;
+    PluginSetup setup;
     float gain; // factor
 };
 
 // A part for every channel that `channels` names, in their order, each with the bank and the
-// settings of `sound`. Behind them one with all of `sound` for the rest, if the song plays on any
+// settings of `setup`. After them one with all of `setup` for the rest, if the song plays on any
 // other channel or no channel is named. Throws InputError for a preset file that is no good.
 std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
-                                const Sound& sound);
+                                const PluginSetup& setup);
 
 // Makes the instruments. `automation` is a file of moves for all of them. The song must outlive
-// the parts. Throws InputError when a sound does not fit the plug-in or the file is no good.
+// the parts. Throws InputError when a setup does not fit the plug-in or the file is no good.
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
                             const Song& song, const RenderSettings& settings,
                             const std::optional<std::string>& automation);

@@ -101,7 +101,7 @@ CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
         ->type_name("N")
         ->check(CLI::Range(0, static_cast<int>(kHelpPanels.size())));
     addPluginOptions(*command, options.plugin);
-    addSoundOptions(*command, options.sound);
+    addSetupOptions(*command, options.setup);
     command->footer("Without a display (DISPLAY), Xvfb is started for the time being.\n"
                     "Examples:\n"
                     "  zelvatone screenshot -o editor.png\n"
@@ -111,12 +111,12 @@ CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
 }
 
 void runScreenshot(const ScreenshotOptions& options, const StandardOutput& output) {
-    const Sound sound = readSound(options.sound);
+    const PluginSetup setup = readSetup(options.setup);
     const InterruptWatch watch;
     const PictureDisplay display;
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
-    applySound(plugin, sound);
+    applySetup(plugin, setup);
     checkHelp(plugin, options.helpPage);
     const TrueColourPicture picture = takePicture(plugin, options.helpPage);
     writePng(userPath(options.output), picture);

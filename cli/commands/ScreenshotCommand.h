@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/commands/PluginOptions.h"
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 #include "cli/terminal/StandardOutput.h"
 
 #include <optional>
@@ -12,7 +12,7 @@ namespace zelvatone {
 
 struct ScreenshotOptions {
     PluginOptions plugin;
-    SoundOptions sound;
+    SetupOptions setup;
     std::string output;          // the PNG file
     std::optional<int> helpPage; // 0 for the help's index, 1 to 5 for its pages
 };

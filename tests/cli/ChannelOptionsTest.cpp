@@ -94,24 +94,24 @@ TEST(PartPlans, HaveOnePartForAllChannelsThatAreNotNamed) {
 }
 
 TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
-    Sound sound;
-    sound.program = "Organ";
-    sound.settings.push_back({"Attack", 0.5F});
-    sound.preset = PresetFile{"all.fxb", {}};
-    sound.preset->preset.isBank = true;
-    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), sound);
-    EXPECT_EQ(plans[0].sound.program, "Meow");
-    EXPECT_EQ(plans[0].sound.preset->path, "all.fxb");
-    EXPECT_EQ(plans[0].sound.settings.size(), 1U);
-    EXPECT_EQ(plans[1].sound.program, "Organ");
+    PluginSetup setup;
+    setup.program = "Organ";
+    setup.settings.push_back({"Attack", 0.5F});
+    setup.preset = PresetFile{"all.fxb", {}};
+    setup.preset->preset.isBank = true;
+    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), setup);
+    EXPECT_EQ(plans[0].setup.program, "Meow");
+    EXPECT_EQ(plans[0].setup.preset->path, "all.fxb");
+    EXPECT_EQ(plans[0].setup.settings.size(), 1U);
+    EXPECT_EQ(plans[1].setup.program, "Organ");
 }
 
 TEST(PartPlans, LeaveAPresetOfOneProgramToTheRest) {
-    Sound sound;
-    sound.preset = PresetFile{"one.fxp", {}};
-    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), sound);
-    EXPECT_FALSE(plans[0].sound.preset);
-    EXPECT_TRUE(plans[1].sound.preset);
+    PluginSetup setup;
+    setup.preset = PresetFile{"one.fxp", {}};
+    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), setup);
+    EXPECT_FALSE(plans[0].setup.preset);
+    EXPECT_TRUE(plans[1].setup.preset);
 }
 
 TEST(StemName, HoldsChannelAndProgram) {

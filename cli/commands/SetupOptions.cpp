@@ -1,4 +1,4 @@
-#include "cli/commands/SoundOptions.h"
+#include "cli/commands/SetupOptions.h"
 
 #include "host/Error.h"
 #include "host/files/UserPath.h"
@@ -35,12 +35,12 @@ std::vector<std::string> namesIn(const Preset& bank) {
 }
 
 // The number of the program that is wanted, before the bank that holds it is applied.
-std::optional<int> wantedProgram(HostedPlugin& plugin, const Sound& sound) {
-    if (!sound.program) {
+std::optional<int> wantedProgram(HostedPlugin& plugin, const PluginSetup& setup) {
+    if (!setup.program) {
         return std::nullopt;
     }
-    return findProgram(sound.preset ? namesIn(sound.preset->preset) : programNames(plugin),
-                       *sound.program);
+    return findProgram(setup.preset ? namesIn(setup.preset->preset) : programNames(plugin),
+                       *setup.program);
 }
 
 std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
@@ -57,7 +57,7 @@ std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
 
 } // namespace
 
-void addSoundOptions(CLI::App& command, SoundOptions& options) {
+void addSetupOptions(CLI::App& command, SetupOptions& options) {
     command
         .add_option("--preset", options.preset,
                     "Load a preset first: a program (.fxp) or a bank (.fxb)")
@@ -90,30 +90,30 @@ PresetFile readPresetFile(const std::string& path) {
     return {path, readPreset(userPath(path))};
 }
 
-Sound readSound(const SoundOptions& options) {
-    Sound sound;
+PluginSetup readSetup(const SetupOptions& options) {
+    PluginSetup setup;
     for (const std::string& text : options.settings) {
-        sound.settings.push_back(parseSetting(text));
+        setup.settings.push_back(parseSetting(text));
     }
-    sound.program = options.program;
+    setup.program = options.program;
     if (options.preset) {
-        sound.preset = readPresetFile(*options.preset);
-        if (sound.program && !sound.preset->preset.isBank) {
+        setup.preset = readPresetFile(*options.preset);
+        if (setup.program && !setup.preset->preset.isBank) {
             throw InputError(*options.preset +
                              " holds one program, so there is none to choose with --program");
         }
     }
-    return sound;
+    return setup;
 }
 
-void applySound(HostedPlugin& plugin, const Sound& sound) {
-    if (sound.preset) {
-        checkPresetFile(*sound.preset, plugin);
+void applySetup(HostedPlugin& plugin, const PluginSetup& setup) {
+    if (setup.preset) {
+        checkPresetFile(*setup.preset, plugin);
     }
-    const auto program = wantedProgram(plugin, sound);
-    const auto parameters = wantedParameters(plugin, sound.settings);
-    if (sound.preset) {
-        applyPreset(plugin, sound.preset->preset);
+    const auto program = wantedProgram(plugin, setup);
+    const auto parameters = wantedParameters(plugin, setup.settings);
+    if (setup.preset) {
+        applyPreset(plugin, setup.preset->preset);
     }
     if (program) {
         selectProgram(plugin, *program);

@@ -16,14 +16,14 @@ class App;
 namespace zelvatone {
 
 // As typed.
-struct SoundOptions {
+struct SetupOptions {
     std::optional<std::string> preset;  // a file
     std::optional<std::string> program; // name, beginning of one, or number
     std::vector<std::string> settings;  // "NAME=VALUE", in the order of the command line
 };
 
 // --preset, --program and --set.
-void addSoundOptions(CLI::App& command, SoundOptions& options);
+void addSetupOptions(CLI::App& command, SetupOptions& options);
 
 struct ParameterSetting {
     std::string parameter; // name or number
@@ -42,7 +42,7 @@ struct PresetFile {
 PresetFile readPresetFile(const std::string& path);
 
 // In the order in which they are applied.
-struct Sound {
+struct PluginSetup {
     std::optional<PresetFile> preset;
     std::optional<std::string> program;
     std::vector<ParameterSetting> settings;
@@ -50,10 +50,10 @@ struct Sound {
 
 // Reads the options and the preset file that they name. Throws UsageError for what is no setting,
 // InputError for a file that is no good or that leaves no program to choose.
-Sound readSound(const SoundOptions& options);
+PluginSetup readSetup(const SetupOptions& options);
 
 // Throws InputError, with nothing set, for a preset that is not for this plug-in and for a program
 // or parameter that it does not have.
-void applySound(HostedPlugin& plugin, const Sound& sound);
+void applySetup(HostedPlugin& plugin, const PluginSetup& setup);
 
 } // namespace zelvatone
