@@ -1,7 +1,7 @@
 // The plug-in object that keeps an editor in step with the engine.
 #pragma once
 
-#include "plugin/VstInterface.h"
+#include "plugin/shell/VstInterface.h"
 
 namespace zelvatone {
 

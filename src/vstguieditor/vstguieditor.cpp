@@ -2,7 +2,7 @@
 
 #include "engine/SynthEngine.h"
 #include "params/CheckedAccess.h"
-#include "plugin/VstInterface.h"
+#include "plugin/shell/VstInterface.h"
 #include "vstguieditor/EditorAssert.h"
 #include "vstguieditor/HelpButton.h"
 #include "vstguieditor/QuillfeatherBadge.h"

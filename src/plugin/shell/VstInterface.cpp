@@ -1,4 +1,4 @@
-#include "plugin/VstInterface.h"
+#include "plugin/shell/VstInterface.h"
 
 #include "engine/SynthEngine.h"
 #include "params/CheckedAccess.h"
