@@ -1,0 +1,1 @@
+# No more: the other benchmarks load zelvatone.so.

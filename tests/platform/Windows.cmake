@@ -1,0 +1,2 @@
+# The tests of the Windows build run under Wine and stand in a folder of their own.
+add_subdirectory(windows)
