@@ -69,8 +69,11 @@ VstInt32 VstInterface::processEvents(VstEvents* events) {
     if (events == nullptr || events->numEvents < 1) {
         return 1;
     }
+    // The record declares two pointers and the host writes as many as there are events. A subscript
+    // of that array beyond 1 would be undefined; a pointer walks on.
+    const VstEvent* const* list = events->events;
     for (VstInt32 i = 0; i < events->numEvents; ++i) {
-        const VstEvent* event = events->events[i];
+        const VstEvent* event = list[i];
         if (event != nullptr && event->type == kVstMidiType) {
             handMidiTo(*engine, *reinterpret_cast<const VstMidiEvent*>(event));
         }
