@@ -91,9 +91,9 @@ void SynthEngine::processMidi(std::int32_t status, std::int32_t data1, std::int3
 }
 
 void SynthEngine::queue(SynthEvent* event, std::int32_t deltaFrames) {
-    // With the ring full the event is lost, and its few bytes with it: a host that floods the ring
-    // gets no more done to it than that.
-    events.write({deltaFrames, event});
+    if (events.write({deltaFrames, event}) == 0) {
+        SynthEvent::destroy(event); // the ring is full: the event is lost, its memory is not
+    }
 }
 
 void SynthEngine::queueNoteOn(std::int32_t note, std::int32_t velocity, std::int32_t deltaFrames) {

@@ -49,7 +49,7 @@ public:
     // here are dropped.
     void processMidi(std::int32_t status, std::int32_t data1, std::int32_t data2,
                      std::int32_t deltaFrames);
-    // Each queues one event. With the ring full the event is lost.
+    // Each queues one event. With the ring full the event is destroyed and never acts.
     void queueNoteOn(std::int32_t note, std::int32_t velocity, std::int32_t deltaFrames);
     void queueNoteOff(std::int32_t note, std::int32_t deltaFrames);
     void queuePitchBend(float amount, std::int32_t deltaFrames);

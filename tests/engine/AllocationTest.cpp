@@ -110,6 +110,22 @@ TEST_F(Allocation, OfWaitingEventsIsGivenBackWithTheEngineUnapplied) {
     EXPECT_FALSE(applied);
 }
 
+TEST_F(Allocation, OfAnEventThatAFullRingDoesNotTakeIsGivenBackAtOnce) {
+    for (int i = 0; i < 2; ++i) {
+        engine_.processMidi(0xB0, 123, 0, 0); // 128 events: two of these fill the ring
+    }
+    ASSERT_EQ(engine_.events.free(), 0);
+    const AllocationCounts counts = during([&] {
+        engine_.processMidi(0x90, 60, 100, 0);
+        engine_.processMidi(0x80, 60, 0, 0);
+        engine_.processMidi(0xE0, 0, 0x50, 0);
+        engine_.processMidi(0xB0, 123, 0, 0);
+    });
+    EXPECT_EQ(counts.allocations, 131U);
+    EXPECT_EQ(counts.releases, 131U);
+    EXPECT_EQ(engine_.events.available(), 256);
+}
+
 TEST_F(Allocation, OfProgramsIsGivenBackWithThem) {
     const AllocationCounts counts = during([] {
         const SynthProgram source = makeDefaultProgram();
