@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/EventRing.h"
+#include "engine/VoiceSlots.h"
 #include "params/SynthProgram.h"
 
 #include <cstdint>
@@ -57,10 +58,6 @@ public:
     void queueAllNotesOff();
     // `beatsPerMinute` holds from the next block on.
     void setTempo(float beatsPerMinute) { tempo = beatsPerMinute; }
-
-    // States of a voice slot besides the number of the note that holds it.
-    static constexpr std::int32_t kFreeSlot = -1;
-    static constexpr std::int32_t kReleasedSlot = -2; // fading out
 
     std::int32_t numInputs;
     std::int32_t numOutputs;

@@ -1,7 +1,7 @@
 #include "engine/ZelvatoneEngine.h"
 
-#include "engine/OutputScale.h"
 #include "engine/ParameterReading.h"
+#include "engine/ReferenceRenderer.h"
 #include "engine/WaveTable.h"
 #include "engine/fast/FastRenderer.h"
 #include "params/FactoryPrograms.h"
@@ -13,6 +13,8 @@
 namespace zelvatone {
 
 namespace {
+
+static_assert(FastRenderer::kSlots == ZelvatoneEngine::kVoiceCount);
 
 constexpr SynthIdentity kIdentity{.numInputs = 0,
                                   .numOutputs = 2,
@@ -50,7 +52,8 @@ ZelvatoneEngine::ZelvatoneEngine(Renderer renderer)
         envelopes.push_back(std::make_unique<ADSR>(envelopeSettings.get()));
     }
     if (const ModeKernel* kernel = kernelOf(renderer)) {
-        fastRenderer_ = std::make_unique<FastRenderer>(*kernel, *this);
+        fastRenderer_ =
+            std::make_unique<FastRenderer>(*kernel, slots(), *settings, *envelopeSettings);
     }
 }
 
@@ -109,43 +112,28 @@ void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t s
 }
 
 void ZelvatoneEngine::renderReference(float* out, std::int32_t samples) {
+    const VoiceSlots all = slots();
     for (std::int32_t n = 0; n < samples; ++n) {
         runEventPass();
-        out[n] = renderSample();
+        out[n] = renderReferenceSample(all, sampleSeconds());
     }
 }
 
 void ZelvatoneEngine::renderFast(float* out, std::int32_t samples) {
-    fastRenderer_->beginBlock();
+    fastRenderer_->beginBlock(sampleSeconds());
     std::int32_t done = 0;
     while (done < samples) {
         const std::int32_t run = runEventPasses(std::min(samples - done, kRunSamples));
         if (!fastRenderer_->render(out + done, run)) {
-            std::generate_n(out + done, run, [this] { return renderSample(); });
+            std::generate_n(out + done, run,
+                            [this] { return renderReferenceSample(slots(), sampleSeconds()); });
         }
         done += run;
     }
 }
 
-float ZelvatoneEngine::renderSample() {
-    const double dt = 1.0 / static_cast<double>(sampleRate);
-    float sum = 0.0F;
-    float weight = 0.0F;
-    for (std::int32_t slot = 0; slot < voiceCount; ++slot) {
-        if (voiceNotes[slot] == kFreeSlot) {
-            continue;
-        }
-        if (!envelopes[slot]->isActive()) {
-            voiceNotes[slot] = kFreeSlot;
-            continue;
-        }
-        const float e = envelopes[slot]->tick(dt);
-        const float s = voices[slot]->tick();
-        sum += s * e;
-        weight += e;
-    }
-    const float gain = weight > kFullWeight ? 1.0F / weight : kGainBelowFullWeight;
-    return static_cast<float>(gain * sum * kOutputGain);
+VoiceSlots ZelvatoneEngine::slots() {
+    return {.notes = voiceNotes, .voices = voices, .envelopes = envelopes};
 }
 
 } // namespace zelvatone

@@ -42,9 +42,10 @@ public:
     std::unique_ptr<EnvelopeSettings> envelopeSettings;
 
 private:
+    VoiceSlots slots();
+    double sampleSeconds() const { return 1.0 / static_cast<double>(sampleRate); }
     void renderReference(float* out, std::int32_t samples);
     void renderFast(float* out, std::int32_t samples);
-    float renderSample();
 
     std::unique_ptr<FastRenderer> fastRenderer_; // null: the reference renderer, sample by sample
 };

@@ -81,9 +81,9 @@ TEST_F(EventTiming, OfAChordAtOneOffsetIsSpreadOverSamples) {
         engine_.processMidi(0x90, note, 127, 0);
     }
     render(1);
-    EXPECT_EQ(test::slotsAt(engine_, ZelvatoneEngine::kFreeSlot), 30); // two of three
+    EXPECT_EQ(test::slotsAt(engine_, kFreeSlot), 30); // two of three
     render(1);
-    EXPECT_EQ(test::slotsAt(engine_, ZelvatoneEngine::kFreeSlot), 29);
+    EXPECT_EQ(test::slotsAt(engine_, kFreeSlot), 29);
 }
 
 TEST_F(EventTiming, OfTheLastEventInACrowdIsALateSample) {

@@ -89,7 +89,7 @@ std::string Scenario::play(std::int64_t modeSamples) {
 std::int64_t Scenario::activeModes() const {
     std::int64_t count = 0;
     for (std::int32_t slot = 0; slot < Engine::kVoiceCount; ++slot) {
-        if (engines_[0]->voiceNotes[slot] != Engine::kFreeSlot) {
+        if (engines_[0]->voiceNotes[slot] != kFreeSlot) {
             count += 1 + engines_[0]->voices[slot]->activeCount;
         }
     }

@@ -45,7 +45,7 @@ constexpr std::array kThemes = {
 struct World {
     explicit World(float dropFactor) : cycle(&settings) {
         wavetable::build(settings, 1024);
-        cycle.renew();
+        cycle.update();
         settings.secondsPerSample = 1.0 / 48000.0;
         settings.tempo = 120.0;
         settings.shiftBeats = 1.0e9;

@@ -20,7 +20,8 @@ protected:
 
     void expectEveryPhaseToFindItsEntry(float chop) {
         settings_.chop = chop;
-        ASSERT_TRUE(cycle_.renew());
+        cycle_.update();
+        ASSERT_TRUE(cycle_.isReadable());
         const wavetable::Readout readout(settings_);
         for (float phase = -6.2831855F; phase <= 6.2831855F; phase += 0.0003F) {
             const auto index = static_cast<std::int32_t>(cycle_.entriesPerRadian() * phase);
@@ -52,7 +53,8 @@ TEST_F(WaveCycles, FollowTheWaveAndItsCrushing) {
 TEST_F(WaveCycles, CannotBeReadWithoutAnEntry) {
     for (const float chop : {0.0F, 0.0009F, -1.0F, std::nanf("")}) {
         settings_.chop = chop;
-        EXPECT_FALSE(cycle_.renew()) << chop;
+        cycle_.update();
+        EXPECT_FALSE(cycle_.isReadable()) << chop;
     }
 }
 

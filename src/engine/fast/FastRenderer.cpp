@@ -1,6 +1,5 @@
 #include "engine/fast/FastRenderer.h"
 
-#include "engine/ZelvatoneEngine.h"
 #include "engine/fast/EnvelopeRun.h"
 #include "engine/fast/InputRange.h"
 
@@ -12,7 +11,6 @@ namespace zelvatone {
 
 namespace {
 
-static_assert(FastRenderer::kSlots == ZelvatoneEngine::kVoiceCount);
 static_assert(kPaddedModes >= kMaxModeCount);
 
 bool isSame(const BankTraits& a, const BankTraits& b) {
@@ -21,14 +19,17 @@ bool isSame(const BankTraits& a, const BankTraits& b) {
 
 } // namespace
 
-FastRenderer::FastRenderer(const ModeKernel& kernel, ZelvatoneEngine& engine)
+FastRenderer::FastRenderer(const ModeKernel& kernel, const VoiceSlots& slots,
+                           const VoiceSettings& settings, const EnvelopeSettings& envelopeSettings)
     : kernel_(kernel),
-      engine_(engine),
-      targets_(engine.settings.get()),
-      cycle_(engine.settings.get()) {}
+      slots_(slots),
+      settings_(settings),
+      envelopeSettings_(envelopeSettings),
+      targets_(&settings),
+      cycle_(&settings) {}
 
 void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
-    if (!isInFastRange(*engine_.settings)) {
+    if (!isInFastRange(settings_)) {
         voice.start(frequency);
         return;
     }
@@ -37,13 +38,24 @@ void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
     voice.standOnTargets();
 }
 
+void FastRenderer::beginBlock(double dt) {
+    dt_ = dt;
+    settingsAreDerived_ = false; // until there is a voice: a silent block needs none of it
+}
+
 bool FastRenderer::render(float* out, std::int32_t samples) {
+    slots_.freeFinishedSlots();
     collectActiveVoices();
     if (activeCount_ == 0) {
         std::fill_n(out, samples, 0.0F);
         return true;
     }
-    if (!updateDerivedSettings() || !voicesAreInRange(samples)) {
+    updateDerivedSettings();
+    if (!settingsAreInRange_) {
+        return false;
+    }
+    analyseVoices(samples);
+    if (!voicesAreInRange()) {
         return false;
     }
     runEnvelopes(samples);
@@ -52,90 +64,86 @@ bool FastRenderer::render(float* out, std::int32_t samples) {
     return true;
 }
 
-// Slots whose note has faded become free, the others are the active voices of this run, in slot
-// order.
+// The slots that sound, in slot order.
 void FastRenderer::collectActiveVoices() {
     activeCount_ = 0;
     for (std::int32_t slot = 0; slot < kSlots; ++slot) {
-        std::int32_t& note = engine_.voiceNotes[slot];
-        if (note == SynthEngine::kFreeSlot) {
-            continue;
+        if (slots_.notes[slot] != kFreeSlot) {
+            ActiveVoice& active = activeVoices_[activeCount_++];
+            active.slot = slot;
+            active.voice = slots_.voices[slot].get();
+            active.envelope = slots_.envelopes[slot].get();
         }
-        if (!engine_.envelopes[slot]->isActive()) {
-            note = SynthEngine::kFreeSlot;
-            continue;
-        }
-        ActiveVoice& active = activeVoices_[activeCount_++];
-        active.slot = slot;
-        active.voice = engine_.voices[slot].get();
-        active.envelope = engine_.envelopes[slot].get();
     }
 }
 
-// Brings everything that is derived from the settings up to date. Events change the pitch bend
-// between runs, all else changes between blocks.
-bool FastRenderer::updateDerivedSettings() {
-    const VoiceSettings& settings = *engine_.settings;
+// Events change the pitch bend between runs, all else changes between blocks.
+void FastRenderer::updateDerivedSettings() {
     if (!settingsAreDerived_) {
         settingsAreDerived_ = true;
+        cycle_.update();
+        updateConstants();
         settingsAreInRange_ =
-            isInFastRange(settings) && isInFastRange(*engine_.envelopeSettings) && cycle_.renew();
-        renewConstants();
+            cycle_.isReadable() && isInFastRange(settings_) && isInFastRange(envelopeSettings_);
     }
-    constants_.radiansPerHz =
-        static_cast<float>(2.0 * settings.secondsPerSample * std::numbers::pi * settings.bendRatio);
-    return settingsAreInRange_;
+    constants_.radiansPerHz = static_cast<float>(2.0 * settings_.secondsPerSample *
+                                                 std::numbers::pi * settings_.bendRatio);
 }
 
-void FastRenderer::renewConstants() {
+void FastRenderer::updateConstants() {
     constants_.entriesPerRadian = cycle_.entriesPerRadian();
     constants_.cycle = cycle_.middle();
-    const float factor = engine_.settings->dropFactor;
-    const std::int32_t modulus = engine_.settings->dropModulus;
-    if (constants_.dropFactors != nullptr && factor == dropFactor_ && modulus == dropModulus_) {
-        return;
+    const bool isFirst = constants_.dropFactors == nullptr;
+    if (isFirst || dropFactor_ != settings_.dropFactor || dropModulus_ != settings_.dropModulus) {
+        updateDropFactors();
     }
-    dropFactor_ = factor;
-    dropModulus_ = modulus;
+}
+
+void FastRenderer::updateDropFactors() {
+    dropFactor_ = settings_.dropFactor;
+    dropModulus_ = settings_.dropModulus;
     for (std::int32_t mode = 0; mode < kPaddedModes; ++mode) {
-        dropFactors_[mode] = modulus < 2 || mode % modulus == 1 ? factor : 1.0F;
+        dropFactors_[mode] = dropModulus_ < 2 || mode % dropModulus_ == 1 ? dropFactor_ : 1.0F;
     }
     constants_.dropFactors = dropFactors_.data();
-    constants_.drops = factor != 1.0F;
-    constants_.dropsGliding = modulus < 2;
-    constants_.dropGrowth = std::pow(std::max(factor, 1.0F), float{kRunSamples});
+    constants_.drops = dropFactor_ != 1.0F;
+    constants_.dropsGliding = dropModulus_ < 2;
+    constants_.dropGrowth = std::pow(std::max(dropFactor_, 1.0F), float{kRunSamples});
 }
 
-bool FastRenderer::voicesAreInRange(std::int32_t samples) {
-    return std::all_of(activeVoices_.begin(), activeVoices_.begin() + activeCount_,
-                       [&](ActiveVoice& active) { return analyse(active, samples); });
+void FastRenderer::analyseVoices(std::int32_t samples) {
+    for (std::int32_t i = 0; i < activeCount_; ++i) {
+        analyse(activeVoices_[i], samples);
+    }
 }
 
-// Fills in what `active` does in this run; returns whether all of it is in the fast range.
-bool FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) {
-    if (!isInFastRange(*active.voice) || !isInFastRange(*active.envelope)) {
-        return false;
+// Fills in what the voice does in this run.
+void FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) const {
+    active.isInRange = isInFastRange(*active.voice) && isInFastRange(*active.envelope);
+    if (!active.isInRange) {
+        return;
     }
     ModeBank bank = bankOf(*active.voice);
     active.traits = kernel_.analyse(bank, constants_, samples);
-    if (!active.traits.inFastRange) {
-        return false;
-    }
+    active.isInRange = active.traits.inFastRange;
     active.changes = samplesBeforeChange(*active.voice, samples) < samples;
-    if (active.changes) { // modes may enter with what they hold from earlier
+    if (active.changes && active.isInRange) { // modes may enter with what they hold from earlier
         bank.count = kMaxModeCount;
-        return kernel_.analyse(bank, constants_, samples).inFastRange;
+        active.isInRange = kernel_.analyse(bank, constants_, samples).inFastRange;
     }
-    return true;
+}
+
+bool FastRenderer::voicesAreInRange() const {
+    return std::all_of(activeVoices_.begin(), activeVoices_.begin() + activeCount_,
+                       [](const ActiveVoice& active) { return active.isInRange; });
 }
 
 void FastRenderer::runEnvelopes(std::int32_t samples) {
-    const double dt = 1.0 / static_cast<double>(engine_.sampleRate);
     for (std::int32_t i = 0; i < activeCount_; ++i) {
         ActiveVoice& active = activeVoices_[i];
-        active.samples = runEnvelope(*active.envelope, dt, samples, buffers_[i].levels);
+        active.samples = runEnvelope(*active.envelope, dt_, samples, buffers_[i].levels);
         if (active.samples < samples) { // the envelope has ended within the run
-            engine_.voiceNotes[active.slot] = SynthEngine::kFreeSlot;
+            slots_.notes[active.slot] = kFreeSlot;
         }
     }
 }

@@ -2,6 +2,8 @@
 // same voices and envelopes as the reference renderer and with the same bits.
 #pragma once
 
+#include "engine/VoiceSettings.h"
+#include "engine/VoiceSlots.h"
 #include "engine/fast/ModeKernel.h"
 #include "engine/fast/ModeTargets.h"
 #include "engine/fast/VoiceRun.h"
@@ -12,23 +14,22 @@
 
 namespace zelvatone {
 
-class ADSR;
-class ZelvatoneEngine;
-
 // Audio thread. Holds no state of the sound: tables derived from the settings, and buffers.
 class FastRenderer {
 public:
     static constexpr std::int32_t kSlots = 32;
 
-    // `engine` owns the renderer.
-    FastRenderer(const ModeKernel& kernel, ZelvatoneEngine& engine);
+    // Renders `slots`, kSlots of them, whose voices and envelopes read these settings. None of the
+    // three is owned; all must outlive the renderer.
+    FastRenderer(const ModeKernel& kernel, const VoiceSlots& slots, const VoiceSettings& settings,
+                 const EnvelopeSettings& envelopeSettings);
 
     // Begins a note of `frequency` Hz in `voice`.
     void startVoice(ModeVoice& voice, float frequency);
 
-    // To be called when the settings may have changed.
-    void beginBlock() { settingsAreDerived_ = false; }
-    // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Answers
+    // To be called when the settings may have changed. `dt`: the length of a sample in seconds.
+    void beginBlock(double dt);
+    // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Returns
     // false, with nothing done, if some value among settings and voices is outside the input
     // range: the reference renderer, which prints a line for every look-up that fails, must
     // render them.
@@ -40,6 +41,7 @@ private:
         std::int32_t slot;
         ModeVoice* voice;
         ADSR* envelope;
+        bool isInRange; // of the fast renderer, for the whole run
         BankTraits traits;
         bool changes;         // whether modes may come or go in this run
         std::int32_t samples; // until the run or the note's fade ends
@@ -50,11 +52,13 @@ private:
         float levels[kRunSamples];
     };
 
+    void updateDerivedSettings();
+    void updateConstants();
+    void updateDropFactors();
     void collectActiveVoices();
-    bool updateDerivedSettings();
-    void renewConstants();
-    bool voicesAreInRange(std::int32_t samples);
-    bool analyse(ActiveVoice& active, std::int32_t samples);
+    void analyseVoices(std::int32_t samples);
+    void analyse(ActiveVoice& active, std::int32_t samples) const;
+    bool voicesAreInRange() const;
     void runEnvelopes(std::int32_t samples);
     void renderVoices(std::int32_t samples);
     void renderBatch(std::int32_t first, std::int32_t samples);
@@ -63,17 +67,22 @@ private:
     KernelScratch scratch_;
     std::array<VoiceBuffer, kSlots> buffers_{}; // by active voice
     const ModeKernel& kernel_;
-    ZelvatoneEngine& engine_;
+    const VoiceSlots slots_;
+    const VoiceSettings& settings_;
+    const EnvelopeSettings& envelopeSettings_;
     ModeTargets targets_;
     WaveCycle cycle_;
+    double dt_ = 0.0;
+    // Derived from the settings, once a block.
+    bool settingsAreDerived_ = false;
+    bool settingsAreInRange_ = false;
     BlockConstants constants_{};
     std::array<float, kPaddedModes> dropFactors_{}; // of these two settings:
     float dropFactor_ = 1.0F;
     std::int32_t dropModulus_ = 1;
+    // The run that is being rendered.
     std::int32_t activeCount_ = 0;
     std::array<ActiveVoice, kSlots> activeVoices_{};
-    bool settingsAreDerived_ = false;
-    bool settingsAreInRange_ = false;
 };
 
 } // namespace zelvatone

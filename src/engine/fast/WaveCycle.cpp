@@ -9,10 +9,11 @@ namespace zelvatone {
 WaveCycle::WaveCycle(const VoiceSettings* settings)
     : settings_(settings), entries_(static_cast<std::size_t>(2 * settings->tableSize + 1)) {}
 
-bool WaveCycle::renew() {
+void WaveCycle::update() {
     const wavetable::Readout readout(*settings_);
-    if (readout.length < 1 || readout.length > settings_->tableSize) {
-        return false;
+    isReadable_ = readout.length >= 1 && readout.length <= settings_->tableSize;
+    if (!isReadable_) {
+        return;
     }
     // The table is built anew exactly when one of these two changes.
     if (readout.length != length_ || settings_->waveKind != waveKind_ ||
@@ -26,7 +27,6 @@ bool WaveCycle::renew() {
         std::copy_n(settings_->table.get(), length_, entry - length_);
         entry[length_] = entry[0];
     }
-    return true;
 }
 
 } // namespace zelvatone

@@ -16,9 +16,9 @@ public:
     // `settings` is not owned, must outlive the cycle and has a table.
     explicit WaveCycle(const VoiceSettings* settings);
 
-    // Follows the settings. With entries in use from 1 to the table's size it can be read; answers
-    // whether that is so.
-    bool renew();
+    // Follows the settings. With entries in use from 1 to the table's size it can be read.
+    void update();
+    bool isReadable() const { return isReadable_; }
 
     // Entry 0. Entries -length..length can be read.
     const float* middle() const { return entries_.data() + settings_->tableSize; }
@@ -27,6 +27,7 @@ public:
 private:
     const VoiceSettings* settings_;
     std::vector<float> entries_;
+    bool isReadable_ = false;
     // What the entries stand for.
     std::int32_t length_ = 0;
     std::int32_t waveKind_ = 0;

@@ -1,0 +1,30 @@
+// The voice slots, as the renderers see them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace zelvatone {
+
+class ADSR;
+class ModeVoice;
+
+// States of a slot besides the number of the note that holds it.
+constexpr std::int32_t kFreeSlot = -1;
+constexpr std::int32_t kReleasedSlot = -2; // fading out
+
+// Views of the engine's arrays, one element a slot. The engine owns the slots and outlives the
+// views.
+struct VoiceSlots {
+    std::int32_t count() const { return static_cast<std::int32_t>(notes.size()); }
+
+    // Frees the slots whose note has faded. For the beginning of a sample, after its events.
+    void freeFinishedSlots() const;
+
+    std::span<std::int32_t> notes; // kFreeSlot, kReleasedSlot or a note
+    std::span<const std::unique_ptr<ModeVoice>> voices;
+    std::span<const std::unique_ptr<ADSR>> envelopes;
+};
+
+} // namespace zelvatone
