@@ -44,7 +44,7 @@ TEST_F(EditorAutomation, TellsTheHostNothingBack) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
-TEST_F(EditorAutomation, OfTheReservedParameterChangesNothingToBeSeen) {
+TEST_F(EditorAutomation, ShowsNothingOfTheReservedParameter) {
     ASSERT_TRUE(openEditor());
     idleAWhile();
     const Screenshot before = look();
@@ -61,7 +61,7 @@ TEST_F(EditorAutomation, KeepsTheKnobAtAFractionThatTheParameterRoundsDown) {
     EXPECT_TRUE(idleUntilFrame(kMaxModes, 20));
 }
 
-TEST_F(EditorAutomation, OfAParameterThatIsNotThereDoesNothing) {
+TEST_F(EditorAutomation, IgnoresAParameterThatIsNotThere) {
     ASSERT_TRUE(openEditor());
     idleAWhile();
     const Screenshot before = look();
@@ -71,7 +71,7 @@ TEST_F(EditorAutomation, OfAParameterThatIsNotThereDoesNothing) {
     EXPECT_TRUE(areAlike(look(), before));
 }
 
-TEST_F(EditorAutomation, OfValuesOutsideTheRangeTurnsTheKnobToItsEnd) {
+TEST_F(EditorAutomation, TurnsTheKnobToItsEndForValuesOutsideTheRange) {
     ASSERT_TRUE(openEditor());
     plugin->setParameter(kAttack, 7.F);
     EXPECT_TRUE(idleUntilFrame(kAttack, 29));
@@ -85,13 +85,13 @@ TEST_F(EditorAutomation, OfValuesOutsideTheRangeTurnsTheKnobToItsEnd) {
     EXPECT_TRUE(idleUntilFrame(kAttack, 29));
 }
 
-TEST_F(EditorAutomation, BeforeTheEditorOpensIsShownWhenItOpens) {
+TEST_F(EditorAutomation, ShowsWhenTheEditorOpensWhatCameBefore) {
     plugin->setParameter(kAttack, kLong);
     ASSERT_TRUE(openEditor());
     EXPECT_EQ(frameOf(kAttack), 14);
 }
 
-TEST_F(EditorAutomation, AfterTheEditorClosesIsShownWhenItOpensAgain) {
+TEST_F(EditorAutomation, ShowsWhenTheEditorOpensAgainWhatCameWhileItWasClosed) {
     ASSERT_TRUE(openEditor());
     plugin->closeEditor();
     plugin->setParameter(kAttack, kLong);

@@ -38,7 +38,7 @@ TEST(ControlGate, LetsSeveralInAtOnce) {
     EXPECT_TRUE(second);
 }
 
-TEST(ControlGate, ClosesOnlyWhenNobodyIsInside) {
+TEST(ControlGate, ClosesOnlyWhenNoThreadIsInside) {
     ControlGate gate;
     gate.open();
     std::optional<ControlGate::Pass> inside(std::in_place, gate);
@@ -52,7 +52,7 @@ TEST(ControlGate, ClosesOnlyWhenNobodyIsInside) {
 
 // What lies behind the gate is plain memory: the sanitizer for threads sees whether anybody looks
 // at it while it is torn down.
-TEST(ControlGate, KeepsWhatIsBehindItForThoseWhoAreInside) {
+TEST(ControlGate, KeepsItsControlsForTheThreadsInside) {
     ControlGate gate;
     std::vector<int> behind;
     std::atomic<bool> isDone = false;

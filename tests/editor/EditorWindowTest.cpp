@@ -177,7 +177,7 @@ TEST_F(EditorWindow, LeavesTheKeyboardToTheHost) {
     EXPECT_EQ(window->keysHeard(), 1);
 }
 
-TEST_F(EditorWindow, AnswersThatItOpensInAWindowThatIsNotThere) {
+TEST_F(EditorWindow, ReturnsThatItOpensInAWindowThatIsNotThere) {
     void* const gone = HostWindow().handle();
     EXPECT_TRUE(plugin->openEditor(gone));
     plugin->setParameter(3, 0.5F);

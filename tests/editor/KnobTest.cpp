@@ -181,7 +181,7 @@ TEST_F(EditorKnob, TurnsAlongALineInTheHostsLinearMode) {
     EXPECT_EQ(plugin->dispatch(effSetEditKnobMode, 0), 1); // for all editors of the process
 }
 
-TEST_F(EditorKnob, TellsNobodyOfAPressOnALabelOrADisplay) {
+TEST_F(EditorKnob, TellsTheHostNothingOfAPressOnALabelOrADisplay) {
     for (const int y : {centre.y - 34, centre.y + 34}) {
         window->click(centre.x, y);
         window->movePointer(centre.x, y);

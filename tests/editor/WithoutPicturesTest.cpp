@@ -21,7 +21,7 @@ VstIntPtr hostOfNothing(AEffect*, VstInt32, VstInt32, VstIntPtr, void*, float) {
     return 0;
 }
 
-class WithoutPictures : public testing::Test {
+class EditorWithoutPictures : public testing::Test {
 protected:
     VstIntPtr dispatch(VstInt32 opcode, void* ptr = nullptr) {
         return plugin.dispatcher(opcode, 0, 0, ptr, 0.F);
@@ -33,7 +33,7 @@ protected:
     VSTGuiVSTInterface plugin{hostOfNothing, engine.get(), 61546};
 };
 
-TEST_F(WithoutPictures, TheEditorSaysSoAndAnswersThatItIsOpen) {
+TEST_F(EditorWithoutPictures, SaysSoAndReturnsThatItIsOpen) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(open(), 1);
     dispatch(effEditClose);
@@ -41,7 +41,7 @@ TEST_F(WithoutPictures, TheEditorSaysSoAndAnswersThatItIsOpen) {
               "opening editor\nError: Zelv pixmaps not found on disk!\n");
 }
 
-TEST_F(WithoutPictures, ParametersArriveAllTheSame) {
+TEST_F(EditorWithoutPictures, TakesParametersAllTheSame) {
     EXPECT_EQ(open(), 1);
     plugin.setParameter(20, 0.25F);
     dispatch(effEditIdle);
@@ -52,7 +52,7 @@ TEST_F(WithoutPictures, ParametersArriveAllTheSame) {
     dispatch(effEditIdle);
 }
 
-TEST_F(WithoutPictures, TheEditorOpensAndClosesAsOftenAsOneLikes) {
+TEST_F(EditorWithoutPictures, OpensAndClosesAsOftenAsOneLikes) {
     for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(open(), 1);
         EXPECT_EQ(open(), 1);

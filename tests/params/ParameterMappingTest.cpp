@@ -54,7 +54,7 @@ TEST(LinearMapping, RoundsEveryOperationToSinglePrecision) {
     EXPECT_EQ(toNormalised(chop, 0.11F), 0x1.6c16bep-7F);
 }
 
-TEST(LinearMapping, OfAnEvenRangeKeepsWholeUnitsExactly) {
+TEST(LinearMapping, KeepsWholeUnitsOfAnEvenRangeExactly) {
     const SynthParameter peel("Exit Peel", "", -5.0F, 5.0F, 0.0F);
     // 10 x 0.3 is 3 in single precision, although the nearest float to 0.3 lies above it.
     EXPECT_EQ(toUnits(peel, 0.3F), -2.0F);
@@ -103,7 +103,7 @@ TEST(FlooredMapping, BelongsToWavesAndBeatsToo) {
     EXPECT_EQ(toNormalised(beats, 0.9F), 0.5F);
 }
 
-TEST(Mapping, OfNotANumberIsNotANumber) {
+TEST(Mapping, MapsNotANumberToNotANumber) {
     const SynthParameter jitter("Jitter", "Hz", 0.0F, 100.0F, 0.0F);
     const IntegerSynthParameter crush("Crush", "bits", 0.0F, 8.0F, 0.0F);
     EXPECT_TRUE(std::isnan(toUnits(jitter, kNan)));

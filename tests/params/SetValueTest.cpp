@@ -60,7 +60,7 @@ TEST(SetValue, LeavesTheDefaultAndTheRangeAlone) {
     EXPECT_EQ(parameter.max, 100.0F);
 }
 
-TEST(SetValue, OfAWholeNumberRoundsDownAndNotToTheNearest) {
+TEST(SetValue, RoundsAWholeNumberDownAndNotToTheNearest) {
     EXPECT_EQ(stored(modeShift(), 1.999F), 1.0F);
     EXPECT_EQ(stored(modeShift(), -0.001F), -1.0F);
     // 6 x 0.333333 - 3, how a factory program says "a third of the way up".
@@ -68,7 +68,7 @@ TEST(SetValue, OfAWholeNumberRoundsDownAndNotToTheNearest) {
     EXPECT_EQ(stored(modeShift(), third), -2.0F);
 }
 
-TEST(SetValue, OfAWholeNumberRoundsDownBeforeItClamps) {
+TEST(SetValue, RoundsAWholeNumberDownBeforeItClamps) {
     EXPECT_EQ(stored(modeShift(), 3.9F), 3.0F);
     EXPECT_EQ(stored(modeShift(), -3.1F), -3.0F);
     // A range that does not begin on a whole number: what is rounded below it is lifted to it.
@@ -76,14 +76,14 @@ TEST(SetValue, OfAWholeNumberRoundsDownBeforeItClamps) {
     EXPECT_EQ(stored(IntegerSynthParameter("Odd", "", 0.5F, 2.5F, 1.0F), 9.0F), 2.5F);
 }
 
-TEST(SetValue, OfWavesAndBeatsRoundsDownToo) {
+TEST(SetValue, RoundsWavesAndBeatsDownToo) {
     EXPECT_EQ(stored(WaveSynthParameter("Wave", "", 0, 4, 0), 3.99F), 3.0F);
     EXPECT_EQ(stored(WaveSynthParameter("Wave", "", 0, 4, 0), 5.0F), 4.0F);
     EXPECT_EQ(stored(BeatsSynthParameter("Shift", "", -5, 5, 0), -0.5F), -1.0F);
     EXPECT_EQ(stored(BeatsSynthParameter("Shift", "", -5, 5, 0), -7.0F), -5.0F);
 }
 
-TEST(SetValue, OfTheHostsMiddleOfModeShiftIsZero) {
+TEST(SetValue, MakesZeroOfTheHostsMiddleOfModeShift) {
     IntegerSynthParameter shift = modeShift();
     shift.setValue(shift.toUnits(shift.min, shift.max, 0.5F));
     EXPECT_EQ(shift.value, 0.0F);
@@ -97,7 +97,7 @@ TEST(Construction, TakesTheDefaultAsTheValueNeitherClampedNorRounded) {
     EXPECT_EQ(broken.value, 0.5F);
 }
 
-TEST(Construction, WithoutArgumentsGivesAnUnnamedParameterFromZeroToOne) {
+TEST(Construction, GivesAnUnnamedParameterFromZeroToOneByDefault) {
     const SynthParameter parameter;
     EXPECT_EQ(parameter.name, "Unnamed Parameter");
     EXPECT_EQ(parameter.label, "");

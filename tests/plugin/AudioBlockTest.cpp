@@ -51,7 +51,7 @@ TEST_F(AudioBlock, HearsTheTempo) {
     EXPECT_TRUE(secondBlock(&slow, &fast) == secondBlock(&fast, &fast));
 }
 
-TEST_F(AudioBlock, Starts120BeatsPerMinuteWithoutATime) {
+TEST_F(AudioBlock, StartsAt120BeatsPerMinuteWithoutATime) {
     const VstTimeInfo usual = timeWithTempo(120.0);
     const VstTimeInfo fast = timeWithTempo(240.0);
     EXPECT_TRUE(secondBlock(nullptr, nullptr) == secondBlock(&usual, &usual));
@@ -110,7 +110,7 @@ TEST_F(AudioBlock, NeverReadsTheInputs) {
     EXPECT_EQ(input, std::vector<float>(kFrames, 0.5F));
 }
 
-TEST_F(AudioBlock, OfNoLengthWritesNothing) {
+TEST_F(AudioBlock, WritesNothingWhenItHasNoLength) {
     plugin.send({kNoteOn});
     std::array<float, 4> guard{9.0F, 9.0F, 9.0F, 9.0F};
     std::array<float*, 2> outputs{guard.data() + 1, guard.data() + 2};
@@ -138,7 +138,7 @@ TEST_F(AudioBlock, MayBeLongerThanTheBlockSizeThatTheHostTold) {
     EXPECT_TRUE(plugin.render(kFrames) == other.render(kFrames));
 }
 
-TEST_F(AudioBlock, ThroughTheAccumulatingEntryIsLeftAsItIs) {
+TEST_F(AudioBlock, IsLeftAsItIsByTheAccumulatingEntry) {
     const LoadedPlugin other;
     plugin.send({kNoteOn});
     other.send({kNoteOn});
@@ -153,7 +153,7 @@ TEST_F(AudioBlock, ThroughTheAccumulatingEntryIsLeftAsItIs) {
     EXPECT_TRUE(plugin.render(kFrames) == other.render(kFrames)); // the note still waits
 }
 
-TEST_F(AudioBlock, InDoublePrecisionIsLeftAsItIs) {
+TEST_F(AudioBlock, IsLeftAsItIsInDoublePrecision) {
     const LoadedPlugin other;
     plugin.send({kNoteOn});
     other.send({kNoteOn});

@@ -15,15 +15,15 @@ using zelvatone::kAttack;
 using zelvatone::kParameterCount;
 
 // Takes away the editor that the plug-in came with.
-class WithoutAnEditor : public ShellTest {
+class PluginWithoutEditor : public ShellTest {
 protected:
-    WithoutAnEditor() {
+    PluginWithoutEditor() {
         delete plugin->getEditor();
         plugin->setEditor(nullptr);
     }
 };
 
-class EditorSeam : public WithoutAnEditor {
+class EditorSeam : public PluginWithoutEditor {
 protected:
     EditorSeam() { plugin->setEditor(editor); }
     ~EditorSeam() override { close(); } // the editor writes into the journal once more
@@ -151,7 +151,7 @@ TEST_F(EditorSeam, OpensTheEditorInTheHostsWindow) {
     EXPECT_EQ(effect.ask(effEditOpen, 0, 0, &window), 0);
 }
 
-TEST_F(EditorSeam, ForwardsCloseAndIdleAndAnswersZero) {
+TEST_F(EditorSeam, ForwardsCloseAndIdleAndReturnsZero) {
     EXPECT_EQ(effect.ask(effEditClose), 0);
     EXPECT_EQ(effect.ask(effEditIdle), 0);
     EXPECT_THAT(journal, ElementsAre("close", "idle"));
@@ -187,7 +187,7 @@ TEST_F(EditorSeam, ForwardsTheKnobMode) {
     EXPECT_EQ(effect.ask(effSetEditKnobMode, 0, 1), 0);
 }
 
-TEST_F(WithoutAnEditor, EditorRequestsAnswerZero) {
+TEST_F(PluginWithoutEditor, ReturnsZeroToEditorRequests) {
     ERect* rect = nullptr;
     EXPECT_EQ(effect.ask(effEditGetRect, 0, 0, &rect), 0);
     EXPECT_EQ(rect, nullptr);
@@ -197,7 +197,7 @@ TEST_F(WithoutAnEditor, EditorRequestsAnswerZero) {
     }
 }
 
-TEST_F(WithoutAnEditor, ParametersAndProgramsChangeAllTheSame) {
+TEST_F(PluginWithoutEditor, ChangesParametersAndProgramsAllTheSame) {
     effect.ask(effSetProgram, 0, 1);
     plugin->setParameterAutomated(kAttack, 1.0F);
     EXPECT_EQ(effect.getParameter(kAttack), 1.0F);

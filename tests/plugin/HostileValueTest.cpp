@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(HostileValue, AsSampleRateIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsSampleRate) {
     for (const float rate :
          {0.0F, -44100.0F, std::nanf(""), kInfinity, -kInfinity, 1e-38F, 3e38F}) {
         EXPECT_EQ(plugin.ask(effSetSampleRate, 0, 0, nullptr, rate), 0);
@@ -37,7 +37,7 @@ TEST_F(HostileValue, AsSampleRateIsSurvived) {
     }
 }
 
-TEST_F(HostileValue, AsSampleRateIsForgottenWithTheNextOne) {
+TEST_F(HostileValue, IsForgottenWithTheNextSampleRate) {
     plugin.ask(effSetSampleRate, 0, 0, nullptr, std::nanf(""));
     plugin.render(kFrames);
     plugin.ask(effSetSampleRate, 0, 0, nullptr, 44100.0F);
@@ -47,7 +47,7 @@ TEST_F(HostileValue, AsSampleRateIsForgottenWithTheNextOne) {
     EXPECT_TRUE(plugin.render(kFrames) == other.render(kFrames));
 }
 
-TEST_F(HostileValue, AsBlockSizeIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsBlockSize) {
     for (const VstIntPtr size : {VstIntPtr{0}, VstIntPtr{-1}, VstIntPtr{INT_MAX},
                                  VstIntPtr{INT_MIN}, INTPTR_MAX, INTPTR_MIN}) {
         EXPECT_EQ(plugin.ask(effSetBlockSize, 0, size), 0);
@@ -55,7 +55,7 @@ TEST_F(HostileValue, AsBlockSizeIsSurvived) {
     }
 }
 
-TEST_F(HostileValue, AsTempoIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsTempo) {
     constexpr VstInt32 modeShift = 0;
     constexpr VstInt32 shiftInterval = 1;
     plugin.setParameter(modeShift, 1.0F);
@@ -67,7 +67,7 @@ TEST_F(HostileValue, AsTempoIsSurvived) {
     }
 }
 
-TEST_F(HostileValue, AsEveryParameterIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsEveryParameter) {
     for (const float value : {std::nanf(""), kInfinity, -kInfinity, 3e38F, -3e38F, 1e-45F}) {
         for (VstInt32 i = 0; i < kParameters; ++i) {
             plugin.setParameter(i, value);
@@ -76,14 +76,14 @@ TEST_F(HostileValue, AsEveryParameterIsSurvived) {
     }
 }
 
-TEST_F(HostileValue, AsOffsetIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsOffset) {
     for (const VstInt32 offset : {-1, -1000, INT_MIN, INT_MIN + 1, INT_MAX, 1 << 20}) {
         plugin.send({{0x90, 60, 100, offset}, {0x80, 60, 0, offset}, {0xE0, 0, 64, offset}});
         playThrough();
     }
 }
 
-TEST_F(HostileValue, AsEventCrowdIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsEventCrowd) {
     EventList crowd;
     for (int i = 0; i < 600; ++i) { // more than the queue holds
         crowd.add({i % 3 == 0 ? 0x80 : 0x90, i & 127, 1 + i % 127, i % 100});
@@ -92,7 +92,7 @@ TEST_F(HostileValue, AsEventCrowdIsSurvived) {
     playThrough();
 }
 
-TEST_F(HostileValue, AsRequestArgumentsIsSurvived) {
+TEST_F(HostileValue, IsSurvivedAsRequestArguments) {
     for (VstInt32 request = -3; request < 100; ++request) {
         const bool needsAPlaceInMemory = request == effGetSpeakerArrangement; // in its value
         if (request == effClose || request == effEditOpen || needsAPlaceInMemory) {

@@ -70,7 +70,7 @@ TEST_F(MidiInput, SkipsEventsThatAreNotMidi) {
     EXPECT_EQ(plugin.render(kFrames).peak(), 0.0F);
 }
 
-TEST_F(MidiInput, GoesOnBehindAnEventThatItSkips) {
+TEST_F(MidiInput, GoesOnAfterAnEventThatItSkips) {
     EventList events;
     events.addNull();
     events.addAs(kVstSysExType, kNoteOn);

@@ -51,14 +51,14 @@ TEST_F(OutputPin, FillsLabelAndFlagsAndNothingElse) {
         MarkedPins::isMarked(&record.pins.arrangementType, record.guard + sizeof record.guard));
 }
 
-TEST_F(OutputPin, ThatDoesNotExistIsDeniedAndWritesNothing) {
+TEST_F(OutputPin, IsDeniedAndWritesNothingWhenItDoesNotExist) {
     for (const VstInt32 index : {2, 3, 1000, INT_MAX, -1, INT_MIN}) {
         EXPECT_EQ(askFor(index), 0) << index;
         EXPECT_TRUE(MarkedPins::isMarked(&record, &record + 1)) << index;
     }
 }
 
-TEST_F(OutputPin, WithoutARecordToFillIsDenied) {
+TEST_F(OutputPin, IsDeniedWithoutARecordToFill) {
     EXPECT_EQ(plugin.ask(effGetOutputProperties, 0), 0);
 }
 

@@ -53,25 +53,25 @@ protected:
     std::string display(VstInt32 index) { return plugin.text(effGetParamDisplay, index); }
 };
 
-TEST_F(ParameterRequest, ForNamesCutsThemAfterEightCharacters) {
+TEST_F(ParameterRequest, CutsNamesAfterEightCharacters) {
     for (VstInt32 i = 0; i < kCount; ++i) {
         expectText(effGetParamName, i, kTexts[i].name);
     }
 }
 
-TEST_F(ParameterRequest, ForLabelsWritesTheUnits) {
+TEST_F(ParameterRequest, WritesTheUnitsAsLabels) {
     for (VstInt32 i = 0; i < kCount; ++i) {
         expectText(effGetParamLabel, i, kTexts[i].label);
     }
 }
 
-TEST_F(ParameterRequest, ForDisplaysWritesTheDefaultsOfTheFirstProgram) {
+TEST_F(ParameterRequest, WritesTheDefaultsOfTheFirstProgramAsDisplays) {
     for (VstInt32 i = 0; i < kCount; ++i) {
         expectText(effGetParamDisplay, i, kTexts[i].display);
     }
 }
 
-TEST_F(ParameterRequest, ForDisplaysCutsThemAfterEightCharacters) {
+TEST_F(ParameterRequest, CutsDisplaysAfterEightCharacters) {
     plugin.setParameter(kJitter, 1.0F);
     expectText(effGetParamDisplay, kJitter, "100.00 H");
     plugin.setParameter(kShiftInterval, 0.0F);
@@ -80,7 +80,7 @@ TEST_F(ParameterRequest, ForDisplaysCutsThemAfterEightCharacters) {
     expectText(effGetParamDisplay, kWave, "Son of P");
 }
 
-TEST_F(ParameterRequest, ForValuesAnswersThePlaceOfTheDefaultInItsRange) {
+TEST_F(ParameterRequest, ReturnsThePlaceOfTheDefaultInItsRange) {
     EXPECT_FLOAT_EQ(plugin.getParameter(kAttack), 0.19F / 1.99F); // 0.2 of 0.01 to 2
     EXPECT_FLOAT_EQ(plugin.getParameter(kFalloff), 2.0F / 3.0F);  // -1 of -3 to 0
     EXPECT_EQ(plugin.getParameter(kModeShift), 0.5F);             // 0 of -3 to 3
@@ -139,7 +139,7 @@ TEST_F(ParameterRequest, KeepsNotANumberUntilTheNextValue) {
     }
 }
 
-TEST_F(ParameterRequest, OutsideTheListIsIgnored) {
+TEST_F(ParameterRequest, IsIgnoredOutsideTheList) {
     for (const VstInt32 index : {-1, INT_MIN, kCount + 1, 1000, INT_MAX}) {
         plugin.setParameter(index, 1.0F);
         EXPECT_EQ(plugin.getParameter(index), 0.0F) << index;
@@ -154,7 +154,7 @@ TEST_F(ParameterRequest, OutsideTheListIsIgnored) {
     }
 }
 
-TEST_F(ParameterRequest, JustBehindTheListEndsTheProcess) {
+TEST_F(ParameterRequest, EndsTheProcessAtTheIndexAfterTheList) {
     const auto aborts = testing::KilledBySignal(SIGABRT);
     EXPECT_EXIT(plugin.setParameter(kCount, 0.5F), aborts, "out_of_range");
     EXPECT_EXIT(plugin.getParameter(kCount), aborts, "out_of_range");
@@ -177,7 +177,7 @@ TEST_F(ParameterRequest, OffersNoTextEntryAndNoProperties) {
     EXPECT_EQ(display(kAttack), kTexts[kAttack].display);
 }
 
-TEST_F(ParameterRequest, FromTheHostIsNotReportedBackToIt) {
+TEST_F(ParameterRequest, IsNotReportedBackToTheHost) {
     plugin.setParameter(kAttack, 0.5F);
     EXPECT_TRUE(host.calls.empty());
 }

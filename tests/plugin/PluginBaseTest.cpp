@@ -40,7 +40,7 @@ TEST_F(PluginBase, FillsTheRecordWithTheUsual) {
     EXPECT_TRUE(host.calls.empty());
 }
 
-TEST_F(PluginBase, IsNoSynthAndWantsNoMidi) {
+TEST_F(PluginBase, IsNotASynthAndWantsNoMidi) {
     EXPECT_EQ(effect.ask(effGetPlugCategory), 0);
     EXPECT_EQ(effect.ask(effMainsChanged, 0, 1), 0);
     EXPECT_TRUE(host.calls.empty());
@@ -53,7 +53,7 @@ TEST_F(PluginBase, RemembersTheProgramThatTheHostSelects) {
     EXPECT_EQ(effect.ask(effGetProgram), 1);
 }
 
-TEST_F(PluginBase, AnswersWithEmptyTexts) {
+TEST_F(PluginBase, WritesEmptyTexts) {
     for (const VstInt32 request :
          {effGetProgramName, effGetParamName, effGetParamLabel, effGetParamDisplay}) {
         char text[] = "left over";
@@ -121,7 +121,7 @@ TEST_F(PluginBase, AsksTheHostForTheTime) {
     EXPECT_EQ(host.calls[0].value, 0x200);
 }
 
-TEST_F(PluginBase, WithoutAHostGetsNoService) {
+TEST_F(PluginBase, GetsNoServiceWithoutAHost) {
     char capability[] = "sizeWindow";
     EXPECT_FALSE(alone.beginEdit(0));
     EXPECT_FALSE(alone.endEdit(0));

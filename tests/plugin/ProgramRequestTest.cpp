@@ -38,7 +38,7 @@ TEST_F(ProgramRequest, SelectsEachProgramOfTheBank) {
     }
 }
 
-TEST_F(ProgramRequest, ToSelectWhatIsNotInTheBankIsIgnored) {
+TEST_F(ProgramRequest, SelectsNothingOutsideTheBank) {
     const VstInt32 last = count() - 1;
     select(last);
     for (const VstIntPtr index :
@@ -101,7 +101,7 @@ TEST_F(ProgramRequest, ReadsNoMoreThan24CharactersOfANewName) {
     EXPECT_EQ(name(), std::string(24, 'x'));
 }
 
-TEST_F(ProgramRequest, ForANameWrites24CharactersAndATerminator) {
+TEST_F(ProgramRequest, Writes24CharactersOfANameAndATerminator) {
     for (const char* newName : {"Short", "abcdefghijklmnopqrstuvwxyz0123"}) {
         rename(newName);
         GuardedText current;
@@ -116,7 +116,7 @@ TEST_F(ProgramRequest, ForANameWrites24CharactersAndATerminator) {
     }
 }
 
-TEST_F(ProgramRequest, ForAnIndexedNameIgnoresTheCategory) {
+TEST_F(ProgramRequest, IgnoresTheCategoryOfAnIndexedName) {
     for (const VstIntPtr category : {-1, 1, 99}) {
         GuardedText indexed;
         EXPECT_EQ(plugin.ask(effGetProgramNameIndexed, 0, category, indexed.data()), 1);
@@ -124,7 +124,7 @@ TEST_F(ProgramRequest, ForAnIndexedNameIgnoresTheCategory) {
     }
 }
 
-TEST_F(ProgramRequest, ForANameBeyondTheBankAnswersZeroAndWritesNothing) {
+TEST_F(ProgramRequest, ReturnsZeroAndWritesNothingForANameAfterTheBank) {
     for (const VstInt32 index : {count(), count() + 1, INT_MAX}) {
         GuardedText indexed;
         EXPECT_EQ(plugin.ask(effGetProgramNameIndexed, index, 0, indexed.data()), 0) << index;
@@ -132,7 +132,7 @@ TEST_F(ProgramRequest, ForANameBeyondTheBankAnswersZeroAndWritesNothing) {
     }
 }
 
-TEST_F(ProgramRequest, ForANameBelowTheBankEndsTheProcess) {
+TEST_F(ProgramRequest, EndsTheProcessForANameBelowTheBank) {
     GuardedText indexed;
     for (const VstInt32 index : {-1, INT_MIN}) {
         EXPECT_EXIT(plugin.ask(effGetProgramNameIndexed, index, 0, indexed.data()),
@@ -141,7 +141,7 @@ TEST_F(ProgramRequest, ForANameBelowTheBankEndsTheProcess) {
     }
 }
 
-TEST_F(ProgramRequest, ForAChunkAnswersZeroBytesAndHandsOutNull) {
+TEST_F(ProgramRequest, ReturnsZeroBytesAndANullPointerForAChunk) {
     for (const VstInt32 isPreset : {0, 1}) {
         int something = 0;
         void* data = &something;
@@ -150,7 +150,7 @@ TEST_F(ProgramRequest, ForAChunkAnswersZeroBytesAndHandsOutNull) {
     }
 }
 
-TEST_F(ProgramRequest, ToRestoreAChunkIsIgnored) {
+TEST_F(ProgramRequest, RestoresNoChunk) {
     const float before = plugin.getParameter(kAttack);
     char bytes[] = "anything at all";
     for (const VstInt32 isPreset : {0, 1}) {

@@ -80,7 +80,7 @@ TEST_F(ShellConstruction, AnnouncesChunksOnlyWhenToldTo) {
     EXPECT_EQ(without.getAeffect()->flags, 0x110);
 }
 
-TEST_F(ShellConstruction, WithoutAHostLeavesTheRecordAsTheBaseMakesIt) {
+TEST_F(ShellConstruction, LeavesTheRecordAsTheBaseMakesItWithoutAHost) {
     VstInterface alone(nullptr, &engine, kUniqueID, true);
     const AEffect& record = *alone.getAeffect();
     EXPECT_EQ(record.flags, 0);
@@ -90,7 +90,7 @@ TEST_F(ShellConstruction, WithoutAHostLeavesTheRecordAsTheBaseMakesIt) {
     EXPECT_EQ(engine.programsGiven.back(), 0);
 }
 
-TEST_F(ShellConstruction, WithoutAHostStillRenders) {
+TEST_F(ShellConstruction, StillRendersWithoutAHost) {
     VstInterface alone(nullptr, &engine, kUniqueID, false);
     alone.resume();
     alone.processReplacing(nullptr, nullptr, 16);
@@ -98,7 +98,7 @@ TEST_F(ShellConstruction, WithoutAHostStillRenders) {
     EXPECT_EQ(engine.renders[0].tempo, 120.0F);
 }
 
-TEST_F(ShellConstruction, OverAnEmptyBankEndsTheProcess) {
+TEST_F(ShellConstruction, EndsTheProcessOverAnEmptyBank) {
     SpyEngine empty;
     empty.programs.clear();
     EXPECT_EXIT(VstInterface(RecordingHost::callback, &empty, kUniqueID, false),

@@ -99,7 +99,7 @@ TEST_F(ShellEvent, MakesNothingOfOtherMessages) {
     }
 }
 
-TEST_F(ShellEvent, SkipsWhatIsNoMidiEventOrNone) {
+TEST_F(ShellEvent, SkipsNullPointersAndWhatIsNotAMidiEvent) {
     EventList events;
     for (const VstInt32 type : {0, 2, 5, int{kVstSysExType}, 7, -1}) {
         events.addAs(type, {0x90, 60, 100});
@@ -110,7 +110,7 @@ TEST_F(ShellEvent, SkipsWhatIsNoMidiEventOrNone) {
     EXPECT_THAT(engine.takeEvents(), ElementsAre("on 61 100 at 0"));
 }
 
-TEST_F(ShellEvent, AnswersOneWithoutAnyEvents) {
+TEST_F(ShellEvent, ReturnsOneWithoutAnyEvents) {
     EXPECT_EQ(effect.ask(effProcessEvents), 1);
     EventList events({{0x90, 60, 100}});
     EXPECT_EQ(effect.ask(effProcessEvents, 0, 0, events.record(0)), 1);

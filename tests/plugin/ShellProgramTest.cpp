@@ -93,7 +93,7 @@ TEST_F(ShellProgram, TheFirstOnesParameterCountRulesForAll) {
     EXPECT_EQ(effect.text(effGetParamName, 23), "Unnamed ");
 }
 
-TEST_F(ShellProgram, WithFewerParametersEndsTheProcessBehindThem) {
+TEST_F(ShellProgram, EndsTheProcessAfterTheLastOfItsFewerParameters) {
     engine.programs[1] = SynthProgram(4);
     delete plugin->getEditor(); // would ask for all parameters of the new program
     plugin->setEditor(nullptr);

@@ -68,7 +68,7 @@ TEST_F(KnobPicture, CountsThePicturesByTheStripAndNotByTheNumberGiven) {
     }
 }
 
-TEST_F(KnobPicture, OfAMissingStripIsNothing) {
+TEST_F(KnobPicture, IsEmptyForAMissingStrip) {
     const auto missing = owned(new CBitmap("missing.png"));
     const auto blank = owned(new CAnimKnob(kKnobSize, nullptr, 0, 30, 48, missing));
     DrawingNotes notes;
@@ -76,7 +76,7 @@ TEST_F(KnobPicture, OfAMissingStripIsNothing) {
     EXPECT_EQ(notes.offset, CPoint(-1, -1));
 }
 
-TEST_F(KnobPicture, OfAButtonIsTheLowerOneWhileItIsDown) {
+TEST_F(KnobPicture, IsTheLowerOneOfAButtonThatIsDown) {
     const auto strip = owned(makePicture(25, 60, [](int, int) { return kRedCColor; }));
     auto* kick = new CKickButton(CRect(550, 0, 575, 30), nullptr, 0, strip);
     frame->addView(kick);
@@ -122,7 +122,7 @@ TEST_F(Label, StandsInTheMiddleOfItsRectangle) {
     EXPECT_EQ(above, kLabelSize.bottom - notes.baseline.y);
 }
 
-TEST_F(Label, DrawsNothingBehindTheTextWhenTransparent) {
+TEST_F(Label, DrawsOnlyTheTextWhenTransparent) {
     drawn("Attack", true);
     EXPECT_TRUE(notes.filled.isEmpty());
     EXPECT_TRUE(notes.framed.isEmpty());

@@ -83,7 +83,7 @@ TEST_F(Frame, LetsThePressThroughTransparentViewsOnly) {
     release(320, 110);
 }
 
-TEST_F(Frame, OpensInNoWindowThatIsNotThere) {
+TEST_F(Frame, OpensNothingInAWindowThatIsNotThere) {
     EXPECT_FALSE(frame->open(nullptr));
     EXPECT_FALSE(frame->open(frame, PlatformType::kHWND));
     frame->idle();
@@ -110,7 +110,7 @@ TEST_F(Picture, IsSharedByWhoShowsIt) {
     EXPECT_EQ(picture->getNbReference(), 1);
 }
 
-TEST_F(Picture, ThatIsMissingIsEmpty) {
+TEST_F(Picture, IsEmptyWhenItsFileIsMissing) {
     const auto missing = makeOwned<CBitmap>("no-such-picture.png");
     EXPECT_FALSE(missing->isLoaded());
     EXPECT_FALSE(missing->getPlatformBitmap());
@@ -118,7 +118,7 @@ TEST_F(Picture, ThatIsMissingIsEmpty) {
     EXPECT_EQ(missing->getHeight(), 0);
 }
 
-TEST_F(Picture, IsNoneWhenItsBytesAreBroken) {
+TEST_F(Picture, IsEmptyWhenItsBytesAreBroken) {
     std::string bytes = makePng(20, 20, [](int x, int) { return CColor(std::uint8_t(x), 0, 0); });
     const auto decode = [](const std::string& from) {
         return getPlatformFactory().createBitmapFromMemory(from.data(),

@@ -126,7 +126,7 @@ TEST_F(ControlPress, IsTheListenersIfItWantsIt) {
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"modifier"}));
 }
 
-TEST_F(ControlPress, OnALabelTellsTheHostNothing) {
+TEST_F(ControlPress, TellsTheHostNothingOnALabel) {
     frame->addView(new CTextLabel(CRect(0, 0, 88, 20), "Attack"));
     keys.add(ModifierKey::Control);
     EXPECT_TRUE(press(10, 10));

@@ -126,7 +126,7 @@ TEST_F(LabelWindow, StaysInOneLine) {
     EXPECT_LT(inkOf("H\nH").height(), 15);
 }
 
-TEST_F(LabelWindow, SurvivesBytesThatAreNoText) {
+TEST_F(LabelWindow, SurvivesBytesThatAreNotText) {
     inkOf("\xff\xfe\x80");
     EXPECT_FALSE(inkOf("Attack").isEmpty());
 }

@@ -179,7 +179,7 @@ private:
     HMODULE library;
 };
 
-TEST_F(WindowsEditorWindow, OfAnotherModuleIsAnotherClassWithTheSamePictures) {
+TEST_F(WindowsEditorWindow, HasAnotherClassAndTheSamePicturesInAnotherModule) {
     const OtherModule module;
     const HostedEffect other(module.create());
     const HostWindow otherWindow;

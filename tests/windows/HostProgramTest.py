@@ -37,7 +37,7 @@ class HostProgram(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
 
-    def assertAnsweredByOneLine(self, result, status, line):
+    def assertRefusedInOneLine(self, result, status, line):
         self.assertEqual((result.returncode, result.stdout), (status, ""))
         self.assertEqual(result.stderr.replace("\r", ""), f"zelvatone: {line}\n")
         self.assertEqual(list(self.folder.iterdir()), [])
@@ -90,28 +90,28 @@ class HostProgram(unittest.TestCase):
         self.assertIn(b"data", chunksOf(sound))
         self.assertEqual(list(self.folder.iterdir()), [sound])
 
-    def testAnswersFlacAndOggByOneLine(self):
+    def testRefusesFlacAndOggInOneLine(self):
         for name in ("song.flac", "song.ogg"):
             path = str(self.folder / name)
-            self.assertAnsweredByOneLine(
+            self.assertRefusedInOneLine(
                 run(WINDOWS, "render", SONG, "-o", path),
                 2,
                 f"cannot write {path}: on Windows sound files are .wav files",
             )
 
-    def testAnswersAMissingSongByOneLine(self):
+    def testRefusesAMissingSongInOneLine(self):
         result = run(WINDOWS, "render", "nowhere.mid", "-o", str(self.folder / "song.wav"))
-        self.assertAnsweredByOneLine(result, 1, "nowhere.mid: no such file")
+        self.assertRefusedInOneLine(result, 1, "nowhere.mid: no such file")
 
-    def testAnswersWhatIsNoPluginByOneLine(self):
+    def testRefusesWhatIsNotAPluginInOneLine(self):
         result = run(WINDOWS, "info", "--plugin", SONG)
-        self.assertAnsweredByOneLine(
+        self.assertRefusedInOneLine(
             result, 1, f"{SONG} is no plug-in: it is no library for 64-bit Windows"
         )
 
-    def testAnswersTheTourByOneLine(self):
+    def testRefusesTheTourInOneLine(self):
         result = run(WINDOWS, "tour", "-o", str(self.folder / "tour"))
-        self.assertAnsweredByOneLine(
+        self.assertRefusedInOneLine(
             result, 2, "this build has no 'tour': make the page with the Linux host"
         )
 
