@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
 #include <typeinfo>
 
 namespace zelvatone {
@@ -52,16 +51,6 @@ TEST(CloneOfAClone, KeepsExchangedMappings) {
     const ParameterHandle first(plain.clone());
     const ParameterHandle second(first->clone());
     EXPECT_EQ(second->toUnits(0.0F, 4.0F, 0.4F), 1.0F);
-}
-
-TEST(Kinds, AddNothingThatAVirtualDestructorWouldHaveToFind) {
-    EXPECT_FALSE(std::has_virtual_destructor_v<SynthParameter>);
-    EXPECT_EQ(sizeof(PercentSynthParameter), sizeof(SynthParameter));
-    EXPECT_EQ(sizeof(IntegerSynthParameter), sizeof(SynthParameter));
-    EXPECT_EQ(sizeof(WaveSynthParameter), sizeof(SynthParameter));
-    EXPECT_EQ(sizeof(BeatsSynthParameter), sizeof(SynthParameter));
-    EXPECT_TRUE((std::is_base_of_v<IntegerSynthParameter, WaveSynthParameter>));
-    EXPECT_TRUE((std::is_base_of_v<IntegerSynthParameter, BeatsSynthParameter>));
 }
 
 } // namespace
