@@ -9,8 +9,8 @@
 //   specific (35), language (38), directory (41), display update (42);
 // - AEffect: it reads `flags` as pointer-sized (the same bytes, on a little-endian machine), has
 //   eight unnamed bytes for the two withdrawn qualities and ends before `future`;
-// - VstMidiEvent between the head and the MIDI bytes, and behind them; VstEvent behind the head;
-// - VstTimeInfo: places the two SMPTE fields behind `flags` instead of before the clock, hence
+// - VstMidiEvent between the head and the MIDI bytes, and after them; VstEvent after the head;
+// - VstTimeInfo: places the two SMPTE fields after `flags` instead of before the clock, hence
 //   another total size; both marked as guessed there;
 // - VstPinProperties: the flag values, and the reserved bytes at the end;
 // - text lengths: 25 for a program name (ours counts without the terminator), 128 for vendor and

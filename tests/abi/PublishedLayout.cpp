@@ -1,6 +1,6 @@
-// The published interface by hand arithmetic, for 64-bit pointers: whoever moves a field or a
-// number in src/vst2 is stopped by the compiler. Covers also what the independent header of
-// abi_tests does not know.
+// The published interface by hand arithmetic, for 64-bit pointers: the compiler stops a change of a
+// field or a number in src/vst2. Also covers what the independent header of abi_tests does not
+// have.
 #include "vst2/aeffectx.h"
 
 #include <cstddef>

@@ -23,7 +23,7 @@ std::string contentOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// Children of this process that have ended and that nobody has asked after.
+// Children of this process that have ended and whose status was not read.
 int countZombies() {
     int zombies = 0;
     for (const auto& entry : fs::directory_iterator("/proc")) {

@@ -44,14 +44,14 @@ TEST(ControlGate, ClosesOnlyWhenNoThreadIsInside) {
     std::optional<ControlGate::Pass> inside(std::in_place, gate);
     auto closing = std::async(std::launch::async, [&] { gate.close(); });
     EXPECT_EQ(closing.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
-    // Who comes now is turned away, and is not kept waiting.
+    // A thread that comes now is refused at once.
     EXPECT_FALSE(ControlGate::Pass(gate));
     inside.reset();
     EXPECT_EQ(closing.wait_for(std::chrono::seconds(10)), std::future_status::ready);
 }
 
-// What lies behind the gate is plain memory: the sanitizer for threads sees whether anybody looks
-// at it while it is torn down.
+// The controls behind the gate are plain memory: the thread sanitizer sees a thread that reads them
+// while they are destroyed.
 TEST(ControlGate, KeepsItsControlsForTheThreadsInside) {
     ControlGate gate;
     std::vector<int> behind;

@@ -19,9 +19,9 @@ class EditorTest : public testing::Test {
 protected:
     void SetUp() override;
 
-    // Opens the editor in the window and idles until it is drawn; answers whether it is.
+    // Opens the editor in the window and idles until it is drawn. Returns whether it is.
     bool openEditor();
-    // Idles `hz` times a second until `isReached`; answers whether it was, in ten seconds.
+    // Idles `hz` times a second until `isReached`. Returns whether it was, in ten seconds.
     bool idleUntil(const std::function<bool()>& isReached, int hz = 60);
     // Idles a few times, for what is not to happen.
     void idleAWhile();

@@ -22,7 +22,7 @@ Surface load(const std::string& name) {
     return picture;
 }
 
-// Draws on black, and answers what is to be seen.
+// Draws on black. Returns the picture.
 Screenshot paint(int width, int height, const std::function<void(cairo_t*)>& draw) {
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height),
                           cairo_surface_destroy);

@@ -1,4 +1,4 @@
-// What the sanitizers shall not report. Without a sanitizer nobody asks.
+// What the sanitizers do not report. Without a sanitizer these functions are not called.
 
 // The sanitizers' runtimes look these functions up by their names.
 #define ZELVATONE_SANITIZER_CALL extern "C" __attribute__((visibility("default")))

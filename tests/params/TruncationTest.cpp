@@ -1,4 +1,4 @@
-// Float to integer: one answer for every input, on every platform.
+// Float to integer: one result for every input, on every platform.
 #include "params/Truncation.h"
 
 #include <gtest/gtest.h>

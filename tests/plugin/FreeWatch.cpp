@@ -17,7 +17,7 @@ std::size_t freedCount = 0;
     const std::uintptr_t end = start + malloc_usable_size(memory);
     for (std::size_t i = 0; i < watchedCount; ++i) {
         if (watched[i] >= start && watched[i] < end) {
-            watched[i] = 0; // the next owner of the place is none of ours
+            watched[i] = 0; // whatever is there next is not watched
             ++freedCount;
         }
     }

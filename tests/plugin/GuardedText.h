@@ -16,7 +16,7 @@ public:
     // What was written, up to the first terminator.
     std::string text() const { return {buffer.data()}; }
     // How many characters were written, from the start to the last one that differs from the mark.
-    // A plug-in that terminates at index n and writes nothing behind it has touched n + 1.
+    // A plug-in that terminates at index n and writes nothing after it has touched n + 1.
     std::size_t touched() const {
         std::size_t count = buffer.size() - 1;
         while (count > 0 && buffer[count - 1] == kMark) {

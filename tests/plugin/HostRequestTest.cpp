@@ -1,4 +1,4 @@
-// Requests that ask who the plug-in is, and those that it has nothing to say to.
+// Requests for the plug-in's identity, and those that it does not support.
 #include "tests/plugin/GuardedText.h"
 #include "tests/plugin/LoadedPlugin.h"
 

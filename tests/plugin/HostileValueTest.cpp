@@ -1,5 +1,5 @@
-// Numbers that no sane host sends. The output may then be anything; what counts is that the process
-// lives, under the sanitizers too, and that the plug-in still answers.
+// Numbers that no sane host sends. The output may then be anything. The process must not crash,
+// under the sanitizers too, and the plug-in must go on working.
 #include "tests/plugin/LoadedPlugin.h"
 
 #include <climits>
@@ -15,7 +15,7 @@ constexpr VstInt32 kParameters = 23;
 
 class HostileValue : public LoadedPluginTest {
 protected:
-    // The engine names phases that are no number on standard output, by the thousand here.
+    // The engine prints look-ups of phases that are not a number on standard output.
     HostileValue() { testing::internal::CaptureStdout(); }
     ~HostileValue() override { testing::internal::GetCapturedStdout(); }
 

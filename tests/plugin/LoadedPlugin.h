@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-// The library stays loaded until the process ends: leak checkers find the name of whoever
-// allocated only while its code is there.
+// The library stays loaded until the process ends: leak checkers find the name of the
+// function that allocated only while its code is there.
 class PluginLibrary {
 public:
     using Entry = AEffect* (*)(audioMasterCallback);

@@ -16,8 +16,8 @@ struct HostCall {
     float opt;
 };
 
-// One at a time: the callback has no pointer of its own to tell hosts apart. Answers
-// audioMasterVersion with 2400 and everything else with 0, unless told otherwise.
+// One at a time: the callback has no pointer of its own to tell hosts apart. Returns
+// 2400 for audioMasterVersion and 0 for everything else, unless told otherwise.
 class RecordingHost {
 public:
     RecordingHost();
@@ -34,7 +34,7 @@ public:
 
     std::vector<HostCall> calls;
     std::map<VstInt32, VstIntPtr> answers{{audioMasterVersion, kVstVersion}};
-    std::function<void(const HostCall&)> onCall; // runs while the plug-in waits for the answer
+    std::function<void(const HostCall&)> onCall; // runs before the plug-in gets its answer
 };
 
 // A host's time record that holds a tempo (beats per minute), flagged as valid or not.

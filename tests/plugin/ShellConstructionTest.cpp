@@ -118,8 +118,8 @@ TEST_F(ShellConstruction, ZeroesThePaddingOfTheRecord) {
     const auto zeroBetween = [&](std::size_t from, std::size_t to) {
         return std::all_of(bytes.begin() + from, bytes.begin() + to, isZero);
     };
-    EXPECT_TRUE(zeroBetween(4, 8));     // behind magic
-    EXPECT_TRUE(zeroBetween(60, 80));   // behind flags, and the host's two places
+    EXPECT_TRUE(zeroBetween(4, 8));     // after magic
+    EXPECT_TRUE(zeroBetween(60, 80));   // after flags, and the host's two places
     EXPECT_TRUE(zeroBetween(136, 192)); // at the end
 }
 

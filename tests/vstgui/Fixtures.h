@@ -31,12 +31,12 @@ protected:
     KnobTest();
     ~KnobTest() override;
 
-    // Each answers whether the event was consumed.
+    // Each returns whether the event was consumed.
     bool press(double x, double y);
     bool move(double x, double y);
     bool release(double x, double y);
     bool wheel(double deltaY, double deltaX = 0);
-    // Press, one move, release; answers the value after it.
+    // Press, one move, release. Returns the value after it.
     float drag(const CPoint& from, const CPoint& to);
 
     Recorder recorder;
@@ -55,7 +55,7 @@ protected:
     CFrame* openFrame(HostWindow& host);
     // A knob of the strip in `frame`, with tag 7.
     CAnimKnob* addKnob(CFrame& frame);
-    // Idles the frame `hz` times a second until `isReached`; answers whether it was, in ten
+    // Idles the frame `hz` times a second until `isReached`. Returns whether it was, in ten
     // seconds.
     static bool idleUntil(CFrame& frame, const std::function<bool()>& isReached, int hz = 60);
     // Idles until the frame's window shows `color` at (x, y).

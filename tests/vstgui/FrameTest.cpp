@@ -1,4 +1,4 @@
-// Who holds the views, who is asked first, and what a frame without a window answers.
+// Which object holds the views, which view is asked first, and a frame without a window.
 #include "tests/vstgui/Fixtures.h"
 
 #include "vstgui/lib/platform/linux/linuxfactory.h"

@@ -140,7 +140,7 @@ TEST_F(DerivedButton, MayCloseTheFrameInItsOwnRelease) {
     MouseUpEvent up;
     up.mousePosition = down.mousePosition;
     up.buttonState = down.buttonState;
-    // Under the address sanitizer this shows whoever touches the frame afterwards.
+    // Under the address sanitizer this shows any later use of the frame.
     closing->dispatchEvent(up);
     EXPECT_TRUE(up.consumed);
 }

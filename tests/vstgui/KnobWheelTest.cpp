@@ -14,7 +14,7 @@ class KnobWheel : public KnobTest {
 protected:
     KnobWheel() { knob->setValue(0.5F); }
 
-    // Idles until the gesture has ended; answers whether it did within some seconds.
+    // Idles until the gesture has ended. Returns whether it did within some seconds.
     bool waitForTheEnd() {
         for (int wait = 0; wait < 1000 && recorder.count("end 0") == 0; ++wait) {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));

@@ -8,7 +8,7 @@
 
 namespace VSTGUI::test {
 
-// A PNG file of the given size whose pixels have the colour that `color` answers for (x, y).
+// A PNG file of the given size whose pixels have the colour that `color` returns for (x, y).
 std::string makePng(int width, int height, const std::function<CColor(int x, int y)>& color);
 // The same as a picture with one reference, the caller's.
 CBitmap* makePicture(int width, int height, const std::function<CColor(int x, int y)>& color);

@@ -1,5 +1,5 @@
-// What the sanitizers shall not report: the font machinery below the toolkit. It is linked into
-// every test program that writes text; without a sanitizer nobody asks.
+// What the sanitizers do not report: the font libraries below the toolkit. It is linked into every
+// test program that writes text. Without a sanitizer these functions are not called.
 
 // NOLINTBEGIN(bugprone-reserved-identifier)
 // The sanitizers' runtimes look these functions up by their names.
@@ -8,7 +8,7 @@ ZELVATONE_SANITIZER_CALL const char* __lsan_default_suppressions();
 ZELVATONE_SANITIZER_CALL const char* __tsan_default_suppressions();
 
 // What Pango has asked Fontconfig for stays for the life of the process, and the leak checker does
-// not find who holds it. It does not grow: the tests of opening and closing count bytes.
+// not find the pointer to it. It does not grow: the tests of many openings watch the memory.
 const char* __lsan_default_suppressions() {
     return "leak:libfontconfig.so\n";
 }

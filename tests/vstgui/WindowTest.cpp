@@ -157,7 +157,7 @@ TEST_F(Window, StandsBesideOthersOfTheSameProcess) {
 }
 
 TEST_F(Window, MayBeClosedByItsOwnHandler) {
-    // Closes the frame at the first change, as a host may do that answers automation in odd ways.
+    // Closes the frame at the first change, as a host may do when it is told of automation.
     struct ClosingListener final : IControlListener {
         void valueChanged(CControl* control) override {
             isClosed = true;
@@ -174,7 +174,7 @@ TEST_F(Window, MayBeClosedByItsOwnHandler) {
     host.movePointer(320, 110);
     host.release();
     // One idle meets all of the drag, and loses the frame in the middle of it. Under the address
-    // sanitizer this shows whoever touches the frame afterwards.
+    // sanitizer this shows any later use of the frame.
     EXPECT_TRUE(idleUntil(*frame, [&] { return listener.isClosed; }));
     EXPECT_TRUE(host.children().empty());
 }

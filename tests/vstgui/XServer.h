@@ -15,7 +15,7 @@ public:
     ~XServer();
 
     // Starts the server with pixels of `depth` bits, unless it runs already, and names it in the
-    // environment. Answers "", or that it is not installed. Throws if it does not start.
+    // environment. Returns "", or that it is not installed. Throws if it does not start.
     static std::string start(int depth = 24);
 
 private:

@@ -21,7 +21,7 @@ protected:
         plugin.ask(effEditIdle);
         HostWindow::pump();
     }
-    // What the host has heard of the user's edits, as text: "begin 20", "20 = 0.8333", "end 20".
+    // What the host was told of the user's edits, as text: "begin 20", "20 = 0.8333", "end 20".
     std::vector<std::string> edits() const;
 
     HostWindow window;

@@ -11,7 +11,7 @@ namespace zelvatone::test {
 namespace {
 
 // Objects of GDI that the process holds. Wine does not count them; there the table is read that
-// every process has of them, as Wine lays it out: 24 bytes an entry, its kind behind 14 of them.
+// every process has of them, as Wine lays it out: 24 bytes an entry, its kind at byte 14.
 DWORD countGdiObjects() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); count != 0) {
         return count;

@@ -15,7 +15,7 @@ bool holds(const PROCESS_HEAP_ENTRY& entry, const char* address) {
            address < begin + entry.cbData;
 }
 
-// Addresses that lie in a block of the heap that somebody owns.
+// Addresses that lie in a block of the heap that is in use.
 std::size_t countOwned(HANDLE heap) {
     std::size_t owned = 0;
     HeapLock(heap);

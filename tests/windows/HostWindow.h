@@ -34,7 +34,7 @@ public:
 
     // Handles every message that has come in, as a host's loop does.
     static void pump();
-    // What this window's own code has heard of the keyboard and of the focus.
+    // What this window's own code has received from the keyboard and of the focus.
     int keysHeard = 0;
 
     // Messages of the mouse to the editor, in its coordinates, handled when the call returns.
