@@ -1,8 +1,8 @@
 // One program on the tour: how it sounds and what there is to know about it.
 #pragma once
 
-#include "cli/commands/ParameterList.h"
 #include "host/midi/Song.h"
+#include "host/plugin/ParameterList.h"
 #include "host/plugin/PluginLibrary.h"
 
 #include <cstdint>

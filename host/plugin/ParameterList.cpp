@@ -1,4 +1,4 @@
-#include "cli/commands/ParameterList.h"
+#include "host/plugin/ParameterList.h"
 
 #include "host/text/Numbers.h"
 #include "host/text/Table.h"
