@@ -50,7 +50,7 @@ LAYERS = [
 
     # A test reads what it tests, and no more: one of the engine needs no editor to be built.
     ("tests/params", ["tests/params"], ["params"]),
-    ("tests/abi", ["tests/abi"], ["vst2"]),
+    ("tests/abi", ["tests/abi"], ["params", "vst2", "voices", "engine"]),
     ("tests/voice", ["tests/voice"], ["params", "voices", "fast"]),
     ("tests/engine", ["tests/engine"], ["params", "voices", "fast", "engine"]),
     ("tests/kernel", ["tests/kernel"], ["params", "voices", "fast", "kernel", "engine",
