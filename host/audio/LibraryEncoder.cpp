@@ -1,7 +1,7 @@
-// All kinds of sound file, by libsndfile.
+#include "host/audio/LibraryEncoder.h"
+
 #include "host/Error.h"
 #include "host/audio/OggSerial.h"
-#include "host/audio/SoundEncoder.h"
 
 #include <sndfile.h>
 
@@ -43,15 +43,8 @@ int libraryFormat(const SoundFileFormat& format) {
     if (format.container == Container::Ogg) {
         return SF_FORMAT_OGG | SF_FORMAT_VORBIS;
     }
-    const int container = format.container == Container::Wav ? SF_FORMAT_WAV : SF_FORMAT_FLAC;
-    switch (format.samples) {
-    case SampleKind::Int16:
-        return container | SF_FORMAT_PCM_16;
-    case SampleKind::Int24:
-        return container | SF_FORMAT_PCM_24;
-    default:
-        return container | SF_FORMAT_FLOAT;
-    }
+    return SF_FORMAT_FLAC |
+           (format.samples == SampleKind::Int16 ? SF_FORMAT_PCM_16 : SF_FORMAT_PCM_24);
 }
 
 class LibraryEncoder final : public SoundEncoder {
@@ -84,8 +77,6 @@ LibraryEncoder::LibraryEncoder(OutputFile& file, const SoundFileFormat& format)
         file_.check();
         fail(sf_strerror(nullptr));
     }
-    // It would carry the time of day.
-    sf_command(sound_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
 }
 
 LibraryEncoder::~LibraryEncoder() {
@@ -121,6 +112,7 @@ void LibraryEncoder::finish() {
     if (error != 0) {
         fail(sf_error_number(error));
     }
+    // The same command gives the same file, as the manual promises.
     if (container_ == Container::Ogg) {
         settleOggSerial(file_);
     }
@@ -128,7 +120,7 @@ void LibraryEncoder::finish() {
 
 } // namespace
 
-std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format) {
+std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file, const SoundFileFormat& format) {
     return std::make_unique<LibraryEncoder>(file, format);
 }
 

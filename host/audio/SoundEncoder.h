@@ -27,8 +27,8 @@ public:
     virtual void finish() = 0;
 };
 
-// One implementation a platform. `file` is new and outlives the encoder. Throws UsageError for a
-// container that the platform does not write.
+// `file` is new and outlives the encoder. Throws UsageError for a container that the platform does
+// not write: Windows has WAV alone.
 std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format);
 
 } // namespace zelvatone

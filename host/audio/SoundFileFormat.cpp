@@ -39,6 +39,17 @@ void checkFormat(const SoundFileFormat& format) {
     }
 }
 
+int bytesPerSample(SampleKind kind) {
+    switch (kind) {
+    case SampleKind::Int16:
+        return 2;
+    case SampleKind::Int24:
+        return 3;
+    default:
+        return 4;
+    }
+}
+
 int wholeNumberBits(const SoundFileFormat& format) {
     if (format.container == Container::Ogg || format.samples == SampleKind::Float) {
         return 0;

@@ -25,6 +25,9 @@ SampleKind sampleKindOf(const std::string& text);
 // Throws UsageError for what the container cannot hold: floats in FLAC.
 void checkFormat(const SoundFileFormat& format);
 
+// Bytes of one sample of one channel where samples are not compressed.
+int bytesPerSample(SampleKind kind);
+
 // Bits of the whole numbers that are written; 0 where samples stay floating-point.
 int wholeNumberBits(const SoundFileFormat& format);
 

@@ -7,21 +7,6 @@
 
 namespace zelvatone {
 
-namespace {
-
-std::int64_t bytesPerSample(SampleKind kind) {
-    switch (kind) {
-    case SampleKind::Int16:
-        return 2;
-    case SampleKind::Int24:
-        return 3;
-    default:
-        return 4;
-    }
-}
-
-} // namespace
-
 SoundFileWriter::SoundFileWriter(const std::filesystem::path& path, const SoundFileFormat& format)
     : format_((checkFormat(format), format)),
       file_(path),
@@ -37,7 +22,7 @@ void SoundFileWriter::require(std::int64_t frames) const {
     // A WAV file counts its bytes in 32 bits; a kilobyte is kept for its header.
     constexpr std::int64_t largestWav = (std::int64_t{1} << 32) - 1024;
     if (format_.container == Container::Wav &&
-        frames > largestWav / (bytesPerSample(format_.samples) * format_.channels)) {
+        frames > largestWav / (std::int64_t{bytesPerSample(format_.samples)} * format_.channels)) {
         fail("a WAV file ends at four gigabytes; a .flac file does not");
     }
 }

@@ -27,15 +27,14 @@ public:
 constexpr std::int64_t kPlainNumbers = 1; // the kinds of sample, as the format counts them
 constexpr std::int64_t kFloats = 3;
 
-int bytesOf(SampleKind kind) {
-    switch (kind) {
-    case SampleKind::Int16:
-        return 2;
-    case SampleKind::Int24:
-        return 3;
-    default:
-        return 4;
-    }
+// The place of the PEAK chunk, which files with floats may have: a version, a time of day, and a
+// level and its position for each channel. The time would make every file another one, so the place
+// stays empty, and readers skip it.
+void appendPadding(ChunkWriter& chunks, int channels) {
+    const int size = 8 + 8 * channels;
+    chunks.name("PAD ");
+    chunks.number(size, 4);
+    chunks.bytes.resize(chunks.bytes.size() + static_cast<std::size_t>(size));
 }
 
 } // namespace
@@ -49,29 +48,37 @@ void WavEncoder::put(const std::vector<char>& bytes) {
     file_.write(bytes.data(), static_cast<std::int64_t>(bytes.size()));
 }
 
-void WavEncoder::write(std::span<const float> samples) {
-    ChunkWriter data;
-    for (const float sample : samples) {
-        data.number(std::bit_cast<std::int32_t>(sample), bytesOf(SampleKind::Float));
+// Appends the upper `size` bytes of each sample's 32 bits, the lowest of them first.
+template<int size, typename Sample>
+void WavEncoder::putSamples(std::span<const Sample> samples) {
+    bytes_.resize(samples.size() * size);
+    char* target = bytes_.data();
+    for (const Sample sample : samples) {
+        const auto bits = std::bit_cast<std::uint32_t>(sample);
+        for (int i = 4 - size; i < 4; ++i) {
+            *target++ = static_cast<char>(bits >> (8 * i));
+        }
     }
-    dataBytes_ += static_cast<std::int64_t>(data.bytes.size());
-    put(data.bytes);
+    dataBytes_ += static_cast<std::int64_t>(bytes_.size());
+    put(bytes_);
+}
+
+void WavEncoder::write(std::span<const float> samples) {
+    putSamples<4>(samples);
 }
 
 void WavEncoder::write(std::span<const std::int32_t> numbers) {
-    const int size = bytesOf(format_.samples);
-    ChunkWriter data;
-    for (const std::int32_t number : numbers) {
-        data.number(number >> (32 - 8 * size), size);
+    if (format_.samples == SampleKind::Int16) {
+        putSamples<2>(numbers);
+    } else {
+        putSamples<3>(numbers);
     }
-    dataBytes_ += static_cast<std::int64_t>(data.bytes.size());
-    put(data.bytes);
 }
 
 // Readers of files with floats look for the number of frames in a chunk of its own.
 std::vector<char> WavEncoder::header() const {
     const bool isFloat = format_.samples == SampleKind::Float;
-    const int sampleBytes = bytesOf(format_.samples);
+    const int sampleBytes = bytesPerSample(format_.samples);
     const int frameBytes = sampleBytes * format_.channels;
     ChunkWriter chunks;
     chunks.name("fmt ");
@@ -86,6 +93,7 @@ std::vector<char> WavEncoder::header() const {
         chunks.name("fact");
         chunks.number(4, 4);
         chunks.number(dataBytes_ / frameBytes, 4);
+        appendPadding(chunks, format_.channels);
     }
     chunks.name("data");
     chunks.number(dataBytes_, 4);

@@ -1,4 +1,4 @@
-// WAV files, without any library.
+// WAV files, the same on every platform.
 #pragma once
 
 #include "host/audio/SoundEncoder.h"
@@ -19,11 +19,14 @@ public:
 
 private:
     std::vector<char> header() const;
+    template<int size, typename Sample>
+    void putSamples(std::span<const Sample> samples);
     void put(const std::vector<char>& bytes);
 
     OutputFile& file_;
     SoundFileFormat format_;
     std::int64_t dataBytes_ = 0;
+    std::vector<char> bytes_; // of the last write()
 };
 
 } // namespace zelvatone

@@ -2,7 +2,7 @@
 include(${PROJECT_SOURCE_DIR}/cmake/HeaderOnlyLibraries.cmake)
 
 set(platform_sources
-  audio/SoundEncoderWindows.cpp
+  audio/LibraryEncoderMissing.cpp
   files/SystemFileWindows.cpp
   picture/TrueColourPictureWindows.cpp
   plugin/PluginSearchWindows.cpp

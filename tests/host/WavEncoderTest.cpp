@@ -6,6 +6,7 @@
 
 #include <sndfile.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -14,6 +15,8 @@
 
 namespace zelvatone {
 namespace {
+
+using ::testing::ElementsAre;
 
 struct WavKind {
     SampleKind samples;
@@ -39,7 +42,7 @@ protected:
     }
 };
 
-TEST_P(WavEncoderKinds, ReadBackAsTheSameSamples) {
+TEST_P(WavEncoderKinds, SamplesReadBackAsTheyWereWritten) {
     const TemporaryFolder folder;
     write(folder / "own.wav");
     const SoundFile sound = readSoundFile(folder / "own.wav");
@@ -53,7 +56,7 @@ TEST_P(WavEncoderKinds, ReadBackAsTheSameSamples) {
 }
 
 // RIFF counts what follows its own eight bytes, and pads to an even number.
-TEST_P(WavEncoderKinds, CountTheirBytes) {
+TEST_P(WavEncoderKinds, HeaderCountsTheBytesOfTheFile) {
     const TemporaryFolder folder;
     write(folder / "own.wav");
     std::ifstream stream(folder / "own.wav", std::ios::binary);
@@ -62,6 +65,39 @@ TEST_P(WavEncoderKinds, CountTheirBytes) {
     std::memcpy(&counted, bytes.data() + 4, sizeof counted);
     EXPECT_EQ(counted, bytes.size() - 8);
     EXPECT_EQ(bytes.size() % 2, 0U);
+}
+
+// Chunks: a name of four letters, a size of four bytes, the content.
+std::vector<std::string> chunksOf(const std::string& file) {
+    std::vector<std::string> chunks;
+    for (std::size_t at = std::strlen("RIFFsizeWAVE"); at + 8 <= file.size();) {
+        std::uint32_t size = 0;
+        std::memcpy(&size, file.data() + at + 4, sizeof size);
+        chunks.push_back(file.substr(at, 4) + std::to_string(size));
+        at += 8 + size + size % 2;
+    }
+    return chunks;
+}
+
+TEST(WavEncoder, FloatFileCountsItsFramesAndTellsNoTimeOfDay) {
+    const TemporaryFolder folder;
+    OutputFile file(folder / "own.wav");
+    WavEncoder encoder(file, {Container::Wav, SampleKind::Float, 44100, 2});
+    encoder.write(std::vector<float>(6, 0.5F));
+    encoder.finish();
+    file.commit();
+    EXPECT_THAT(chunksOf(readText(folder / "own.wav")),
+                ElementsAre("fmt 16", "fact4", "PAD 24", "data24"));
+}
+
+TEST(WavEncoder, FileOfWholeNumbersHoldsItsFormatAndItsDataAlone) {
+    const TemporaryFolder folder;
+    OutputFile file(folder / "own.wav");
+    WavEncoder encoder(file, {Container::Wav, SampleKind::Int16, 44100, 2});
+    encoder.write(std::vector<std::int32_t>(6));
+    encoder.finish();
+    file.commit();
+    EXPECT_THAT(chunksOf(readText(folder / "own.wav")), ElementsAre("fmt 16", "data12"));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -1,0 +1,13 @@
+// FLAC and OGG files, by libsndfile where the platform has it.
+#pragma once
+
+#include "host/audio/SoundEncoder.h"
+
+#include <memory>
+
+namespace zelvatone {
+
+// `file` is new and outlives the encoder. Throws UsageError on a platform without the library.
+std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file, const SoundFileFormat& format);
+
+} // namespace zelvatone

@@ -1,0 +1,15 @@
+#include "host/audio/SoundEncoder.h"
+
+#include "host/audio/LibraryEncoder.h"
+#include "host/audio/WavEncoder.h"
+
+namespace zelvatone {
+
+std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format) {
+    if (format.container == Container::Wav) {
+        return std::make_unique<WavEncoder>(file, format);
+    }
+    return makeLibraryEncoder(file, format);
+}
+
+} // namespace zelvatone
