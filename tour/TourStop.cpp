@@ -2,6 +2,7 @@
 
 #include "host/audio/Decibels.h"
 #include "host/audio/LevelMeter.h"
+#include "host/audio/NonFinite.h"
 #include "host/audio/SoundFileWriter.h"
 #include "host/plugin/Programs.h"
 #include "host/render/InstrumentPlayer.h"
@@ -24,10 +25,10 @@ constexpr int kSpectrogramHeight = 320;
 constexpr int kWaveformHeight = 96;
 
 void level(TourStop& stop, TourSound& sound) {
+    stop.brokenSamples = silenceNonFinite(sound.samples);
     LevelMeter meter;
     meter.measure(sound.samples);
     stop.peakDecibels = meter.peakDecibels();
-    stop.brokenSamples = meter.brokenSamples();
     if (meter.peak() > 0.0F) {
         const float gain = gainFactor(kPeakDecibels) / meter.peak();
         for (float& sample : sound.samples) {

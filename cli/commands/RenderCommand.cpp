@@ -5,6 +5,7 @@
 #include "cli/commands/RenderSettings.h"
 #include "cli/terminal/ProgressBar.h"
 #include "host/audio/LevelMeter.h"
+#include "host/audio/NonFinite.h"
 #include "host/audio/SoundFileWriter.h"
 #include "host/files/UserPath.h"
 #include "host/render/RecordingEnd.h"
@@ -44,11 +45,13 @@ RenderReport record(Ensemble& ensemble, const RenderSettings& settings, std::int
     const auto start = Clock::now();
     RecordingEnd end(songFrames, settings.tailSeconds, settings.stream.sampleRate);
     LevelMeter meter;
+    std::int64_t silencedSamples = 0;
     while (!end.isOver()) {
         InterruptWatch::check();
         const std::span<float> mix = ensemble.renderRound();
         const std::int64_t taken = end.take(mix, ensemble.channels()) * ensemble.channels();
         const std::span<float> kept = mix.first(static_cast<std::size_t>(taken));
+        silencedSamples += silenceNonFinite(kept);
         meter.measure(kept);
         write(recording, kept);
         progress.show(static_cast<double>(end.frames()) / static_cast<double>(songFrames + 1),
@@ -57,7 +60,7 @@ RenderReport record(Ensemble& ensemble, const RenderSettings& settings, std::int
     }
     InterruptWatch::check();
     return {static_cast<double>(end.frames()) / settings.stream.sampleRate, secondsSince(start),
-            meter.peakDecibels(), recording.file.clippedSamples(), meter.brokenSamples()};
+            meter.peakDecibels(), recording.file.clippedSamples(), silencedSamples};
 }
 
 // All files are complete before the first one appears.

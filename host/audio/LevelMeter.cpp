@@ -5,12 +5,8 @@
 
 namespace zelvatone {
 
-void LevelMeter::measure(std::span<float> samples) {
-    for (float& sample : samples) {
-        if (!std::isfinite(sample)) {
-            sample = 0.0F;
-            ++brokenSamples_;
-        }
+void LevelMeter::measure(std::span<const float> samples) {
+    for (const float sample : samples) {
         peak_ = std::max(peak_, std::abs(sample));
     }
 }

@@ -1,6 +1,7 @@
 #include "host/render/Stems.h"
 
 #include "host/Error.h"
+#include "host/audio/NonFinite.h"
 #include "host/files/UserPath.h"
 
 #include <system_error>
@@ -42,7 +43,7 @@ void Stems::require(std::int64_t frames) const {
 void Stems::write(std::size_t count) {
     for (std::size_t part = 0; part < writers_.size(); ++part) {
         const auto samples = ensemble_.samples(part).first(count);
-        silencer_.measure(samples);
+        silenceNonFinite(samples);
         writers_[part]->write(samples);
     }
 }

@@ -1,7 +1,6 @@
 // The files of a rendering: the mix, and one for each part that plays in it.
 #pragma once
 
-#include "host/audio/LevelMeter.h"
 #include "host/audio/SoundFileWriter.h"
 #include "host/render/Ensemble.h"
 
@@ -46,7 +45,6 @@ private:
     StemFolder folder_;
     Ensemble& ensemble_;
     std::vector<std::unique_ptr<SoundFileWriter>> writers_;
-    LevelMeter silencer_; // takes out what is no number, as from the mix
 };
 
 } // namespace zelvatone
