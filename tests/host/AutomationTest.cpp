@@ -46,7 +46,7 @@ TEST(Automation, ReadsParametersByNameAndByNumber) {
                 ElementsAre("0 0 0.5", "1.25 1 1", "2 2 0"));
 }
 
-TEST(Automation, PassesOverHeadingCommentsAndEmptyLines) {
+TEST(Automation, SkipsHeadingCommentsAndEmptyLines) {
     EXPECT_THAT(
         movesOf("# from a friend\n\nSeconds,Parameter,Value\n  # the first\n1,Level,0\n\t\n"),
         ElementsAre("1 0 0"));

@@ -33,11 +33,11 @@ VstTimeInfo fullTime() {
     return time;
 }
 
-TEST_F(HostServicesTest, AnswersTheVersionBeforeThereIsAPlugIn) {
+TEST_F(HostServicesTest, ReturnsTheVersionBeforeThereIsAPlugIn) {
     EXPECT_EQ(HostServices::callback(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0F), 2400);
 }
 
-TEST_F(HostServicesTest, AnswersAPlugInThatIsStillBeingConstructed) {
+TEST_F(HostServicesTest, ServesAPlugInThatIsStillBeingConstructed) {
     AEffect unfinished{};
     const HostServices::ConstructionScope scope(services_);
     EXPECT_EQ(HostServices::callback(nullptr, audioMasterGetBlockSize, 0, 0, nullptr, 0.0F), 333);
@@ -45,7 +45,7 @@ TEST_F(HostServicesTest, AnswersAPlugInThatIsStillBeingConstructed) {
               333);
 }
 
-TEST_F(HostServicesTest, AnswersNothingOfAnInstanceThatItDoesNotKnow) {
+TEST_F(HostServicesTest, ReturnsNothingToAnUnknownInstance) {
     AEffect stranger{};
     EXPECT_EQ(HostServices::callback(&stranger, audioMasterGetTime, 0, 0, nullptr, 0.0F), 0);
 }
@@ -97,14 +97,14 @@ TEST_F(HostServicesTest, SaysYesToWhatItCanDo) {
 }
 
 // Plug-in bases turn every answer but 0 into a yes.
-TEST_F(HostServicesTest, AnswersZeroToWhatItCannotDo) {
+TEST_F(HostServicesTest, ReturnsZeroForWhatItCannotDo) {
     for (const char* text : {"receiveVstEvents", "openFileSelector", "offline", "SizeWindow", ""}) {
         EXPECT_EQ(canDo(text), 0) << text;
     }
     EXPECT_EQ(ask(audioMasterCanDo), 0);
 }
 
-TEST_F(HostServicesTest, GrantsAnySizeOfWindowThatIsOne) {
+TEST_F(HostServicesTest, GrantsAnyPossibleSizeOfWindow) {
     EXPECT_EQ(ask(audioMasterSizeWindow, 717, 477), 1);
     EXPECT_EQ(ask(audioMasterSizeWindow, 0, 477), 0);
 }
@@ -131,7 +131,7 @@ TEST_F(HostServicesTest, TellsWhetherItRenders) {
     EXPECT_EQ(ask(audioMasterGetCurrentProcessLevel), 4); // offline
 }
 
-TEST_F(HostServicesTest, AnswersZeroToWhatItDoesNotKnow) {
+TEST_F(HostServicesTest, ReturnsZeroForAnUnknownRequest) {
     EXPECT_EQ(ask(12345), 0);
     EXPECT_EQ(ask(-1), 0);
     EXPECT_EQ(ask(audioMasterGetInputLatency), 0);

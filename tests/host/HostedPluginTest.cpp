@@ -27,7 +27,7 @@ std::string refusal(const std::string& path) {
     return "loaded";
 }
 
-TEST(HostedPlugin, AnswersThePlugInFromInsideItsEntryPoint) {
+TEST(HostedPlugin, ServesThePlugInInsideItsEntryPoint) {
     const PluginLibrary library(testPlugin("pulse"));
     HostedPlugin plugin(library, {22050.0, 77});
     EXPECT_EQ(logOf(plugin).versionBeforeRecord, 2400);
@@ -58,7 +58,7 @@ TEST(HostedPlugin, StartsThroughTheOlderEntryPoint) {
     EXPECT_EQ(refusal(testPlugin("oldentry")), "loaded");
 }
 
-TEST(HostedPlugin, SaysWhyAFileIsNoPlugIn) {
+TEST(HostedPlugin, SaysWhyAFileIsNotAPlugIn) {
     EXPECT_THAT(refusal("/no/such.so"), HasSubstr("no such plug-in"));
     EXPECT_THAT(refusal(TEST_PLUGINS "../CTestTestfile.cmake"),
                 HasSubstr("is no plug-in: invalid ELF header"));

@@ -94,7 +94,7 @@ TEST(MidiFileReader, AcceptsATrackThatDoesNotSayWhereItEnds) {
     EXPECT_EQ(parseTrack(TrackBytes().noteOn(0, 60)).tracks.at(0).events.size(), 1U);
 }
 
-TEST(MidiFileReader, PassesOverChunksItDoesNotKnow) {
+TEST(MidiFileReader, SkipsUnknownChunks) {
     Bytes bytes = midiFileBytes(0, 480, {TrackBytes().noteOn(0, 60)});
     const Bytes unknown{'X', 'y', 'z', '!', 0, 0, 0, 2, 0xAA, 0xBB};
     bytes.insert(bytes.begin() + 14, unknown.begin(), unknown.end());

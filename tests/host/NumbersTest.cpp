@@ -19,7 +19,7 @@ TEST(Numbers, ReadsRealNumbersWithAPoint) {
     EXPECT_EQ(realNumber("1e-1"), 0.1);
 }
 
-TEST(Numbers, TakesNothingThatIsNoNumber) {
+TEST(Numbers, RefusesTextThatIsNotANumber) {
     for (const char* text : {"", "nan", "inf", "-inf", "0,5", "1x", "1e999"}) {
         EXPECT_FALSE(realNumber(text).has_value()) << text;
     }

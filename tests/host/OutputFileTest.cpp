@@ -70,7 +70,7 @@ TEST(OutputFile, WritesThroughALinkAndKeepsIt) {
     EXPECT_EQ(readText(folder / "real.wav"), "after");
 }
 
-TEST(OutputFile, IsReadableForWhomNewFilesAre) {
+TEST(OutputFile, HasTheModeOfAnyNewFile) {
     const TemporaryFolder folder;
     const mode_t before = umask(027);
     OutputFile file(folder / "a.wav");

@@ -19,7 +19,7 @@ TEST(PluginSearch, LooksBesideTheProgramFirstAndInTheSystemLast) {
                             Path("/usr/lib/vst")));
 }
 
-TEST(PluginSearch, LeavesOutWhatTheSurroundingsDoNotName) {
+TEST(PluginSearch, SkipsFoldersThatTheEnvironmentDoesNotName) {
     EXPECT_THAT(pluginFolders({"", "", ""}),
                 ElementsAre(Path("/usr/local/lib/vst"), Path("/usr/lib/vst")));
 }

@@ -11,7 +11,7 @@ TEST(PluginText, KeepsUtf8) {
     EXPECT_EQ(cleanText("Mod\u00e9 \u266a"), "Mod\u00e9 \u266a");
 }
 
-TEST(PluginText, TakesOtherBytesForLatin1) {
+TEST(PluginText, ReadsOtherBytesAsLatin1) {
     EXPECT_EQ(cleanText("20 \xB0"
                         "C"),
               "20 \u00b0C");

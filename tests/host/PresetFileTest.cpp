@@ -62,14 +62,14 @@ TEST(PresetReader, ReadsABankWithItsCurrentProgram) {
     EXPECT_EQ(preset.programs[3].values[0], 0.5F);
 }
 
-TEST(PresetReader, TakesWhatOlderBanksHaveInThatPlaceForNothing) {
+TEST(PresetReader, IgnoresTheCurrentProgramOfOlderBanks) {
     BankFields fields;
     fields.version = 1;
     fields.currentProgram = 0xFFFFFFFF;
     EXPECT_EQ(parsePreset(bankBytes(fields)).currentProgram, 0);
 }
 
-TEST(PresetReader, PassesOverWhatStandsBehindTheEndOfAName) {
+TEST(PresetReader, SkipsBytesAfterTheEndOfAName) {
     const std::string name("Name\0leftover", 13);
     EXPECT_EQ(parsePreset(programBytes({.name = name})).programs[0].name, "Name");
 }
@@ -88,7 +88,7 @@ TEST(PresetReader, RefusesEveryShorterFile) {
     }
 }
 
-TEST(PresetReader, RefusesBytesBehindTheEnd) {
+TEST(PresetReader, RefusesBytesAfterTheEnd) {
     Bytes bytes = programBytes({});
     bytes.push_back(0);
     EXPECT_EQ(errorOf(bytes), "the file has 1 bytes more than it announces");
@@ -140,7 +140,7 @@ TEST(PresetReader, RefusesANameThatDoesNotEnd) {
               "the name of the program does not end within its 28 bytes");
 }
 
-TEST(PresetReader, RefusesValuesThatAreNoNumberFromZeroToOne) {
+TEST(PresetReader, RefusesValuesThatAreNotFromZeroToOne) {
     const auto errorWith = [](std::uint32_t bits) {
         return programError([&](auto& f) { f.values[1] = bits; });
     };

@@ -32,7 +32,7 @@ TEST(RecordingEnd, EndsHalfASecondAfterTheSoundDoes) {
     EXPECT_EQ(lengthOf(2000, std::nullopt, 3100, 64), 3600);
 }
 
-TEST(RecordingEnd, ListensForHalfASecondBehindTheSongInAnyCase) {
+TEST(RecordingEnd, WaitsForHalfASecondAfterTheSongInAnyCase) {
     EXPECT_EQ(lengthOf(2000, std::nullopt, 700, 64), 2500);
 }
 

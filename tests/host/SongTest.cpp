@@ -66,7 +66,7 @@ TEST(Song, ReadsTimeSignatures) {
     EXPECT_EQ(song.meter.barAt(2.0).denominator, 8);
 }
 
-TEST(Song, PassesOverTimeSignaturesThatMakeNoSense) {
+TEST(Song, SkipsTimeSignaturesThatMakeNoSense) {
     const Song song = songOf(0, 100,
                              {TrackBytes()
                                   .event(0, {0xFF, 0x58, 4, 0, 2, 24, 8})
@@ -85,7 +85,7 @@ TEST(Song, LetsNoTempoMoveAFileThatCountsFilmFrames) {
     EXPECT_DOUBLE_EQ(song.tempo.quartersAtSeconds(1.0), 2.0);
 }
 
-TEST(Song, RefusesATempoThatIsNone) {
+TEST(Song, RefusesATempoOfZeroOrOfAWrongLength) {
     EXPECT_THROW(songOf(0, 96, {TrackBytes().tempo(0, 0)}), InputError);
     EXPECT_THROW(songOf(0, 96, {TrackBytes().event(0, {0xFF, 0x51, 1, 7})}), InputError);
 }

@@ -23,7 +23,7 @@ TEST_P(ThreadTeamSizes, DoEveryJobOnce) {
     }
 }
 
-TEST_P(ThreadTeamSizes, AreBackOnlyWhenAllIsDone) {
+TEST_P(ThreadTeamSizes, ReturnWhenEveryJobIsDone) {
     ThreadTeam team(GetParam());
     std::atomic<int> done = 0;
     for (int round = 1; round <= 200; ++round) {
@@ -32,7 +32,7 @@ TEST_P(ThreadTeamSizes, AreBackOnlyWhenAllIsDone) {
     }
 }
 
-TEST_P(ThreadTeamSizes, HandOutTheExceptionOfAJob) {
+TEST_P(ThreadTeamSizes, RethrowTheExceptionOfAJob) {
     ThreadTeam team(GetParam());
     const auto failing = [](int job) {
         if (job == 2) {
