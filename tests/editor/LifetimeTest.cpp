@@ -1,7 +1,6 @@
-// The editor through openings, closings and hosts with bad habits.
+// The editor through openings, closings and hosts with bad habits. The leak sanitizer watches the
+// memory, the tests watch files and windows.
 #include "tests/editor/EditorFixture.h"
-
-#include <malloc.h>
 
 #include <array>
 #include <atomic>
@@ -13,9 +12,6 @@ namespace zelvatone::test {
 namespace {
 
 constexpr int kSustain = 20;
-constexpr std::size_t kSmallestLeak = 64; // bytes; any view or picture takes more
-// The caches of the libraries below fill up over some hundred rounds, with some 10 KB all in all.
-constexpr int kWarmUpRounds = 150;
 
 std::ptrdiff_t countOpenFiles() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
@@ -32,11 +28,6 @@ protected:
     }
     bool idleUntilCalled(VstInt32 opcode) {
         return idleUntil([&] { return !plugin->callsOf(opcode).empty(); });
-    }
-    // Of the heap.
-    std::size_t bytesInUse() {
-        window->keysHeard(); // takes the events out that pile up on the host's side
-        return mallinfo2().uordblks;
     }
     void openAndClose(int times) {
         for (int round = 0; round < times; ++round) {
@@ -56,28 +47,22 @@ TEST_F(EditorLifetime, IdlesAndClosesWithoutEverOpening) {
 }
 
 TEST_F(EditorLifetime, LeavesNothingBehindWhenItOpensTwoHundredTimes) {
-    openAndClose(kWarmUpRounds);
+    openAndClose(1); // libraries open files of their own at the first use, and keep them
     const auto files = countOpenFiles();
-    const std::size_t bytes = bytesInUse();
     openAndClose(200);
     EXPECT_EQ(countOpenFiles(), files);
     EXPECT_TRUE(window->children().empty());
-    EXPECT_LT(bytesInUse(), bytes + 200 * kSmallestLeak);
 }
 
 TEST_F(EditorLifetime, LeavesNothingBehindWhenItIsDrawnOften) {
-    for (int round = 0; round < kWarmUpRounds; ++round) {
-        ASSERT_TRUE(openEditor());
-        plugin->closeEditor();
-    }
+    ASSERT_TRUE(openEditor());
+    plugin->closeEditor();
     const auto files = countOpenFiles();
-    const std::size_t bytes = bytesInUse();
     for (int round = 0; round < 150; ++round) {
         ASSERT_TRUE(openEditor());
         plugin->closeEditor();
     }
     EXPECT_EQ(countOpenFiles(), files);
-    EXPECT_LT(bytesInUse(), bytes + 150 * kSmallestLeak);
 }
 
 TEST_F(EditorLifetime, OpensAnewInAHostThatDoesNotClose) {
@@ -225,7 +210,7 @@ TEST_F(EditorLifetime, ShowsTenInstancesAtOnce) {
     {
         Instances<10> ten;
         ten.open();
-        for (int round = 0; round < kWarmUpRounds; ++round) {
+        for (int round = 0; round < 150; ++round) {
             for (Plugin& each : ten.plugins) {
                 each.setParameter(kSustain, 1.F);
                 each.idle();

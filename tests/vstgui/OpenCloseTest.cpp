@@ -1,8 +1,6 @@
 // Nothing is left behind, however often a frame is opened and closed.
 #include "tests/vstgui/Fixtures.h"
 
-#include <malloc.h>
-
 #include <filesystem>
 
 namespace VSTGUI::test {
@@ -31,8 +29,9 @@ protected:
 
 class OpenCloseAgain : public OpenClose, public testing::WithParamInterface<bool> {};
 
-// With and without an end and a start of the toolkit after each closing.
-TEST_P(OpenCloseAgain, LeavesNoWindowFileOrMemory) {
+// With and without an end and a start of the toolkit after each closing. The leak sanitizer
+// watches the memory.
+TEST_P(OpenCloseAgain, LeavesNoWindowAndNoOpenFile) {
     HostWindow host;
     const auto once = [&] {
         round(host);
@@ -41,21 +40,14 @@ TEST_P(OpenCloseAgain, LeavesNoWindowFileOrMemory) {
             init(nullptr);
         }
     };
-    // The font machinery fills its caches, which belong to the process, at the first texts.
-    for (int warmUp = 0; warmUp < 20; ++warmUp) {
-        once();
-    }
+    once(); // the font machinery opens files of its own at the first text, and keeps them
     const auto filesBefore = openFiles();
-    const std::size_t bytesBefore = mallinfo2().uordblks;
     constexpr int kRounds = 200;
     for (int count = 0; count < kRounds; ++count) {
         once();
         ASSERT_TRUE(host.children().empty());
     }
     EXPECT_EQ(openFiles(), filesBefore);
-    // A leak of one word a round would be seen: 200 times 8 bytes are 1600. Where a sanitizer
-    // brings its own memory, the count stays 0 and its own leak check does the work.
-    EXPECT_LT(static_cast<double>(mallinfo2().uordblks), static_cast<double>(bytesBefore) + 1600);
 }
 
 INSTANTIATE_TEST_SUITE_P(ToolkitRestarts, OpenCloseAgain, testing::Bool());

@@ -8,28 +8,6 @@
 
 #include <cstddef>
 
-struct HeapUse {
-    std::size_t uordblks; // bytes in use
-};
-
-// Counts the blocks of all heaps of the process.
-inline HeapUse mallinfo2() {
-    HeapUse use{};
-    HANDLE heaps[64]; // a process has a handful
-    const DWORD count = GetProcessHeaps(64, heaps);
-    for (DWORD i = 0; i < count && i < 64; ++i) {
-        HeapLock(heaps[i]);
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heaps[i], &entry) != FALSE) {
-            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) {
-                use.uordblks += entry.cbData;
-            }
-        }
-        HeapUnlock(heaps[i]);
-    }
-    return use;
-}
-
 // The file's position stays where it is.
 inline ssize_t pread(int file, void* target, std::size_t count, off_t offset) {
     const off_t before = lseek(file, 0, SEEK_CUR);
