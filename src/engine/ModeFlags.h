@@ -1,6 +1,8 @@
 // One bit for each mode of a voice.
 #pragma once
 
+#include "engine/ModeCount.h"
+
 #include <array>
 #include <cstdint>
 
@@ -18,7 +20,7 @@ struct ModeFlags {
     }
     void clear() { words.fill(0); }
 
-    std::array<std::uint32_t, 4> words{};
+    std::array<std::uint32_t, (kMaxModeCount + kBitsPerWord - 1) / kBitsPerWord> words{};
 };
 
 } // namespace zelvatone

@@ -3,16 +3,13 @@
 #pragma once
 
 #include "engine/ModeArray.h"
+#include "engine/ModeCount.h"
 #include "engine/ModeFlags.h"
 #include "engine/VoiceSettings.h"
 
 #include <cstdint>
 
 namespace zelvatone {
-
-// The largest number of modes that any setting asks for: "Min Modes", "Max Modes" and "Mode Init"
-// all end there.
-constexpr std::int32_t kMaxModeCount = 100;
 
 // The bank is plain data in parallel arrays, one element a mode. All operations run on the audio
 // thread and read the shared settings at the moment they run. Nothing is allocated after

@@ -11,7 +11,8 @@ namespace zelvatone {
 
 namespace {
 
-static_assert(kPaddedModes >= kMaxModeCount);
+// The arrays of a bank are as long as the kernels take them to be.
+static_assert(kWidestLanes * sizeof(float) == PaddedAllocator<float>::kStep);
 
 bool isSame(const BankTraits& a, const BankTraits& b) {
     return a.loudnessMoves == b.loudnessMoves && a.motion == b.motion && a.wrap == b.wrap;

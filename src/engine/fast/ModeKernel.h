@@ -3,6 +3,8 @@
 // bit.
 #pragma once
 
+#include "engine/ModeCount.h"
+
 #include <cstdint>
 
 namespace zelvatone {
@@ -12,10 +14,17 @@ constexpr std::int32_t kRunSamples = 64;
 // How much of it stage 1 prepares before stage 2 sums it: the table indices of a full bank then
 // take 14 KB and stay in the first-level cache.
 constexpr std::int32_t kChunkSamples = 32;
-// Lanes that the voices of one batch may fill: a full bank of modes in whole vectors of any width.
-constexpr std::int32_t kBatchLanes = 112;
-// Every array of a bank may be read and written up to here.
-constexpr std::int32_t kPaddedModes = 112;
+// Kernels sum this many samples at once, whatever their width, and write whole quads.
+constexpr std::int32_t kQuad = 4;
+// Floats in the widest vector of any kernel, that of AVX-512.
+constexpr std::int32_t kWidestLanes = 16;
+// A full bank in whole vectors of any width: the arrays of a bank may be read and written up to
+// here.
+constexpr std::int32_t kPaddedModes =
+    (kMaxModeCount + kWidestLanes - 1) / kWidestLanes * kWidestLanes;
+// Lanes that the voices of one batch may fill: those of one full bank. More would leave the
+// first-level cache.
+constexpr std::int32_t kBatchLanes = kPaddedModes;
 
 // A voice's seven arrays and how many of its modes are active, 0 to 100. What lies behind the
 // active modes is kept as it is.
@@ -69,16 +78,17 @@ struct BankTraits {
 struct Segment {
     ModeBank modes;
     float gain;
-    float* out; // receives the voice's samples, rounded up to a multiple of 4
+    float* out; // receives the voice's samples, rounded up to whole quads
 };
 
-// What stage 1 leaves for stage 2, one vector of modes after the other. The last group of vectors
-// may be filled up with idle ones.
+// What stage 1 leaves for stage 2, one vector of modes after the other. Stage 1 works on groups of
+// vectors and fills the last group up with idle ones.
 struct alignas(64) KernelScratch {
-    static constexpr std::int32_t kIdleLanes = 6 * 16;
-    std::int32_t index[(kBatchLanes + kIdleLanes) * kChunkSamples] = {};
-    float amp[(kBatchLanes + kIdleLanes) * kChunkSamples] = {};
-    float idle[16] = {};
+    static constexpr std::int32_t kMostIdleVectors = 6; // all of the widest group but one
+    static constexpr std::int32_t kLanes = kBatchLanes + kMostIdleVectors * kWidestLanes;
+    std::int32_t index[kLanes * kChunkSamples] = {};
+    float amp[kLanes * kChunkSamples] = {};
+    float idle[kWidestLanes] = {}; // every array of an idle vector
 };
 
 struct ModeKernel {
@@ -103,7 +113,7 @@ struct ModeKernel {
     // Adds a voice under its envelope to the mix.
     void (*mix)(float* sum, float* weight, const float* voice, const float* level,
                 std::int32_t samples);
-    // Scales the mix to the output. Writes a multiple of 4 samples.
+    // Scales the mix to the output. Writes whole quads.
     void (*finish)(float* out, const float* sum, const float* weight, std::int32_t samples);
 };
 

@@ -17,8 +17,10 @@ struct RunTools {
     ModeTargets& targets;
 };
 
-// Samples that a voice is rendered to: the kernel may write past the run.
-constexpr std::int32_t kVoiceBuffer = kRunSamples + 16;
+// Room for the samples of a voice. A kernel writes whole quads and so up to three samples past the
+// run; a whole vector more keeps what follows the buffer aligned.
+constexpr std::int32_t kVoiceBuffer = kRunSamples + kWidestLanes;
+static_assert(kWidestLanes >= kQuad - 1);
 
 // The kernel's view of `voice`.
 ModeBank bankOf(ModeVoice& voice);

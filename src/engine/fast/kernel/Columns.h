@@ -15,6 +15,8 @@ namespace {
 // and what is enough for the few columns of one small voice.
 constexpr std::int32_t kWideGroup = 7;
 constexpr std::int32_t kNarrowGroup = 4;
+static_assert(kPaddedModes / kWidestLanes % kWideGroup == 0);
+static_assert(KernelScratch::kMostIdleVectors == kWideGroup - 1);
 // Elements of one column in each array of the scratch.
 constexpr std::int32_t kColumnSize = kChunkSamples * kLanes;
 

@@ -10,7 +10,7 @@
 namespace zelvatone {
 namespace {
 
-constexpr std::int32_t kMaxColumns = kBatchLanes / kLanes + kWideGroup - 1;
+constexpr std::int32_t kMaxColumns = kBatchLanes / kLanes + KernelScratch::kMostIdleVectors;
 
 // The columns of all voices of a batch, one voice after the other, and idle ones behind them.
 struct Batch {
@@ -128,7 +128,7 @@ void mix(float* sum, float* weight, const float* voice, const float* level, std:
 using DoubleQuad __attribute__((vector_size(32))) = double;
 
 void finish(float* out, const float* sum, const float* weight, std::int32_t samples) {
-    for (std::int32_t k = 0; k < samples; k += 4) {
+    for (std::int32_t k = 0; k < samples; k += kQuad) {
         Quad s, w;
         __builtin_memcpy(&s, sum + k, sizeof s);
         __builtin_memcpy(&w, weight + k, sizeof w);

@@ -2,12 +2,11 @@
 // reads them.
 #pragma once
 
+#include "engine/fast/ModeKernel.h"
 #include "engine/fast/kernel/Lanes.h"
 
 namespace zelvatone {
 namespace {
-
-constexpr std::int32_t kQuad = 4; // samples
 
 // Every 128 bits by themselves: the lower two elements of `a` and `b` alternating; the upper two.
 template<class Vector>
