@@ -107,7 +107,7 @@ TEST_F(ADSRTest, EndsWithTheTickThatReachesTheReleaseTime) {
     EXPECT_EQ(envelope_.tick(0.5), 0.0F);
 }
 
-TEST_F(ADSRTest, ReleasedInTheAttackFadesFromWhereItWas) {
+TEST_F(ADSRTest, FadesFromWhereTheAttackWasReleased) {
     envelope_.trigger(1.0);
     envelope_.tick(0.0625); // a quarter of the attack
     envelope_.release();
@@ -115,7 +115,7 @@ TEST_F(ADSRTest, ReleasedInTheAttackFadesFromWhereItWas) {
     EXPECT_EQ(envelope_.tick(0.5), 0.0625F);
 }
 
-TEST_F(ADSRTest, ReleasedInTheDecayFadesFromWhereItWas) {
+TEST_F(ADSRTest, FadesFromWhereTheDecayWasReleased) {
     envelope_.trigger(1.0);
     envelope_.tick(0.5); // half of the decay
     envelope_.release();
@@ -140,7 +140,7 @@ TEST_F(ADSRTest, IgnoresTheSustainKnobWhileItFades) {
     EXPECT_EQ(envelope_.tick(1.0), 0.25F);
 }
 
-TEST_F(ADSRTest, ReleasedWhileItFadesStartsTheFadeAgainFromTheHeldLevel) {
+TEST_F(ADSRTest, StartsTheFadeAgainFromTheHeldLevelWhenItIsReleasedTwice) {
     hold(1.0);
     envelope_.release();
     envelope_.tick(1.0);
@@ -148,7 +148,7 @@ TEST_F(ADSRTest, ReleasedWhileItFadesStartsTheFadeAgainFromTheHeldLevel) {
     EXPECT_EQ(envelope_.tick(0.5), 0.375F);
 }
 
-TEST_F(ADSRTest, ReleasedWhenIdleFadesFromTheLastNotesLevel) {
+TEST_F(ADSRTest, FadesFromTheLastNotesLevelWhenItIsReleasedIdle) {
     hold(1.0);
     envelope_.release();
     envelope_.tick(2.0);
@@ -158,7 +158,7 @@ TEST_F(ADSRTest, ReleasedWhenIdleFadesFromTheLastNotesLevel) {
     EXPECT_EQ(envelope_.tick(1.0), 0.25F);
 }
 
-TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickIsSilentOnAFreshSlot) {
+TEST_F(ADSRTest, IsSilentOnAFreshSlotWhenItIsTriggeredAndReleasedBeforeATick) {
     envelope_.trigger(1.0);
     envelope_.release();
     EXPECT_TRUE(envelope_.isActive());
@@ -167,7 +167,7 @@ TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickIsSilentOnAFreshSlot) {
     EXPECT_FALSE(envelope_.isActive());
 }
 
-TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickFadesTheOldLevelAtTheNewVelocity) {
+TEST_F(ADSRTest, FadesTheOldLevelAtTheNewVelocityWhenItIsTriggeredAndReleasedBeforeATick) {
     hold(1.0);
     envelope_.release();
     envelope_.tick(2.0);
@@ -176,7 +176,7 @@ TEST_F(ADSRTest, TriggeredAndReleasedBeforeATickFadesTheOldLevelAtTheNewVelocity
     EXPECT_EQ(envelope_.tick(1.0), 0.125F);
 }
 
-TEST_F(ADSRTest, TriggeredAgainRisesFromZeroWhateverTheLevelWas) {
+TEST_F(ADSRTest, RisesFromZeroAtEveryTriggerWhateverTheLevelWas) {
     hold(1.0);
     envelope_.trigger(1.0);
     EXPECT_EQ(envelope_.level, 0.5);
@@ -234,7 +234,7 @@ TEST_F(ADSRTest, SurvivesSettingsThatAreNotNumbers) {
     EXPECT_FALSE(envelope_.isActive());
 }
 
-TEST_F(ADSRTest, WondersAtAStateThatItDoesNotKnow) {
+TEST_F(ADSRTest, PrintsALineForAnUnknownState) {
     envelope_.state = 3;
     ::testing::internal::CaptureStdout();
     EXPECT_EQ(envelope_.tick(0.125), 0.0F);

@@ -41,13 +41,13 @@ protected:
     }
 };
 
-TEST_F(Allocation, OfASilentBlockIsOneListCopyWhateverItsSize) {
+TEST_F(Allocation, SilentBlockTakesOneListCopyWhateverItsSize) {
     for (const std::int32_t frames : {0, 1, 64, 4096}) {
         expectOneListCopy(frames);
     }
 }
 
-TEST_F(Allocation, OfABlockFullOfNotesIsOneListCopyToo) {
+TEST_F(Allocation, BlockFullOfNotesTakesOneListCopyToo) {
     for (std::int32_t note = 30; note < 62; ++note) {
         engine_.noteOn(note, 127);
     }
@@ -56,7 +56,7 @@ TEST_F(Allocation, OfABlockFullOfNotesIsOneListCopyToo) {
     }
 }
 
-TEST_F(Allocation, StaysThatWhileModesComeAndGoByTheHundred) {
+TEST_F(Allocation, BlockTakesNoMoreWhileModesComeAndGoByTheHundred) {
     test::knob(engine_, kModeInit).setValue(0.0F);
     test::knob(engine_, kModeShift).setValue(3.0F);
     test::knob(engine_, kShiftInterval).setValue(-5.0F);
@@ -64,19 +64,19 @@ TEST_F(Allocation, StaysThatWhileModesComeAndGoByTheHundred) {
     engine_.setTempo(100000.0F);
     engine_.noteOn(30, 127);
     expectOneListCopy(4096);
-    EXPECT_EQ(engine_.voices[31]->targetCount, 100);
+    EXPECT_EQ(voice().targetCount, 100);
     test::knob(engine_, kModeShift).setValue(-3.0F);
     expectOneListCopy(4096);
 }
 
-TEST_F(Allocation, OfATableRebuiltAtTheSameSizeIsNone) {
+TEST_F(Allocation, TableRebuiltAtTheSameSizeTakesNothing) {
     test::knob(engine_, kWave).setValue(3.0F);
     test::knob(engine_, kCrush).setValue(4.0F);
     expectOneListCopy(64);
     EXPECT_EQ(engine_.settings->waveKind, 3);
 }
 
-TEST_F(Allocation, OfAMessageIsItsEvents) {
+TEST_F(Allocation, MessageTakesItsEvents) {
     const auto eventsOf = [this](std::int32_t status, std::int32_t data1, std::int32_t data2) {
         return during([&] { engine_.processMidi(status, data1, data2, 0); }).allocations;
     };
@@ -88,7 +88,7 @@ TEST_F(Allocation, OfAMessageIsItsEvents) {
     EXPECT_EQ(eventsOf(0xC0, 1, 0), 0U);
 }
 
-TEST_F(Allocation, OfAppliedEventsIsGivenBackInTheBlock) {
+TEST_F(Allocation, AppliedEventsAreGivenBackInTheBlock) {
     engine_.processMidi(0x90, 60, 100, 3);
     engine_.processMidi(0xE0, 0, 0x50, 9);
     engine_.processMidi(0x80, 60, 0, 20);
@@ -97,7 +97,7 @@ TEST_F(Allocation, OfAppliedEventsIsGivenBackInTheBlock) {
     EXPECT_EQ(counts.releases, 4U);
 }
 
-TEST_F(Allocation, OfWaitingEventsIsGivenBackWithTheEngineUnapplied) {
+TEST_F(Allocation, WaitingEventsAreGivenBackWithTheEngineUnapplied) {
     bool applied = false;
     const std::function<void()> apply = [&applied] { applied = true; };
     const AllocationCounts counts = during([&] {
@@ -110,7 +110,7 @@ TEST_F(Allocation, OfWaitingEventsIsGivenBackWithTheEngineUnapplied) {
     EXPECT_FALSE(applied);
 }
 
-TEST_F(Allocation, OfAnEventThatAFullRingDoesNotTakeIsGivenBackAtOnce) {
+TEST_F(Allocation, EventThatAFullRingDoesNotTakeIsGivenBackAtOnce) {
     for (int i = 0; i < 2; ++i) {
         engine_.processMidi(0xB0, 123, 0, 0); // 128 events: two of these fill the ring
     }
@@ -126,7 +126,7 @@ TEST_F(Allocation, OfAnEventThatAFullRingDoesNotTakeIsGivenBackAtOnce) {
     EXPECT_EQ(engine_.events.available(), 256);
 }
 
-TEST_F(Allocation, OfProgramsIsGivenBackWithThem) {
+TEST_F(Allocation, ProgramsGiveTheirMemoryBack) {
     const AllocationCounts counts = during([] {
         const SynthProgram source = makeDefaultProgram();
         SynthProgram target(3);

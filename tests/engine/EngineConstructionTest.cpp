@@ -116,7 +116,7 @@ TEST_F(NoteFrequency, IsEqualTemperamentAroundA440ToTheLastBit) {
     }
 }
 
-TEST_F(NoteFrequency, OfA4LiesWithinFloatRoundingOf440) {
+TEST_F(NoteFrequency, LiesWithinFloatRoundingOf440ForA4) {
     EXPECT_NEAR(engine_.noteFrequency[69], 440.0F, 3.06e-5F); // one float step at 440
     EXPECT_EQ(engine_.noteFrequency[0], 8.175798915636872F);
 }
@@ -132,7 +132,7 @@ TEST_F(SampleRate, IsInvertedInDoublePrecision) {
     EXPECT_EQ(engine_.settings->secondsPerSample, 1.0 / static_cast<double>(22050.7F));
 }
 
-TEST_F(SampleRate, OfTheBaseEngineIsOnlyStored) {
+TEST_F(SampleRate, IsOnlyStoredByTheBaseEngine) {
     test::RecordingEngine recorder;
     recorder.setSampleRate(96000.0F);
     EXPECT_EQ(recorder.sampleRate, 96000.0F);
@@ -143,11 +143,11 @@ TEST_F(SampleRate, HalvesTheSamplesOfAnAttackWhenItIsHalved) {
     engine_.setSampleRate(1024.0F);
     engine_.noteOn(60, 127);
     render(256);
-    EXPECT_EQ(engine_.envelopes[31]->level, 0.25);
+    EXPECT_EQ(envelope().level, 0.25);
     engine_.noteOn(60, 127);
     engine_.setSampleRate(512.0F);
     render(256);
-    EXPECT_EQ(engine_.envelopes[30]->level, 0.5);
+    EXPECT_EQ(envelope(1).level, 0.5);
 }
 
 TEST_F(Chunks, AreNeitherGivenNorTaken) {

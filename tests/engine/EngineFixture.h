@@ -96,6 +96,11 @@ protected:
     std::vector<float> render(std::int32_t frames) { return renderBlock(engine_, frames); }
     void set(ParameterIndex index, float units) { knob(engine_, index).setValue(units); }
 
+    // The voice and the envelope of a note that was given to an engine without notes: 0 for the
+    // first, which takes the highest slot, 1 for the second and so on.
+    ModeVoice& voice(std::int32_t note = 0) { return *engine_.voices.at(slotOf(note)); }
+    ADSR& envelope(std::int32_t note = 0) { return *engine_.envelopes.at(slotOf(note)); }
+
     // Lets `action` run where an event with this offset would.
     void at(std::int32_t deltaFrames, std::function<void()> action) {
         actions_.push_back(std::make_unique<std::function<void()>>(std::move(action)));
@@ -103,6 +108,10 @@ protected:
     }
 
 private:
+    static std::size_t slotOf(std::int32_t note) {
+        return static_cast<std::size_t>(ZelvatoneEngine::kVoiceCount - 1 - note);
+    }
+
     std::vector<std::unique_ptr<std::function<void()>>> actions_;
 };
 

@@ -113,7 +113,7 @@ TEST(EventPass, KeepsWaitingEntriesInTheirOrderWhenNoneIsDue) {
     EXPECT_THAT(engine.waitingCounters(), ElementsAre(6, 2, 4));
 }
 
-TEST(EventPass, GoesOnBehindAnEntryThatItPutBack) {
+TEST(EventPass, GoesOnAfterAnEntryThatItPutBack) {
     // Put back, applied: two taken and one left. The entry counts on without a gap.
     RecordingEngine engine;
     queueOffsets(engine, {4, 0});
@@ -122,7 +122,7 @@ TEST(EventPass, GoesOnBehindAnEntryThatItPutBack) {
     EXPECT_THAT(engine.waitingCounters(), ElementsAre(3));
 }
 
-TEST(EventPass, StopsBeforeAWaitingEntryBehindAnAppliedOne) {
+TEST(EventPass, StopsBeforeAWaitingEntryAfterAnAppliedOne) {
     // Applied, one taken, one left: the waiting entry misses a count and comes a sample late.
     RecordingEngine engine;
     queueOffsets(engine, {0, 4});
@@ -228,7 +228,7 @@ void modelPass(std::vector<Waiting>& list, std::int32_t sample, std::vector<Happ
     list.insert(list.end(), putBack.begin(), putBack.end());
 }
 
-TEST(EventPass, AgreesWithTheRuleSaidWithoutAQueueOnRandomCrowds) {
+TEST(EventPass, AgreesWithAModelWithoutAQueueOnRandomCrowds) {
     std::mt19937 random(20240601); // NOLINT(bugprone-random-generator-seed): repeatable on purpose
     for (int round = 0; round < 300; ++round) {
         std::uniform_int_distribution<std::int32_t> offset(-2, 1 + round % 40);

@@ -49,7 +49,7 @@ TEST_F(EventTiming, OffsetsZeroAndOneSoundFromTheFirstSampleAndFiveFromTheFifth)
     EXPECT_EQ(firstSoundOfNoteAt(5), 4);
 }
 
-TEST_F(EventTiming, OffsetsReachTheBlocksLastSampleWhenTheyPointBehindIt) {
+TEST_F(EventTiming, OffsetsReachTheBlocksLastSampleWhenTheyPointAfterIt) {
     EXPECT_EQ(firstSoundOfNoteAt(63), 62);
     EXPECT_EQ(firstSoundOfNoteAt(64), 63);
     EXPECT_EQ(firstSoundOfNoteAt(65), kSilent);
@@ -62,7 +62,7 @@ TEST_F(EventTiming, OffsetsOutsideTheBlockAreTakenAsTheyAre) {
     EXPECT_EQ(firstSoundOfNoteAt(std::numeric_limits<std::int32_t>::min()), kSilent);
 }
 
-TEST_F(EventTiming, OffsetsBehindTheBlockGoOnInTheNextOne) {
+TEST_F(EventTiming, OffsetsAfterTheEndOfTheBlockGoOnInTheNextOne) {
     engine_.processMidi(0x90, 60, 127, 70);
     EXPECT_EQ(firstSound(render(32)), kSilent);
     EXPECT_EQ(firstSound(render(32)), kSilent);
@@ -76,7 +76,7 @@ TEST_F(EventTiming, BlocksWithoutSamplesConsumeNothing) {
     EXPECT_EQ(firstSound(render(8)), 2);
 }
 
-TEST_F(EventTiming, OfAChordAtOneOffsetIsSpreadOverSamples) {
+TEST_F(EventTiming, ChordAtOneOffsetIsSpreadOverSamples) {
     for (const std::int32_t note : {60, 64, 67}) {
         engine_.processMidi(0x90, note, 127, 0);
     }
@@ -86,7 +86,7 @@ TEST_F(EventTiming, OfAChordAtOneOffsetIsSpreadOverSamples) {
     EXPECT_EQ(test::slotsAt(engine_, kFreeSlot), 29);
 }
 
-TEST_F(EventTiming, OfTheLastEventInACrowdIsALateSample) {
+TEST_F(EventTiming, LastEventOfACrowdIsASampleLate) {
     // At sample 9 the first one is applied and the second counts on; the pass ends before the
     // third, which thus misses one count and acts at its offset instead of a sample early.
     RecordingEngine recorder;
@@ -98,7 +98,7 @@ TEST_F(EventTiming, OfTheLastEventInACrowdIsALateSample) {
                                           Happening{200, "off 3"}));
 }
 
-TEST_F(EventTiming, OfTheEventThatFillsTheRingIsAsUsual) {
+TEST_F(EventTiming, EventFillingTheRingStillActs) {
     for (std::int32_t i = 0; i < 255; ++i) {
         engine_.queueNoteOff(1, 1000);
     }

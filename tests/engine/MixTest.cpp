@@ -51,10 +51,10 @@ protected:
     }
 };
 
-TEST_F(Mix, OfOneNoteIsAThirdOfItsSampleTenDecibelsUp) {
+TEST_F(Mix, MakesAThirdOfOneNotesSampleTenDecibelsUp) {
     engine_.noteOn(69, 127);
     render(1000);
-    ModeVoice twin = *engine_.voices[31];
+    ModeVoice twin = voice();
     for (const float y : render(100)) {
         ASSERT_NEAR(y, wide(twin.tick()) * 1.0 / 3.0 * 3.1622, 1e-6);
     }
@@ -83,8 +83,8 @@ TEST_F(Mix, SharesTheLevelByWeightAmongManyNotes) {
         engine_.noteOn(note, 127);
     }
     render(1000);
-    ModeVoice low = *engine_.voices[31];
-    ModeVoice high = *engine_.voices[28];
+    ModeVoice low = voice();
+    ModeVoice high = voice(3);
     for (const float y : render(100)) {
         ASSERT_NEAR(y, (3.0 * wide(low.tick()) + wide(high.tick())) / 4.0 * 3.1622, 2e-6);
     }
@@ -99,8 +99,8 @@ TEST_F(Mix, CountsFadingNotesByTheirEnvelope) {
     engine_.noteOff(81);
     // Halfway through the fade of 441 samples: weight 4.5.
     render(219);
-    ModeVoice held = *engine_.voices[31];
-    ModeVoice fading = *engine_.voices[27];
+    ModeVoice held = voice();
+    ModeVoice fading = voice(4);
     const double e = 1.0 - 220.0 / 441.0;
     const double expected =
         (4.0 * wide(held.tick()) + e * wide(fading.tick())) / (4.0 + e) * 3.1622;

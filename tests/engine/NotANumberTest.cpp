@@ -44,14 +44,14 @@ protected:
     }
 };
 
-TEST_P(NotANumber, InOneParameterIsStoredAndRendered) {
+TEST_P(NotANumber, IsStoredAndRenderedInOneParameter) {
     playNotes();
     putNanAt(GetParam());
     playNotes(); // into sounding notes, and new ones
     EXPECT_TRUE(std::isnan(test::knob(engine_, static_cast<ParameterIndex>(GetParam())).value));
 }
 
-TEST_P(NotANumber, InOneParameterFromTheFirstSampleOn) {
+TEST_P(NotANumber, IsRenderedFromTheFirstSampleOnInOneParameter) {
     putNanAt(GetParam());
     playNotes();
 }
@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(, NotANumber, ::testing::Range(0, 23), nameOf);
 
 using AllNotNumbers = NotANumber;
 
-TEST_F(AllNotNumbers, TogetherAreStoredAndRendered) {
+TEST_F(AllNotNumbers, AreStoredAndRenderedTogether) {
     playNotes();
     for (std::int32_t index = 0; index < kParameterCount; ++index) {
         putNanAt(index);
@@ -91,14 +91,14 @@ TEST_F(AllNotNumbers, TogetherAreStoredAndRendered) {
     }
 }
 
-TEST_F(AllNotNumbers, TogetherFromTheFirstSampleOn) {
+TEST_F(AllNotNumbers, AreRenderedFromTheFirstSampleOn) {
     for (std::int32_t index = 0; index < kParameterCount; ++index) {
         putNanAt(index);
     }
     playNotes();
 }
 
-TEST_F(AllNotNumbers, AreTheTempoToo) {
+TEST_F(AllNotNumbers, AreRenderedWithATempoThatIsNotANumberToo) {
     for (const float tempo : {kNan, 0.0F, -120.0F, std::numeric_limits<float>::infinity()}) {
         engine_.setTempo(tempo);
         playNotes();

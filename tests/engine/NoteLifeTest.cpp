@@ -36,11 +36,11 @@ protected:
     }
 };
 
-TEST_F(NoteLife, WithoutNotesIsExactSilence) {
+TEST_F(NoteLife, IsExactSilenceWithoutNotes) {
     EXPECT_EQ(test::bitsOf(render(1000)), zeroBits(1000));
 }
 
-TEST_F(NoteLife, WithoutNotesIsSilenceUnderBendsAndNoteOffsToo) {
+TEST_F(NoteLife, IsSilenceWithoutNotesUnderBendsAndNoteOffsToo) {
     engine_.processMidi(0xE0, 0, 0, 10);
     engine_.processMidi(0x80, 60, 0, 20);
     engine_.processMidi(0xB0, 123, 0, 0);
@@ -66,7 +66,7 @@ TEST_F(NoteLife, BeginsOnItsFirstSampleWithTheFirstStepOfTheAttack) {
     EXPECT_NEAR(render(1).front(), -0.5 / 441.0 / 3.0 * 3.1622, 1e-7);
 }
 
-TEST_F(NoteLife, OfATapInOnePassIsSilentOnAFreshSlot) {
+TEST_F(NoteLife, IsSilentForATapInOnePassOnAFreshSlot) {
     tapInOnePass(60, 127);
     EXPECT_EQ(test::bitsOf(render(441)), zeroBits(441));
     EXPECT_EQ(engine_.voiceNotes[31], kReleased);
@@ -74,7 +74,7 @@ TEST_F(NoteLife, OfATapInOnePassIsSilentOnAFreshSlot) {
     EXPECT_EQ(engine_.voiceNotes[31], kFree);
 }
 
-TEST_F(NoteLife, OfATapInOnePassIsAFadeOfTheOldLevelOnAUsedSlot) {
+TEST_F(NoteLife, IsAFadeOfTheOldLevelForATapInOnePassOnAUsedSlot) {
     test::useSingleMode(engine_);
     engine_.processMidi(0x90, 40, 127, 0);
     render(1000);
@@ -93,16 +93,16 @@ TEST_F(NoteLife, OfATapInOnePassIsAFadeOfTheOldLevelOnAUsedSlot) {
     EXPECT_EQ(fade[440], 0.0F);
 }
 
-TEST_F(NoteLife, OfATapAloneLastsOneSampleOfAttack) {
+TEST_F(NoteLife, LastsOneSampleOfAttackForATap) {
     // Two due events: one in this pass, the other in the next.
     engine_.processMidi(0x90, 60, 127, 0);
     engine_.processMidi(0x80, 60, 0, 0);
     render(1);
     EXPECT_EQ(engine_.voiceNotes[31], 60);
-    EXPECT_NEAR(engine_.envelopes[31]->level, 1.0 / 441.0, 1e-9);
+    EXPECT_NEAR(envelope().level, 1.0 / 441.0, 1e-9);
     render(1);
     EXPECT_EQ(engine_.voiceNotes[31], kReleased);
-    EXPECT_NEAR(engine_.envelopes[31]->level, 1.0 / 441.0, 1e-9);
+    EXPECT_NEAR(envelope().level, 1.0 / 441.0, 1e-9);
 }
 
 TEST_F(NoteLife, StartsFromZeroPhaseOnAUsedSlot) {
@@ -112,8 +112,8 @@ TEST_F(NoteLife, StartsFromZeroPhaseOnAUsedSlot) {
     engine_.noteOff(50);
     render(500);
     engine_.noteOn(62, 127);
-    EXPECT_EQ(engine_.voices[31]->phase[0], 0.0F);
-    EXPECT_EQ(engine_.voices[31]->time, 0.0F);
+    EXPECT_EQ(voice().phase[0], 0.0F);
+    EXPECT_EQ(voice().time, 0.0F);
 }
 
 TEST_F(NoteLife, ChangesItsFadeWithTheReleaseKnob) {
@@ -123,18 +123,18 @@ TEST_F(NoteLife, ChangesItsFadeWithTheReleaseKnob) {
     render(400);
     set(kRelease, 0.02F);
     render(481); // 881 of 882
-    EXPECT_TRUE(engine_.envelopes[31]->isActive());
+    EXPECT_TRUE(envelope().isActive());
     render(1);
-    EXPECT_FALSE(engine_.envelopes[31]->isActive());
+    EXPECT_FALSE(envelope().isActive());
 }
 
 TEST_F(NoteLife, KeepsItsVoiceStillOnceItIsOver) {
     engine_.noteOn(60, 127);
     engine_.noteOff(60);
     render(441);
-    const float time = engine_.voices[31]->time;
+    const float time = voice().time;
     render(100);
-    EXPECT_EQ(engine_.voices[31]->time, time);
+    EXPECT_EQ(voice().time, time);
 }
 
 TEST_F(NoteLife, BendsByPowersOfTwo) {

@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(ParameterReading, OfTheDefaultsFillsEverySetting) {
+TEST_F(ParameterReading, FillsEverySettingFromTheDefaults) {
     readVoiceSettings(program_.parameters, settings_);
     EXPECT_EQ(settings_.modeShift, 0);
     EXPECT_EQ(settings_.shiftBeats, 2.0);

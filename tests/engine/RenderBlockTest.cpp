@@ -32,7 +32,7 @@ TEST_F(RenderBlock, WritesEverySampleOfBothChannelsAlike) {
     // renderBlock compares the channels.
 }
 
-TEST_F(RenderBlock, WritesNothingBehindItsEnd) {
+TEST_F(RenderBlock, WritesNothingAfterItsEnd) {
     std::array<float, 8> left{};
     std::array<float, 8> right{};
     left.fill(test::kUnwritten);
@@ -53,7 +53,7 @@ TEST_F(RenderBlock, NeverReadsItsInputs) {
     EXPECT_EQ(bitsOf(left), bitsOf(test::renderBlock(undisturbed_, 64)));
 }
 
-TEST_F(RenderBlock, OfNoSamplesStillReadsTheParametersAndTheTempo) {
+TEST_F(RenderBlock, ReadsTheParametersAndTheTempoEvenWithoutSamples) {
     set(kChop, 0.5F);
     set(kWave, 2.0F);
     set(kAttack, 1.0F);
@@ -68,7 +68,7 @@ TEST_F(RenderBlock, OfNoSamplesStillReadsTheParametersAndTheTempo) {
     EXPECT_EQ(engine_.settings->tempo, 90.0);
     EXPECT_EQ(engine_.envelopeSettings->attack, 1.0);
     EXPECT_EQ(engine_.shaper->c[3], 0.25F);
-    EXPECT_EQ(engine_.envelopes[31]->time, 0.0);
+    EXPECT_EQ(envelope().time, 0.0);
 }
 
 TEST_F(RenderBlock, TakesParametersAtItsStartAndNotInBetween) {
@@ -131,10 +131,10 @@ TEST_F(RenderBlock, PlaysTheProgramItBeganWith) {
 TEST_F(RenderBlock, TakesModeInitForTheNotesThatComeInIt) {
     set(kModeInit, 3.0F);
     engine_.noteOn(60, 127);
-    EXPECT_EQ(engine_.voices[30]->activeCount, 10); // the knob was not read yet
+    EXPECT_EQ(voice(1).activeCount, 10); // the knob was not read yet
     engine_.processMidi(0x90, 60, 127, 0);
     render(1);
-    EXPECT_EQ(engine_.voices[29]->activeCount, 3);
+    EXPECT_EQ(voice(2).activeCount, 3);
 }
 
 TEST_F(RenderBlock, TakesAPitchBendInBetween) {
@@ -144,8 +144,8 @@ TEST_F(RenderBlock, TakesAPitchBendInBetween) {
     render(64);
     // 440 Hz for 32 samples and 880 Hz for the other 32.
     const double turned = (32 * 440.0 + 32 * 880.0) / 44100.0 * 6.283185307179586;
-    EXPECT_NEAR(engine_.voices[30]->phase[0], turned, 1e-4);
-    EXPECT_EQ(engine_.voices[30]->freq[0], 440.0F);
+    EXPECT_NEAR(voice(1).phase[0], turned, 1e-4);
+    EXPECT_EQ(voice(1).freq[0], 440.0F);
 }
 
 TEST_F(RenderBlock, SoundsTheSameWhateverReservedSays) {

@@ -107,24 +107,24 @@ TEST_F(SingleModeTone, FollowsSineAndEnvelopeFromKeyDownToSilence) {
     }
 }
 
-TEST_F(SingleModeTone, OfA4IsAt440Hertz) {
+TEST_F(SingleModeTone, IsAt440HertzForA4) {
     EXPECT_NEAR(pitchOf(69, 440.0, 44100.0F), 440.0, 0.1);
 }
 
-TEST_F(SingleModeTone, OfA4IsAt440HertzAtAnotherSampleRate) {
+TEST_F(SingleModeTone, IsAt440HertzForA4AtAnotherSampleRate) {
     EXPECT_NEAR(pitchOf(69, 440.0, 48000.0F), 440.0, 0.1);
 }
 
-TEST_F(SingleModeTone, OfMiddleCIsNineSemitonesBelowA4) {
+TEST_F(SingleModeTone, IsNineSemitonesBelowA4ForMiddleC) {
     EXPECT_NEAR(pitchOf(60, 261.6256, 44100.0F), 261.6256, 0.1);
 }
 
-TEST_F(SingleModeTone, BentDownToTheBottomIsAnOctaveLower) {
+TEST_F(SingleModeTone, IsAnOctaveLowerBentDownToTheBottom) {
     engine_.processMidi(0xE0, 0, 0, 0);
     EXPECT_NEAR(pitchOf(69, 220.0, 44100.0F), 220.0, 0.1);
 }
 
-TEST_F(SingleModeTone, BentHalfwayUpIsATritoneHigher) {
+TEST_F(SingleModeTone, IsATritoneHigherBentHalfwayUp) {
     engine_.processMidi(0xE0, 0, 0x60, 0);
     EXPECT_NEAR(pitchOf(69, 440.0 * std::numbers::sqrt2, 44100.0F), 622.2540, 0.1);
 }

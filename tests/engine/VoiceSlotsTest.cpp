@@ -67,7 +67,7 @@ TEST_F(VoiceSlots, StayTakenWhileTheirNoteFades) {
     EXPECT_EQ(state(21), 100);
 }
 
-TEST_F(VoiceSlots, FreedTwiceAreTakenFromTheHighestAgain) {
+TEST_F(VoiceSlots, AreTakenFromTheHighestAgainOnceTheyAreFree) {
     fillAllSlots();
     engine_.noteOff(41); // slot 30
     engine_.noteOff(61); // slot 10
@@ -81,9 +81,9 @@ TEST_F(VoiceSlots, BecomeFreeOneSampleAfterTheFadesLast) {
     engine_.noteOn(60, 127);
     engine_.noteOff(60);
     render(7);
-    EXPECT_TRUE(engine_.envelopes[31]->isActive());
+    EXPECT_TRUE(envelope().isActive());
     render(1);
-    EXPECT_FALSE(engine_.envelopes[31]->isActive());
+    EXPECT_FALSE(envelope().isActive());
     EXPECT_EQ(state(31), kReleased);
     render(1);
     EXPECT_EQ(state(31), kFree);
@@ -94,10 +94,10 @@ TEST_F(VoiceSlots, NeverFreeThemselvesWhileTheKeyIsDown) {
     engine_.noteOn(60, 127);
     render(2000);
     EXPECT_EQ(state(31), 60);
-    EXPECT_TRUE(engine_.envelopes[31]->isActive());
+    EXPECT_TRUE(envelope().isActive());
 }
 
-TEST_F(VoiceSlots, OfTheSameNoteAreAllReleasedTogether) {
+TEST_F(VoiceSlots, AreAllReleasedTogetherByTheirNote) {
     for (const std::int32_t note : {60, 64, 60, 60}) {
         engine_.noteOn(note, 100);
     }
@@ -105,13 +105,13 @@ TEST_F(VoiceSlots, OfTheSameNoteAreAllReleasedTogether) {
     engine_.noteOff(60);
     EXPECT_EQ(slotsAt(engine_, kReleased), 3);
     EXPECT_EQ(state(30), 64);
-    EXPECT_EQ(engine_.envelopes[31]->state, ADSR::kReleased);
-    EXPECT_EQ(engine_.envelopes[30]->state, ADSR::kHeld);
-    EXPECT_EQ(engine_.envelopes[29]->state, ADSR::kReleased);
-    EXPECT_EQ(engine_.envelopes[28]->state, ADSR::kReleased);
+    EXPECT_EQ(envelope().state, ADSR::kReleased);
+    EXPECT_EQ(envelope(1).state, ADSR::kHeld);
+    EXPECT_EQ(envelope(2).state, ADSR::kReleased);
+    EXPECT_EQ(envelope(3).state, ADSR::kReleased);
 }
 
-TEST_F(VoiceSlots, AreLeftAloneByNotesThatNobodyHolds) {
+TEST_F(VoiceSlots, AreLeftAloneByNoteOffsOfNotesThatAreNotHeld) {
     engine_.noteOn(60, 100);
     const std::vector<std::int32_t> before = engine_.voiceNotes;
     engine_.noteOff(61);
@@ -123,25 +123,25 @@ TEST_F(VoiceSlots, FadeOnAtASecondNoteOff) {
     engine_.noteOff(60);
     render(4);
     engine_.noteOff(60);
-    EXPECT_EQ(engine_.envelopes[31]->time, 0.25);
+    EXPECT_EQ(envelope().time, 0.25);
 }
 
 TEST_F(VoiceSlots, StartTheirVoiceAndEnvelope) {
     engine_.noteOn(69, 64);
-    EXPECT_EQ(engine_.voices[31]->baseFreq, 440.0F);
-    EXPECT_EQ(engine_.voices[31]->activeCount, 10);
-    EXPECT_EQ(engine_.envelopes[31]->state, ADSR::kHeld);
+    EXPECT_EQ(voice().baseFreq, 440.0F);
+    EXPECT_EQ(voice().activeCount, 10);
+    EXPECT_EQ(envelope().state, ADSR::kHeld);
     // 64 / 127, rounded to single precision on the way.
-    EXPECT_EQ(engine_.envelopes[31]->velocity, static_cast<double>(0.50393701F));
-    EXPECT_NEAR(engine_.envelopes[31]->velocity, 0.503937, 5e-7);
+    EXPECT_EQ(envelope().velocity, static_cast<double>(0.50393701F));
+    EXPECT_NEAR(envelope().velocity, 0.503937, 5e-7);
     engine_.noteOn(69, 127);
-    EXPECT_EQ(engine_.envelopes[30]->velocity, 1.0);
+    EXPECT_EQ(envelope(1).velocity, 1.0);
 }
 
 TEST_F(VoiceSlots, HoldTheWholeNumberButSoundItsLastSevenBits) {
     engine_.noteOn(69 + 128, 100);
     EXPECT_EQ(state(31), 197);
-    EXPECT_EQ(engine_.voices[31]->baseFreq, 440.0F);
+    EXPECT_EQ(voice().baseFreq, 440.0F);
     engine_.noteOff(69);
     EXPECT_EQ(state(31), 197);
     engine_.noteOff(197);

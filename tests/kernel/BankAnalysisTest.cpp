@@ -102,7 +102,7 @@ TEST_P(BankAnalysis, FindsAnythingOutsideTheInputRange) {
     }
 }
 
-TEST_P(BankAnalysis, WarnsOfPhasesBeyondTheReachOfVectors) {
+TEST_P(BankAnalysis, FindsPhasesTooFastForVectors) {
     bank_.rest(0, 1.0e6F);
     EXPECT_FALSE(analyse().phaseTooFast);
     bank_.rest(0, -2.0e8F);

@@ -6,7 +6,7 @@ namespace {
 
 class LongWrapping : public EachKernel {};
 
-TEST_P(LongWrapping, AgreesWithTheDoubleRuleForEveryFloatWithinReach) {
+TEST_P(LongWrapping, AgreesWithDoublePrecisionForEveryFloatWithinReach) {
     constexpr float kBeyondVectors = 30000.0F; // from here on, a kernel calls fmod itself
     EXPECT_EQ(firstWrongWrap(kernel(), 0.0F, kBeyondVectors, 1), "");
 }

@@ -61,7 +61,7 @@ TEST_F(ShiftSearch, NeverPassesAShift) {
     EXPECT_GT(shifts, 1000);
 }
 
-TEST_F(ShiftSearch, FindsOneAtEverySampleOfAPeriodThatIsNoLength) {
+TEST_F(ShiftSearch, FindsOneAtEverySampleOfAPeriodThatIsNotALength) {
     for (const double tempo : {-120.0, std::nan(""), 1.0e300}) {
         settings_.tempo = tempo;
         EXPECT_EQ(samplesBeforeChange(voice_, kRunSamples), 0) << tempo;

@@ -6,12 +6,12 @@ namespace {
 
 class Wrapping : public EachKernel {};
 
-TEST_P(Wrapping, AgreesWithTheDoubleRuleAllOverTheRange) {
+TEST_P(Wrapping, AgreesWithDoublePrecisionAllOverTheRange) {
     // A prime stride, so that no pattern of low bits is left out.
     EXPECT_EQ(firstWrongWrap(kernel(), 0.0F, 1.0e30F, 4099), "");
 }
 
-TEST_P(Wrapping, AgreesWithTheDoubleRuleAroundEveryWholeTurn) {
+TEST_P(Wrapping, AgreesWithDoublePrecisionAroundEveryWholeTurn) {
     for (int turns = 1; turns < 4000; turns += turns < 20 ? 1 : 37) {
         const auto centre = static_cast<float>(turns * 6.2831854820251465);
         EXPECT_EQ(firstWrongWrap(kernel(), centre - 1e-4F * centre, centre + 1e-4F * centre, 1), "")

@@ -61,7 +61,7 @@ TEST_F(Crush, PutsEveryEntryOnTheNearestLevel) {
     }
 }
 
-TEST_F(Crush, OfOneBitTurnsTheSineIntoASquareThatStartsHigh) {
+TEST_F(Crush, TurnsTheSineIntoASquareThatStartsHighWithOneBit) {
     build(0, 1);
     for (std::int32_t i = 0; i < 1024; ++i) {
         // Entry 512, half a cycle, is a trace above 0.
@@ -102,7 +102,7 @@ TEST_F(Crush, NeverCompounds) {
     EXPECT_EQ(entries(), eightBits);
 }
 
-TEST_F(Crush, OfZeroBitsGivesTheSmoothWaveBack) {
+TEST_F(Crush, GivesTheSmoothWaveBackWithZeroBits) {
     build(3, 0);
     const std::vector<float> smooth = entries();
     build(3, 2);
@@ -119,7 +119,7 @@ TEST_F(Crush, WorksOnTheKeptEntriesOfAnUnknownWave) {
     }
 }
 
-TEST_F(Crush, OfABitCountThatIsNoNumberStaysInBounds) {
+TEST_F(Crush, StaysInBoundsForABitCountThatIsNotANumber) {
     build(0, kLowestInt); // what a NaN parameter reads as
     EXPECT_EQ(settings_.tableSize, 1024);
 }

@@ -38,7 +38,7 @@ TEST_F(Denormals, RoundHalfOfAnOddUnitToEven) {
     EXPECT_EQ(bitsOf(voice_.tick()), 4U);
 }
 
-TEST_F(Denormals, AreHeardBelowTheNormalRangeAfterALongFade) {
+TEST_F(Denormals, AreHeardAfterALongFade) {
     place(0, 0x1p-120F, 0.0F, 4.0F);
     aim(0, 0.0F, 0.0F);
     voice_.ampStep[0] = -0x1.fcp-121F; // leaves 2^-127
@@ -47,7 +47,7 @@ TEST_F(Denormals, AreHeardBelowTheNormalRangeAfterALongFade) {
     EXPECT_EQ(voice_.tick(), 0x1p-128F);
 }
 
-TEST_F(Denormals, OfAFrequencyDropToThemOneByOne) {
+TEST_F(Denormals, AreReachedOneByOneByAFrequencyDrop) {
     settings_.dropFactor = 0.5F;
     place(0, 0.5F, 0x1p-120F);
     tick(29);
@@ -56,7 +56,7 @@ TEST_F(Denormals, OfAFrequencyDropToThemOneByOne) {
     EXPECT_EQ(voice_.freq[0], 0.0F);
 }
 
-TEST_F(Denormals, OfAPhaseAreKept) {
+TEST_F(Denormals, AreKeptInAPhase) {
     place(0, 0.5F, 0.0F, 3.0F * kLeast);
     tick(10);
     EXPECT_EQ(bitsOf(voice_.phase[0]), 3U);
@@ -74,7 +74,7 @@ TEST_F(Denormals, MakeStepsThatReachTheTarget) {
     EXPECT_EQ(voice_.ampStep[0], 0.0F);
 }
 
-TEST_F(Denormals, StayOnInTheCallersArithmetic) {
+TEST_F(Denormals, StayEnabledInTheCallersArithmetic) {
     settings_.initialModes = 10;
     voice_.start(100.0F);
     tick(10);

@@ -13,7 +13,7 @@ protected:
     }
 };
 
-TEST_F(DumpModes, OfAnEmptyBankIsItsCountAlone) {
+TEST_F(DumpModes, PrintsOnlyTheCountOfAnEmptyBank) {
     EXPECT_EQ(dumped(), "p_nosc: 0\n");
 }
 

@@ -35,7 +35,7 @@ protected:
 
 using Floats = std::vector<float>;
 
-TEST_F(FillModes, WithZeroModesWarnsAndChangesNothing) {
+TEST_F(FillModes, WarnsOfZeroModesAndChangesNothing) {
     clutter();
     EXPECT_EQ(printedBy([&] { fill(0, 0); }),
               "Warning, calling fillModes() with 0 oscillators...\n");
@@ -43,13 +43,13 @@ TEST_F(FillModes, WithZeroModesWarnsAndChangesNothing) {
     EXPECT_EQ(voice_.freq[0], 9.0F);
 }
 
-TEST_F(FillModes, WithZeroModesDoesNotEvenNormalise) {
+TEST_F(FillModes, DoesNotEvenNormaliseZeroModes) {
     place(0, 2.0F, 100.0F);
     printedBy([&] { fill(2, 0); });
     EXPECT_EQ(voice_.amp[0], 2.0F);
 }
 
-TEST_F(FillModes, OfAnUnknownKindNamesItAndOnlyNormalises) {
+TEST_F(FillModes, NamesAnUnknownKindAndOnlyNormalises) {
     clutter();
     voice_.activeCount = 2;
     EXPECT_EQ(printedBy([&] { fill(3, 4); }), "Unknown mode: 3\n");
@@ -58,7 +58,7 @@ TEST_F(FillModes, OfAnUnknownKindNamesItAndOnlyNormalises) {
     EXPECT_EQ(printedBy([&] { fill(-1, 4); }), "Unknown mode: -1\n");
 }
 
-TEST_F(FillModes, OfAKnownKindPrintsNothing) {
+TEST_F(FillModes, PrintsNothingForAKnownKind) {
     EXPECT_EQ(printedBy([&] {
                   fill(0, 3);
                   fill(1, 3);
@@ -217,7 +217,7 @@ TEST_F(FillModes, ClusterSilencesModesBelowZeroHertzAndKeepsTheirPhases) {
     EXPECT_NEAR(amps_[1], bell(120.0, 240.0, 3000.0, 120.0) / 2.0, 1e-8);
 }
 
-TEST_F(FillModes, ClusterAroundANoteThatIsNoNumberLeavesAmplitudesAndPhases) {
+TEST_F(FillModes, ClusterAroundANoteThatIsNotANumberLeavesAmplitudesAndPhases) {
     clutter();
     voice_.baseFreq = kNaN; // neither below zero nor at or above it
     fill(1, 4);

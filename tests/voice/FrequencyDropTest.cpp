@@ -80,7 +80,7 @@ TEST_F(FrequencyDrop, RunsDownExponentiallyAtMinusEight) {
     EXPECT_NEAR(voice_.freq[0], 100.0 * factor, 100.0 * factor * 200 * 0x1p-24);
 }
 
-TEST_F(FrequencyDrop, OfAFactorOfOneDoesNothing) {
+TEST_F(FrequencyDrop, DoesNothingWithAFactorOfOne) {
     settings_.dropFactor = 1.0F;
     place(0, 0.5F, 440.1F);
     tick(1000);
@@ -153,7 +153,7 @@ TEST_F(FrequencyDrop, SparesGlidingModesFromDropModTwoOn) {
     EXPECT_EQ(voice_.freq[1], 17.0F);
 }
 
-TEST_F(FrequencyDrop, DoesNotMindAnAmplitudeThatGlides) {
+TEST_F(FrequencyDrop, GoesOnWhileAnAmplitudeGlides) {
     settings_.dropModulus = 2;
     placeModes(2);
     voice_.targetAmp[1] = 0.5F;

@@ -70,7 +70,7 @@ TEST_F(Glide, PassesThroughZero) {
     EXPECT_EQ(voice_.freqStep[0], 0.0F);
 }
 
-TEST_F(Glide, OfTheTwoValuesOfAModeAreIndependent) {
+TEST_F(Glide, MovesTheTwoValuesOfAModeIndependently) {
     place(0, 0.25F, 100.0F);
     aim(0, 0.5F, 108.0F);
     voice_.ampStep[0] = 0.125F;
@@ -83,7 +83,7 @@ TEST_F(Glide, OfTheTwoValuesOfAModeAreIndependent) {
     EXPECT_EQ(voice_.freqStep[0], 0.0F);
 }
 
-TEST_F(Glide, WithAStepThatPointsAwayKeepsGoing) {
+TEST_F(Glide, KeepsGoingByAStepThatPointsAway) {
     glideAmp(0.5F, 0.25F, 0.125F);
     tick(20);
     EXPECT_EQ(voice_.amp[0], 3.0F);
@@ -94,7 +94,7 @@ TEST_F(Glide, WithAStepThatPointsAwayKeepsGoing) {
     EXPECT_EQ(voice_.freqStep[0], -10.0F);
 }
 
-TEST_F(Glide, ThatWentAwayComesBackAtTheNextShift) {
+TEST_F(Glide, ComesBackAtTheNextShiftFromWhereItWentAway) {
     settings_.initialModes = 1;
     voice_.start(100.0F);
     voice_.freq[0] = 90.0F;
@@ -108,13 +108,13 @@ TEST_F(Glide, ThatWentAwayComesBackAtTheNextShift) {
     EXPECT_EQ(voice_.freq[0], 100.0F);
 }
 
-TEST_F(Glide, WithoutAStepNeverArrives) {
+TEST_F(Glide, NeverArrivesWithoutAStep) {
     glideFreq(100.0F, 101.0F, 0.0F);
     tick(100);
     EXPECT_EQ(voice_.freq[0], 100.0F);
 }
 
-TEST_F(Glide, OnTheTargetIgnoresALeftOverStep) {
+TEST_F(Glide, IgnoresALeftOverStepOnTheTarget) {
     glideFreq(100.0F, 100.0F, 3.0F);
     tick(10);
     EXPECT_EQ(voice_.freq[0], 100.0F);
@@ -129,21 +129,21 @@ TEST_F(Glide, TreatsBothZerosAsOneValue) {
     EXPECT_EQ(bitsOf(voice_.freq[0]), bitsOf(-0.0F));
 }
 
-TEST_F(Glide, TowardsWhatIsNoNumberGoesOnAddingSteps) {
+TEST_F(Glide, GoesOnAddingStepsTowardsATargetThatIsNotANumber) {
     glideFreq(100.0F, kNaN, 2.0F);
     tick(10);
     EXPECT_EQ(voice_.freq[0], 120.0F);
     EXPECT_EQ(voice_.freqStep[0], 2.0F);
 }
 
-TEST_F(Glide, OfWhatIsNoNumberNeverArrives) {
+TEST_F(Glide, NeverArrivesFromAValueThatIsNotANumber) {
     glideAmp(kNaN, 0.5F, 0.25F);
     tick(10);
     EXPECT_TRUE(std::isnan(voice_.amp[0]));
     EXPECT_EQ(voice_.ampStep[0], 0.25F);
 }
 
-TEST_F(Glide, ByAStepThatIsNoNumberSnapsFromAboveAndIsLostFromBelow) {
+TEST_F(Glide, SnapsFromAboveAndIsLostFromBelowByAStepThatIsNotANumber) {
     // From above, the target was below and is not any more. From below, nothing has changed.
     glideFreq(100.0F, 90.0F, kNaN);
     voice_.tick();
@@ -154,7 +154,7 @@ TEST_F(Glide, ByAStepThatIsNoNumberSnapsFromAboveAndIsLostFromBelow) {
     EXPECT_TRUE(std::isnan(voice_.freq[0]));
 }
 
-TEST_F(Glide, ByAnInfiniteStepSnapsAtOnce) {
+TEST_F(Glide, SnapsAtOnceByAnInfiniteStep) {
     glideFreq(80.0F, 90.0F, kInfinity); // what a "Blend Time" of 0 makes
     voice_.tick();
     EXPECT_EQ(voice_.freq[0], 90.0F);

@@ -33,11 +33,11 @@ protected:
     }
 };
 
-TEST_F(Lookup, WithFullChopUsesAll1024Entries) {
+TEST_F(Lookup, UsesAll1024EntriesWithFullChop) {
     expectAllEntries(1024);
 }
 
-TEST_F(Lookup, WithTheLeastChopStretchesTheFirst102EntriesOverTheCycle) {
+TEST_F(Lookup, StretchesTheFirst102EntriesOverTheCycleWithTheKnobsLeastChop) {
     settings_.chop = 0.1F;
     EXPECT_EQ(wavetable::Readout(settings_).length, 102);
     expectAllEntries(102);
@@ -50,22 +50,22 @@ TEST_F(Lookup, CutsTheUsedLengthOffInsteadOfRoundingIt) {
     expectAllEntries(512);
 }
 
-TEST_F(Lookup, AtTheStartOfTheCycleIsTheFirstEntry) {
+TEST_F(Lookup, ReadsTheFirstEntryAtTheStartOfTheCycle) {
     EXPECT_EQ(entryAt(0.0F), 0);
     EXPECT_EQ(entryAt(-0.0F), 0);
 }
 
-TEST_F(Lookup, AtExactlyOneCycleIsTheFirstEntryAgain) {
+TEST_F(Lookup, ReadsTheFirstEntryAgainAtExactlyOneCycle) {
     EXPECT_EQ(entryAt(kTurnAsFloat), 0);
     settings_.chop = 0.1F;
     EXPECT_EQ(entryAt(kTurnAsFloat), 0);
 }
 
-TEST_F(Lookup, JustBelowOneCycleIsTheLastEntry) {
+TEST_F(Lookup, ReadsTheLastEntryJustBelowOneCycle) {
     EXPECT_EQ(entryAt(std::nextafter(kTurnAsFloat, 0.0F)), 1023);
 }
 
-TEST_F(Lookup, OfANegativePhaseCountsFromTheEndOfTheUsedRange) {
+TEST_F(Lookup, CountsANegativePhaseFromTheEndOfTheUsedRange) {
     for (const float chop : {1.0F, 0.1F}) {
         settings_.chop = chop;
         const std::int32_t length = chop == 1.0F ? 1024 : 102;
@@ -75,30 +75,30 @@ TEST_F(Lookup, OfANegativePhaseCountsFromTheEndOfTheUsedRange) {
     }
 }
 
-TEST_F(Lookup, OfLessThanOneEntryBelowZeroIsTheFirstEntry) {
+TEST_F(Lookup, ReadsTheFirstEntryForLessThanOneEntryBelowZero) {
     // Cut off towards zero, so the first entry is two entries wide around phase 0.
     EXPECT_EQ(entryAt(static_cast<float>(-0.5 * kTurn / 1024)), 0);
 }
 
-TEST_F(Lookup, AtMinusOneCycleIsTheFirstEntry) {
+TEST_F(Lookup, ReadsTheFirstEntryAtMinusOneCycle) {
     EXPECT_EQ(entryAt(-kTurnAsFloat), 0);
 }
 
-TEST_F(Lookup, FarAboveTheCycleFindsNoEntryAndSaysSo) {
+TEST_F(Lookup, FindsNoEntryFarAboveTheCycleAndPrintsALine) {
     std::int32_t entry = 0;
     EXPECT_EQ(printedBy([&] { entry = entryAt(3.0F * kTurnAsFloat); }),
               message("3072", "18.849556"));
     EXPECT_EQ(entry, wavetable::kNoEntry);
 }
 
-TEST_F(Lookup, FarBelowTheCycleNamesTheIndexAfterTheUsedLengthWasAdded) {
+TEST_F(Lookup, NamesTheIndexAfterTheUsedLengthWasAddedFarBelowTheCycle) {
     std::int32_t entry = 0;
     EXPECT_EQ(printedBy([&] { entry = entryAt(-3.0F * kTurnAsFloat); }),
               message("-2048", "-18.849556"));
     EXPECT_EQ(entry, wavetable::kNoEntry);
 }
 
-TEST_F(Lookup, OfWhatIsNoNumberFindsNoEntryAndSaysSo) {
+TEST_F(Lookup, FindsNoEntryForNotANumberAndPrintsALine) {
     // The conversion's answer to all of these is the lowest integer, and 1024 - 2^31 is this:
     const std::string index = "-2147482624";
     EXPECT_EQ(printedBy([&] { entryAt(kNaN); }), message(index, "nan"));
@@ -108,7 +108,7 @@ TEST_F(Lookup, OfWhatIsNoNumberFindsNoEntryAndSaysSo) {
               message(index, "1000000015047466219876688855040.000000"));
 }
 
-TEST_F(Lookup, WithChopBelowOneEntryNeverFindsAny) {
+TEST_F(Lookup, NeverFindsAnEntryWithChopBelowOneEntry) {
     settings_.chop = std::nextafter(0x1p-10F, 0.0F);
     for (const float phase : {0.0F, 1.0F, kTurnAsFloat, -1.0F}) {
         std::int32_t entry = 0;
@@ -118,14 +118,14 @@ TEST_F(Lookup, WithChopBelowOneEntryNeverFindsAny) {
     }
 }
 
-TEST_F(Lookup, WithChopOfExactlyOneEntryAlwaysFindsIt) {
+TEST_F(Lookup, AlwaysFindsTheOneEntryOfTheLeastChop) {
     settings_.chop = 0x1p-10F;
     for (const float phase : {0.0F, 1.0F, 6.0F, kTurnAsFloat, -1.0F}) {
         EXPECT_EQ(entryAt(phase), 0) << phase;
     }
 }
 
-TEST_F(Lookup, WithChopThatIsNoNumberNeverFindsAny) {
+TEST_F(Lookup, NeverFindsAnEntryWithChopThatIsNotANumber) {
     settings_.chop = kNaN;
     printedBy([&] {
         for (const float phase : {0.0F, 1.0F, -1.0F, kTurnAsFloat, kNaN, kInfinity}) {
@@ -150,7 +150,7 @@ TEST_F(Lookup, LeavesAModeWithoutAnEntryOutOfTheSum) {
     EXPECT_EQ(out, 0.5F * (-0.5F + 0.125F));
 }
 
-TEST_F(Lookup, SaysSoOnceForEachLostModeOfANote) {
+TEST_F(Lookup, PrintsOneLineForEachLostModeOfANote) {
     settings_.initialModes = 3;
     for (int note = 0; note < 2; ++note) {
         voice_.start(100.0F);
@@ -161,7 +161,7 @@ TEST_F(Lookup, SaysSoOnceForEachLostModeOfANote) {
     }
 }
 
-TEST_F(Lookup, SaysSoAtTheSampleInWhichAModeIsLost) {
+TEST_F(Lookup, PrintsALineAtTheSampleInWhichAModeIsLost) {
     place(0, 0.5F, 0.0F, kInfinity);
     EXPECT_EQ(printedBy([&] { tick(2); }), message("-2147482624", "inf"));
     voice_.phase[0] = 1.0F;

@@ -84,7 +84,7 @@ TEST_F(ModeTargets, AreJitteredUpAtEvenAndDownAtOddHarmonicsButNotAtTheFundament
     EXPECT_EQ(freqs_, (Floats{100, 203, 297, 403, 497}));
 }
 
-TEST_F(ModeTargets, OfAHundredHertzJitterOnAFiftyHertzNoteMeetAtTheBase) {
+TEST_F(ModeTargets, MeetAtTheBaseWithAHundredHertzJitterOnAFiftyHertzNote) {
     settings_.jitterHz = 100.0F;
     compute(50.0F, 3);
     EXPECT_EQ(freqs_, (Floats{50, 200, 50}));
@@ -161,7 +161,7 @@ TEST_F(ModeTargets, KnowAllPrimesBelowAHundredInOrder) {
     EXPECT_EQ(mode, 25U);
 }
 
-TEST_F(ModeTargets, BeyondTheCountAreLeftAsTheyWere) {
+TEST_F(ModeTargets, AreLeftAsTheyWereBeyondTheCount) {
     aim(3, 0.375F, 77.0F);
     compute(100.0F, 3);
     EXPECT_EQ(voice_.targetAmp[3], 0.375F);
@@ -179,7 +179,7 @@ TEST_F(ModeTargets, DoNotTouchWhatSoundsNow) {
     EXPECT_EQ(voice_.activeCount, 1);
 }
 
-TEST_F(ModeTargets, OfAnExtraCountThatIsNoNumberAreAllHarmonic) {
+TEST_F(ModeTargets, AreAllHarmonicWithAnExtraCountThatIsNotANumber) {
     settings_.primeModes = kLowestInt; // what a NaN parameter reads as
     compute(100.0F, 3);
     EXPECT_EQ(freqs_, (Floats{100, 200, 300}));

@@ -23,7 +23,7 @@ TEST_F(Normalisation, DividesByTheSum) {
     EXPECT_EQ(normalised({0.25F}), (Floats{1}));
 }
 
-TEST_F(Normalisation, OfEqualModesGivesEachItsShare) {
+TEST_F(Normalisation, GivesEachOfEqualModesItsShare) {
     settings_.falloff = 0.0F;
     for (const std::int32_t count : {1, 3, 7, 20, 100}) {
         voice_.baseFreq = 50.0F;
@@ -53,7 +53,7 @@ TEST_F(Normalisation, LeavesANegativeSumAlone) {
     EXPECT_EQ(normalised({1, -3}), (Floats{1, -3}));
 }
 
-TEST_F(Normalisation, LeavesASumThatIsNoNumberAlone) {
+TEST_F(Normalisation, LeavesASumThatIsNotANumberAlone) {
     const Floats result = normalised({0.5F, kNaN, 2.0F});
     EXPECT_EQ(result[0], 0.5F);
     EXPECT_TRUE(std::isnan(result[1]));
@@ -77,7 +77,7 @@ TEST_F(Normalisation, SumsInIndexOrderInSinglePrecision) {
     EXPECT_EQ(normalised({0x1p-24F, 0x1p-24F, 1.0F})[2], 1.0F / (1.0F + 0x1p-23F));
 }
 
-TEST_F(Normalisation, OfTargetsReachesOnlyToTheCount) {
+TEST_F(Normalisation, ReachesOverTheTargetsUpToTheCount) {
     voice_.targetAmp[0] = 2.0F;
     voice_.targetAmp[1] = 2.0F;
     voice_.targetAmp[2] = 2.0F;
@@ -87,7 +87,7 @@ TEST_F(Normalisation, OfTargetsReachesOnlyToTheCount) {
     EXPECT_EQ(voice_.targetAmp[2], 2.0F);
 }
 
-TEST_F(Normalisation, OfAmplitudesReachesOverTheActiveModesOnly) {
+TEST_F(Normalisation, ReachesOverTheAmplitudesOfTheActiveModesOnly) {
     for (std::int32_t i = 0; i < 3; ++i) {
         voice_.amp[i] = 2.0F;
         voice_.targetAmp[i] = 2.0F;

@@ -32,47 +32,47 @@ protected:
     }
 };
 
-TEST_F(Phase, InsideTheCycleStaysAsItIs) {
+TEST_F(Phase, StaysAsItIsInsideTheCycle) {
     for (const float phase : {0.0F, 1e-30F, 1.0F, 3.1415927F, 6.0F}) {
         EXPECT_EQ(bitsOf(wrapped(phase)), bitsOf(phase));
     }
 }
 
-TEST_F(Phase, OfTheLargestFloatBelowOneCycleIsKept) {
+TEST_F(Phase, KeepsTheLargestFloatBelowOneCycle) {
     EXPECT_EQ(wrapped(kBelowTurn), kBelowTurn);
 }
 
-TEST_F(Phase, OfTheFloatNearestOneCycleIsAboveItAndWraps) {
+TEST_F(Phase, WrapsAtTheFloatNearestOneCycleWhichIsAboveIt) {
     // 6.2831854820251465 - 6.283185307179586, rounded to float.
     EXPECT_EQ(wrapped(kTurnAsFloat), 0x1.777a5cp-23F);
 }
 
-TEST_F(Phase, AboveOneCycleLosesOneInDouble) {
+TEST_F(Phase, LosesACycleAboveOneInDouble) {
     EXPECT_EQ(wrapped(0x1.921fb8p+2F), 0x1.5dde98p-21F);
     EXPECT_EQ(wrapped(7.0F), static_cast<float>(7.0 - kTurn));
     EXPECT_EQ(wrapped(12.0F), static_cast<float>(12.0 - kTurn));
     EXPECT_EQ(wrapped(0x1.921fb4p+3F), 0x1.921fb2p+2F); // just below two cycles
 }
 
-TEST_F(Phase, BelowZeroGainsACycleInDouble) {
+TEST_F(Phase, GainsACycleBelowZeroInDouble) {
     EXPECT_EQ(wrapped(-1.0F), static_cast<float>(kTurn - 1.0));
     EXPECT_EQ(wrapped(-6.0F), static_cast<float>(kTurn - 6.0));
     EXPECT_EQ(wrapped(-kBelowTurn), 0x1.4442d2p-22F); // just above minus one cycle
 }
 
-TEST_F(Phase, BarelyBelowZeroRoundsUpToAWholeCycle) {
+TEST_F(Phase, RoundsUpToAWholeCycleFromBarelyBelowZero) {
     // 2 pi - 10^-30 is 2 pi, and the float nearest that wraps at the next sample.
     EXPECT_EQ(wrapped(-1e-30F), kTurnAsFloat);
     EXPECT_EQ(wrapped(voice_.phase[0]), 0x1.777a5cp-23F);
 }
 
-TEST_F(Phase, FromTwoCyclesOnWrapsByTheFloatNearestOneCycle) {
+TEST_F(Phase, WrapsByTheFloatNearestOneCycleFromTwoCyclesOn) {
     EXPECT_EQ(bitsOf(wrapped(kTwoTurnsAsFloat)), bitsOf(0.0F));
     EXPECT_EQ(wrapped(0x1.921fb8p+3F), 0x1p-20F);
     EXPECT_EQ(wrapped(8.0F * kTurnAsFloat), 0.0F);
 }
 
-TEST_F(Phase, FromMinusOneCycleDownWrapsByTheSameAndStaysNegative) {
+TEST_F(Phase, WrapsByTheSameAndStaysNegativeFromMinusOneCycleDown) {
     EXPECT_EQ(bitsOf(wrapped(-kTurnAsFloat)), bitsOf(-0.0F));
     EXPECT_EQ(wrapped(-0x1.921fb8p+2F), -0x1p-21F);
     const float left = wrapped(-10.0F);
@@ -91,7 +91,7 @@ double remainderBySubtraction(double phase) {
     return std::copysign(rest, phase);
 }
 
-TEST_F(Phase, FarOutsideTheCycleIsTheRemainderWithItsSign) {
+TEST_F(Phase, IsTheRemainderWithItsSignFarOutsideTheCycle) {
     std::mt19937 random(1);
     std::uniform_real_distribution<float> magnitude(12.6F, 4000.0F);
     for (int n = 0; n < 500; ++n) {
@@ -100,14 +100,14 @@ TEST_F(Phase, FarOutsideTheCycleIsTheRemainderWithItsSign) {
     }
 }
 
-TEST_F(Phase, ThatIsNoNumberStaysSoAndSilent) {
+TEST_F(Phase, StaysNotANumberAndSilent) {
     EXPECT_TRUE(std::isnan(wrapped(kNaN)));
     EXPECT_TRUE(std::isnan(wrapped(kInfinity)));
     EXPECT_TRUE(std::isnan(wrapped(-kInfinity)));
     printedBy([this] { EXPECT_EQ(voice_.tick(), 0.0F); });
 }
 
-TEST_F(Phase, OfALostModeComesBackWithTheNextNote) {
+TEST_F(Phase, ComesBackToALostModeWithTheNextNote) {
     settings_.initialModes = 2;
     voice_.start(100.0F);
     voice_.phase[1] = kNaN;

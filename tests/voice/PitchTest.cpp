@@ -56,12 +56,12 @@ double frequencyOf(const std::vector<float>& sound) {
     return static_cast<double>(crossings.size() - 1) / span * kSampleRate;
 }
 
-TEST_F(Pitch, OfAIs440HertzByItsZeroCrossings) {
+TEST_F(Pitch, Is440HertzForA4ByItsZeroCrossings) {
     voice_.start(440.0F);
     EXPECT_NEAR(frequencyOf(second()), 440.0, kInTune);
 }
 
-TEST_F(Pitch, OfAIs440HertzByItsPhase) {
+TEST_F(Pitch, Is440HertzForA4ByItsPhase) {
     voice_.start(440.0F);
     EXPECT_NEAR(turnsInASecond(), 440.0, kInTune);
 }
@@ -80,7 +80,7 @@ TEST_F(Pitch, IsTheSameAtOtherSampleRates) {
     EXPECT_NEAR(turnsInASecond() / 0.459375, 440.0, kInTune);
 }
 
-TEST_F(Pitch, OfAHarmonicIsItsMultiple) {
+TEST_F(Pitch, IsTheMultipleForAHarmonic) {
     settings_.initialModes = 3;
     settings_.parity = 1.0F;
     voice_.start(440.0F);

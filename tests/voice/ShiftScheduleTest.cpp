@@ -45,7 +45,7 @@ protected:
 
 using Samples = std::vector<int>;
 
-TEST_F(ShiftSchedule, OfTwoBeatsAt120ShiftsFirstAtSample44122) {
+TEST_F(ShiftSchedule, ShiftsFirstAtSample44122WithTwoBeatsAt120) {
     EXPECT_EQ(shiftsIn(180000), (Samples{44122, 88273, 132424, 176574}));
 }
 
@@ -100,7 +100,7 @@ TEST_F(ShiftSchedule, FollowsTheShiftIntervalAtOnce) {
     EXPECT_EQ(shiftsIn(30000), Samples{44122});
 }
 
-TEST_F(ShiftSchedule, WithAPeriodOfZeroShiftsAtEverySample) {
+TEST_F(ShiftSchedule, ShiftsAtEverySampleOfAPeriodOfZero) {
     settings_.shiftBeats = 0.0;
     EXPECT_EQ(shiftsIn(100), everySampleOf(100));
     settings_.shiftBeats = 2.0;
@@ -109,12 +109,12 @@ TEST_F(ShiftSchedule, WithAPeriodOfZeroShiftsAtEverySample) {
     EXPECT_EQ(shiftsIn(100), everySampleOf(100));
 }
 
-TEST_F(ShiftSchedule, WithANegativePeriodShiftsAtEverySample) {
+TEST_F(ShiftSchedule, ShiftsAtEverySampleOfANegativePeriod) {
     settings_.tempo = -120.0;
     EXPECT_EQ(shiftsIn(100), everySampleOf(100));
 }
 
-TEST_F(ShiftSchedule, WithAPeriodThatIsNoNumberShiftsAtEverySample) {
+TEST_F(ShiftSchedule, ShiftsAtEverySampleOfAPeriodThatIsNotANumber) {
     settings_.tempo = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(shiftsIn(100), everySampleOf(100));
     settings_.tempo = 0.0;
@@ -123,12 +123,12 @@ TEST_F(ShiftSchedule, WithAPeriodThatIsNoNumberShiftsAtEverySample) {
     EXPECT_EQ(shiftsIn(100), everySampleOf(100));
 }
 
-TEST_F(ShiftSchedule, WithAnInfinitePeriodNeverShifts) {
+TEST_F(ShiftSchedule, NeverShiftsInAnInfinitePeriod) {
     settings_.tempo = 0.0;
     EXPECT_EQ(shiftsIn(100000), Samples{});
 }
 
-TEST_F(ShiftSchedule, WithAPeriodBelowOneSampleShiftsAtEverySample) {
+TEST_F(ShiftSchedule, ShiftsAtEverySampleOfAPeriodBelowOneSample) {
     settings_.shiftBeats = 1.0 / 32768.0; // 0.67 of a sample
     EXPECT_EQ(shiftsIn(1000), everySampleOf(1000));
 }

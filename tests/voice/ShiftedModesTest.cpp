@@ -173,7 +173,7 @@ TEST_F(ShiftedModes, LeaveOverThePlaceOfOneThatWasTrimmedAlready) {
 
 // Between the old count and the modes still sounding
 
-TEST_F(ShiftedModes, ThatWereLeavingTakeNewTargetsButKeepTheirSteps) {
+TEST_F(ShiftedModes, TakeNewTargetsButKeepTheirStepsWhenTheyWereLeaving) {
     start(6);
     settings_.exitPeel = 1.0F;
     shiftTo(2); // modes 2..5 leave
@@ -198,7 +198,7 @@ TEST_F(ShiftedModes, ThatWereLeavingTakeNewTargetsButKeepTheirSteps) {
     EXPECT_EQ(voice_.ampStep[4], ampStep);
 }
 
-TEST_F(ShiftedModes, ThatKeptTheirStepsGoThroughZeroAndOnUntilTheNextShift) {
+TEST_F(ShiftedModes, GoThroughZeroAndOnUntilTheNextShiftWithStepsTheyKept) {
     start(4);
     shiftTo(2);
     tick(32);
@@ -214,7 +214,7 @@ TEST_F(ShiftedModes, ThatKeptTheirStepsGoThroughZeroAndOnUntilTheNextShift) {
     EXPECT_EQ(voice_.amp[2], 0.25F);
 }
 
-TEST_F(ShiftedModes, StillLeavingGoOnThroughAShiftOfTheSameCount) {
+TEST_F(ShiftedModes, GoOnLeavingThroughAShiftOfTheSameCount) {
     start(4);
     shiftTo(2);
     tick(10);

@@ -105,7 +105,7 @@ TEST_F(VoiceOutput, IsTheSameForTheSameNoteAgain) {
     }
 }
 
-TEST_F(VoiceOutput, OfSettingsThatAreNoNumbersStaysInTheArrays) {
+TEST_F(VoiceOutput, StaysInTheArraysWithSettingsThatAreNotNumbers) {
     for (float VoiceSettings::*field :
          {&VoiceSettings::falloff, &VoiceSettings::parity, &VoiceSettings::jitterHz,
           &VoiceSettings::dropFactor, &VoiceSettings::chop, &VoiceSettings::detune,

@@ -109,7 +109,7 @@ TEST_F(VoiceStart, LimitsTheModesToAHundred) {
     EXPECT_EQ(voice_.freq[99], 1000.0F);
 }
 
-TEST_F(VoiceStart, TakesACountThatIsNoNumberForNone) {
+TEST_F(VoiceStart, TakesACountThatIsNotANumberForNone) {
     settings_.initialModes = kLowestInt; // what a NaN parameter reads as
     voice_.start(10.0F);
     EXPECT_EQ(voice_.activeCount, 0);

@@ -72,7 +72,7 @@ TEST_F(WaveTable, SawRisesInEqualStepsFromMinusOne) {
     expectEntries([](std::int32_t i) { return i / 512.0L - 1.0L; });
 }
 
-TEST_F(WaveTable, SawOfASizeThatIsNoPowerOfTwoIsRoundedOnceAtTheEnd) {
+TEST_F(WaveTable, SawOfASizeThatIsNotAPowerOfTwoIsRoundedOnceAtTheEnd) {
     build(2, 1000);
     expectEntries([](std::int32_t i) { return (i - 500) / 500.0L; });
 }
@@ -143,7 +143,7 @@ protected:
     SynthProgram program_ = makeDefaultProgram();
 };
 
-TEST_F(WaveParameter, MovedBackAndForthRebuildsEachTime) {
+TEST_F(WaveParameter, RebuildsTheTableEachTimeItMoves) {
     for (int round = 0; round < 3; ++round) {
         read(1.0F);
         EXPECT_EQ(settings_.table[256], -1.0F);
@@ -152,7 +152,7 @@ TEST_F(WaveParameter, MovedBackAndForthRebuildsEachTime) {
     }
 }
 
-TEST_F(WaveParameter, LeftAloneDoesNotRebuild) {
+TEST_F(WaveParameter, DoesNotRebuildWhileItIsLeftAlone) {
     read(3.0F);
     settings_.table[7] = 0.125F; // a mark that a rebuild would wipe out
     read(3.0F);
