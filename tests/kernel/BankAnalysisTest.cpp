@@ -21,7 +21,6 @@ TEST_P(BankAnalysis, SeesNothingMoveInABankOnItsTargets) {
     bank_.freqStep[7] = 3.0F; // left over: a mode on its target does not use it
     const BankTraits traits = analyse();
     EXPECT_TRUE(traits.inFastRange);
-    EXPECT_FALSE(traits.phaseTooFast);
     EXPECT_FALSE(traits.loudnessMoves);
     EXPECT_EQ(traits.motion, FrequencyMotion::kStill);
     EXPECT_EQ(traits.wrap, Wrap::kNear);
@@ -31,7 +30,7 @@ TEST_P(BankAnalysis, SeesAGlideInTheLastMode) {
     bank_.targetAmp[19] = 0.5F;
     bank_.ampStep[19] = 0.001F;
     bank_.targetFreq[19] = 100.0F;
-    bank_.freqStep[19] = 0.01F;
+    bank_.freqStep[19] = 2.0F;
     EXPECT_TRUE(analyse().loudnessMoves);
     EXPECT_EQ(analyse().motion, FrequencyMotion::kGlide);
 }
@@ -54,19 +53,53 @@ TEST_P(BankAnalysis, TakesAStepTooSmallToCountForNone) {
 TEST_P(BankAnalysis, TellsADropFromADropInMidGlide) {
     bank_.rest(0, 440.0F);
     bank_.drop(0.99F);
-    EXPECT_EQ(analyse().motion, FrequencyMotion::kDrop);
+    EXPECT_EQ(analyse().motion, FrequencyMotion::kUnderway);
     bank_.freqStep[0] = 1.0F; // the drop takes the mode off its target, and the step is alive
     EXPECT_EQ(analyse().motion, FrequencyMotion::kGlideAndDrop);
 }
 
-TEST_P(BankAnalysis, ExpectsEveryWrapWhereANegativePhaseOrFrequencyIsLeft) {
+TEST_P(BankAnalysis, ExpectsNoArrivalFromAGlideThatIsFarFromItsTarget) {
+    bank_.freq[5] = 100.0F;
+    bank_.targetFreq[5] = 200.0F;
+    bank_.freqStep[5] = 1.5F; // 64 samples: 96 Hz
+    EXPECT_EQ(analyse().motion, FrequencyMotion::kUnderway);
+    bank_.freqStep[5] = 1.6F; // 102.4 Hz
+    EXPECT_EQ(analyse().motion, FrequencyMotion::kGlide);
+}
+
+TEST_P(BankAnalysis, CountsWhatTheDropAddsToAGlide) {
+    bank_.freq[5] = 100.0F;
+    bank_.targetFreq[5] = 200.0F;
+    bank_.freqStep[5] = 0.1F;
+    bank_.drop(1.005F); // 37.6 Hz in 64 samples, and 8.8 Hz by the steps
+    EXPECT_EQ(analyse().motion, FrequencyMotion::kUnderway);
+    bank_.drop(1.011F); // 101.4 Hz
+    EXPECT_EQ(analyse().motion, FrequencyMotion::kGlideAndDrop);
+}
+
+TEST_P(BankAnalysis, ExpectsEveryWrapWhereANegativePhaseIsLeft) {
     bank_.rest(0, 440.0F);
     bank_.phase[0] = -1.0F;
     EXPECT_EQ(analyse().wrap, Wrap::kAny);
     bank_.phase[0] = 1.0F;
     EXPECT_EQ(analyse().wrap, Wrap::kNear);
+}
+
+TEST_P(BankAnalysis, ExpectsTurnsEitherWayFromANegativeFrequency) {
     bank_.rest(1, -440.0F);
+    EXPECT_EQ(analyse().wrap, Wrap::kEither);
+    bank_.rest(1, -49000.0F);
     EXPECT_EQ(analyse().wrap, Wrap::kAny);
+}
+
+TEST_P(BankAnalysis, ExpectsTheDropToRaiseFrequenciesInEitherDirection) {
+    for (const float direction : {1.0F, -1.0F}) {
+        bank_.rest(0, direction * 30000.0F);
+        bank_.drop(1.005F); // up to 41,300 Hz
+        EXPECT_EQ(analyse().wrap, direction > 0.0F ? Wrap::kNear : Wrap::kEither);
+        bank_.drop(1.01F); // up to 56,700 Hz
+        EXPECT_EQ(analyse().wrap, Wrap::kAny);
+    }
 }
 
 TEST_P(BankAnalysis, ExpectsWholeTurnsFromTheSampleRateUp) {
@@ -88,13 +121,11 @@ TEST_P(BankAnalysis, ExpectsAGlideToLeaveTheFirstTurn) {
     EXPECT_EQ(analyse().wrap, Wrap::kAny);
 }
 
-TEST_P(BankAnalysis, FindsAnythingOutsideTheInputRange) {
-    for (ModeArray* array : {&bank_.amp, &bank_.freq, &bank_.phase, &bank_.ampStep, &bank_.freqStep,
-                             &bank_.targetAmp, &bank_.targetFreq}) {
+TEST_P(BankAnalysis, FindsAmplitudesOutsideTheInputRange) {
+    for (ModeArray* array : {&bank_.amp, &bank_.ampStep, &bank_.targetAmp}) {
         for (const float odd : {std::numeric_limits<float>::quiet_NaN(),
                                 -std::numeric_limits<float>::infinity(), 1.0e10F}) {
             bank_.amp[11] = 0.5F; // off its target, so that steps count
-            bank_.freq[11] = 1.0F;
             (*array)[11] = odd;
             EXPECT_FALSE(analyse().inFastRange) << odd;
             (*array)[11] = 0.0F;
@@ -102,12 +133,34 @@ TEST_P(BankAnalysis, FindsAnythingOutsideTheInputRange) {
     }
 }
 
-TEST_P(BankAnalysis, FindsPhasesTooFastForVectors) {
+TEST_P(BankAnalysis, FindsFrequenciesAndPhasesThatOnlyTheExactWrapTakes) {
+    for (ModeArray* array : {&bank_.freq, &bank_.phase, &bank_.freqStep, &bank_.targetFreq}) {
+        for (const float odd : {std::numeric_limits<float>::quiet_NaN(),
+                                -std::numeric_limits<float>::infinity(), 1.0e10F}) {
+            bank_.rest(11, 1.0F);
+            bank_.targetFreq[11] = 2.0F; // steps count
+            bank_.freqStep[11] = 0.001F;
+            bank_.phase[11] = 0.0F;
+            (*array)[11] = odd;
+            EXPECT_EQ(analyse().wrap, Wrap::kExact) << odd;
+            EXPECT_TRUE(analyse().inFastRange);
+        }
+    }
+}
+
+TEST_P(BankAnalysis, TakesTheExactWrapFromThousandsOfTurnsASampleOn) {
     bank_.rest(0, 1.0e6F);
-    EXPECT_FALSE(analyse().phaseTooFast);
+    EXPECT_EQ(analyse().wrap, Wrap::kFar);
+    bank_.rest(0, -1.0e6F);
+    EXPECT_EQ(analyse().wrap, Wrap::kAny);
     bank_.rest(0, -2.0e8F);
-    EXPECT_TRUE(analyse().phaseTooFast);
-    EXPECT_TRUE(analyse().inFastRange);
+    EXPECT_EQ(analyse().wrap, Wrap::kExact);
+}
+
+TEST_P(BankAnalysis, TakesTheExactWrapWhereNoEntryIsInUse) {
+    bank_.rest(0, 440.0F);
+    bank_.constants.indexLimit = 0.0F;
+    EXPECT_EQ(analyse().wrap, Wrap::kExact);
 }
 
 ZELVATONE_FOR_EACH_KERNEL(BankAnalysis);

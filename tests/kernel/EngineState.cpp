@@ -1,5 +1,7 @@
 #include "tests/kernel/EngineState.h"
 
+#include "tests/kernel/SameBits.h"
+
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -33,13 +35,12 @@ public:
         if (!first.empty() || count == 0) {
             return;
         }
-        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the bits are what counts
-        if (std::memcmp(expected, actual, count * sizeof(Value)) == 0) {
-            return;
-        }
         std::size_t i = 0;
-        while (bitsOf(expected[i]) == bitsOf(actual[i])) {
+        while (i < count && sameBits(expected[i], actual[i])) {
             ++i;
+        }
+        if (i == count) {
+            return;
         }
         first = owner + name + '[' + std::to_string(i) + "] is " + bitsOf(actual[i]) +
                 " instead of " + bitsOf(expected[i]);
@@ -67,6 +68,8 @@ void compareVoices(Differences& differences, const ModeVoice& expected, const Mo
     differences.compare("activeCount", expected.activeCount, actual.activeCount);
     differences.compare("targetCount", expected.targetCount, actual.targetCount);
     differences.compare("time", expected.time, actual.time);
+    differences.compareAll("reportedModes", expected.reportedModes.words,
+                           actual.reportedModes.words);
 }
 
 void compareEnvelopes(Differences& differences, const ADSR& expected, const ADSR& actual) {

@@ -1,116 +1,276 @@
 // A kernel's segment against as many ticks of the reference renderer, for every motion and every
 // wrap.
 #include "tests/kernel/Kernels.h"
+#include "tests/kernel/PrintedLines.h"
 #include "tests/kernel/Random.h"
+#include "tests/kernel/SameBits.h"
 
 #include "engine/WaveTable.h"
+#include "engine/fast/DropFactors.h"
 #include "engine/fast/VoiceRun.h"
 #include "engine/fast/WaveCycle.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <numbers>
+#include <utility>
 
 using namespace zelvatone;
 
 namespace {
+
+struct Range {
+    float lowest, highest;
+};
+
+// Ordinary numbers, or some that are infinite, NaN or too large for any other wrap.
+enum class Values { kOrdinary, kLarge, kBroken };
 
 // What the modes of a segment are like.
 struct Theme {
     const char* name;
     FrequencyMotion motion;
     Wrap wrap; // of most banks
-    float lowestHz, highestHz;
-    float lowestPhase;
+    Range hz;
+    Range targetHz; // where they move
+    Range step;     // a sample, as a part of the way to the target
+    float lowestPhase = 0.0F;
+    float dropSpan = 0.0F; // the drop factor is up to this far from 1
+    Values values = Values::kOrdinary;
 };
 
+using Motion = FrequencyMotion;
+
+constexpr Range kSomeArrive = {-0.01F, 0.05F}; // within the segment
+constexpr Range kNoneArrives = {-0.005F, 0.005F};
+constexpr Range kNone = {0.0F, 0.0F};
+
 constexpr std::array kThemes = {
-    Theme{"still and near", FrequencyMotion::kStill, Wrap::kNear, 0.0F, 47000.0F, 0.0F},
-    Theme{"still and far", FrequencyMotion::kStill, Wrap::kFar, 40000.0F, 9.0e5F, 0.0F},
-    Theme{"still and very far", FrequencyMotion::kStill, Wrap::kFar, 1.0e6F, 9.0e7F, 0.0F},
-    Theme{"still and near two turns", FrequencyMotion::kStill, Wrap::kAny, 95990.0F, 96010.0F,
-          0.0F},
-    Theme{"still with negative phases", FrequencyMotion::kStill, Wrap::kAny, 0.0F, 47000.0F,
+    Theme{"still and near", Motion::kStill, Wrap::kNear, {0.0F, 47000.0F}, kNone, kNone},
+    Theme{"still and far", Motion::kStill, Wrap::kFar, {40000.0F, 9.0e5F}, kNone, kNone},
+    Theme{"still and very far", Motion::kStill, Wrap::kFar, {1.0e6F, 9.0e7F}, kNone, kNone},
+    Theme{"still, close to two turns",
+          Motion::kStill,
+          Wrap::kAny,
+          {95990.0F, 96010.0F},
+          kNone,
+          kNone},
+    Theme{"still with negative phases",
+          Motion::kStill,
+          Wrap::kAny,
+          {0.0F, 47000.0F},
+          kNone,
+          kNone,
           -6.28F},
-    Theme{"still both ways", FrequencyMotion::kStill, Wrap::kAny, -2.0e5F, 2.0e5F, 0.0F},
-    Theme{"gliding and near", FrequencyMotion::kGlide, Wrap::kNear, 5000.0F, 25000.0F, 0.0F},
-    Theme{"gliding both ways", FrequencyMotion::kGlide, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
-    Theme{"dropping and near", FrequencyMotion::kDrop, Wrap::kNear, 0.0F, 20000.0F, 0.0F},
-    Theme{"dropping both ways", FrequencyMotion::kDrop, Wrap::kAny, -1.0e5F, 1.0e5F, 0.0F},
-    Theme{"gliding and dropping", FrequencyMotion::kGlideAndDrop, Wrap::kAny, -1.0e4F, 1.0e5F,
-          0.0F},
+    Theme{"still, either way", Motion::kStill, Wrap::kEither, {-47000.0F, 47000.0F}, kNone, kNone},
+    Theme{"still, many turns either way",
+          Motion::kStill,
+          Wrap::kAny,
+          {-2.0e5F, 2.0e5F},
+          kNone,
+          kNone},
+    Theme{"underway and near",
+          Motion::kUnderway,
+          Wrap::kNear,
+          {5000.0F, 9000.0F},
+          {20000.0F, 25000.0F},
+          kNoneArrives},
+    Theme{"underway, either way",
+          Motion::kUnderway,
+          Wrap::kEither,
+          {-9000.0F, 9000.0F},
+          {20000.0F, 25000.0F},
+          kNoneArrives},
+    Theme{"underway, many turns",
+          Motion::kUnderway,
+          Wrap::kAny,
+          {-9.0e4F, 9.0e4F},
+          {2.0e5F, 2.5e5F},
+          kNoneArrives},
+    Theme{"underway, rising or falling",
+          Motion::kUnderway,
+          Wrap::kNear,
+          {5000.0F, 9000.0F},
+          {20000.0F, 25000.0F},
+          kNoneArrives,
+          0.0F,
+          0.003F},
+    Theme{"gliding and near",
+          Motion::kGlide,
+          Wrap::kNear,
+          {5000.0F, 25000.0F},
+          {5000.0F, 25000.0F},
+          kSomeArrive},
+    Theme{"gliding, either way",
+          Motion::kGlide,
+          Wrap::kEither,
+          {-9000.0F, 9000.0F},
+          {-9000.0F, 9000.0F},
+          kSomeArrive},
+    Theme{"gliding, many turns",
+          Motion::kGlide,
+          Wrap::kAny,
+          {-1.0e5F, 1.0e5F},
+          {-1.0e5F, 1.0e5F},
+          kSomeArrive},
+    Theme{"dropping and near",
+          Motion::kUnderway,
+          Wrap::kNear,
+          {0.0F, 20000.0F},
+          kNone,
+          kNone,
+          0.0F,
+          0.01F},
+    Theme{"dropping, many turns",
+          Motion::kUnderway,
+          Wrap::kAny,
+          {-1.0e5F, 1.0e5F},
+          kNone,
+          kNone,
+          0.0F,
+          0.01F},
+    Theme{"gliding and dropping",
+          Motion::kGlideAndDrop,
+          Wrap::kEither,
+          {-5000.0F, 9000.0F},
+          {-5000.0F, 9000.0F},
+          kSomeArrive,
+          0.0F,
+          0.003F},
+    Theme{"gliding and dropping, many turns",
+          Motion::kGlideAndDrop,
+          Wrap::kAny,
+          {-1.0e4F, 1.0e5F},
+          {-1.0e4F, 1.0e5F},
+          kSomeArrive,
+          0.0F,
+          0.01F},
+    Theme{"running away",
+          Motion::kUnderway,
+          Wrap::kExact,
+          {1.0e4F, 9.0e4F},
+          {1.0F, 2.0F},
+          kNoneArrives,
+          0.0F,
+          0.004F,
+          Values::kLarge},
+    Theme{"coming back from far away",
+          Motion::kGlideAndDrop,
+          Wrap::kExact,
+          {-9.0e4F, 9.0e4F},
+          {-9000.0F, 9000.0F},
+          kSomeArrive,
+          0.0F,
+          0.01F,
+          Values::kLarge},
+    Theme{"broken",
+          Motion::kGlideAndDrop,
+          Wrap::kExact,
+          {-9000.0F, 9.0e4F},
+          {-9000.0F, 9000.0F},
+          kSomeArrive,
+          0.0F,
+          0.01F,
+          Values::kBroken},
 };
 
 // Settings and everything derived from them, at 48 kHz and without shifts.
 struct World {
-    explicit World(float dropFactor) : cycle(&settings) {
+    World(float dropFactor, std::int32_t dropModulus) : cycle(&settings) {
         wavetable::build(settings, 1024);
         cycle.update();
         settings.secondsPerSample = 1.0 / 48000.0;
         settings.tempo = 120.0;
         settings.shiftBeats = 1.0e9;
         settings.dropFactor = dropFactor;
-        dropFactors.fill(dropFactor);
-        constants = {.radiansPerHz = static_cast<float>(2.0 * settings.secondsPerSample *
-                                                        std::numbers::pi * settings.bendRatio),
-                     .entriesPerRadian = cycle.entriesPerRadian(),
-                     .cycle = cycle.middle(),
-                     .dropFactors = dropFactors.data(),
-                     .drops = dropFactor != 1.0F,
-                     .dropsGliding = true,
-                     .dropGrowth = dropFactor != 1.0F ? 2.0F : 1.0F};
+        settings.dropModulus = dropModulus;
+        dropFactors.update(dropFactor, dropModulus);
+        constants.radiansPerHz = static_cast<float>(2.0 * settings.secondsPerSample *
+                                                    std::numbers::pi * settings.bendRatio);
+        constants.entriesPerRadian = cycle.entriesPerRadian();
+        constants.cycle = cycle.middle();
+        constants.indexLimit = cycle.indexLimit();
+        constants.silentEntry = cycle.silentEntry();
+        dropFactors.describe(constants);
     }
 
     VoiceSettings settings;
     WaveCycle cycle;
-    std::array<float, kPaddedModes> dropFactors{};
+    DropFactors dropFactors;
     BlockConstants constants{};
 };
 
-float between(Random& random, float low, float high) {
-    return low + random.fraction() * (high - low);
+float between(Random& random, Range range) {
+    return range.lowest + random.fraction() * (range.highest - range.lowest);
 }
 
-// Some modes arrive within the segment, some head away from their targets, some do not move.
-float someStep(Random& random, float value, float target) {
-    return random.oneIn(3) ? 0.0F : (target - value) * between(random, -0.01F, 0.05F);
+float someFrequency(Random& random, const Theme& theme) {
+    const float hz = between(random, theme.hz);
+    return theme.values == Values::kLarge ? std::ldexp(hz, random.below(105)) : hz;
+}
+
+float brokenValue(Random& random) {
+    return random.oneOf({std::numeric_limits<float>::infinity(),
+                         -std::numeric_limits<float>::infinity(),
+                         std::numeric_limits<float>::quiet_NaN(), 3.0e38F, -3.0e38F, 1.0e-42F});
+}
+
+// Any of the four values of a mode's frequency.
+void breakMode(ModeVoice& voice, std::int32_t i, Random& random) {
+    ModeArray& array = *random.oneOf(
+        {&voice.phase, &voice.phase, &voice.freq, &voice.freqStep, &voice.targetFreq});
+    array[i] = brokenValue(random);
 }
 
 void fill(ModeVoice& voice, const Theme& theme, Random& random) {
-    const bool glides =
-        theme.motion == FrequencyMotion::kGlide || theme.motion == FrequencyMotion::kGlideAndDrop;
     voice.activeCount = random.between(1, 100);
+    const bool allDead = theme.values == Values::kBroken && random.oneIn(2);
     for (std::int32_t i = 0; i < kMaxModeCount; ++i) {
-        voice.phase[i] = between(random, theme.lowestPhase, 6.28F);
+        voice.phase[i] = between(random, {theme.lowestPhase, 6.28F});
         voice.amp[i] = random.fraction();
-        voice.targetAmp[i] = random.oneIn(2) ? voice.amp[i] : between(random, 0.01F, 1.0F);
-        voice.ampStep[i] = someStep(random, voice.amp[i], voice.targetAmp[i]);
-        voice.freq[i] = between(random, theme.lowestHz, theme.highestHz);
-        voice.targetFreq[i] =
-            glides ? between(random, theme.lowestHz, theme.highestHz) : voice.freq[i];
-        voice.freqStep[i] = someStep(random, voice.freq[i], voice.targetFreq[i]);
+        voice.targetAmp[i] = random.oneIn(2) ? voice.amp[i] : between(random, {0.01F, 1.0F});
+        voice.ampStep[i] = (voice.targetAmp[i] - voice.amp[i]) * between(random, kSomeArrive);
+        voice.freq[i] = someFrequency(random, theme);
+        const bool moves = theme.targetHz.highest != 0.0F;
+        voice.targetFreq[i] = moves ? between(random, theme.targetHz) : voice.freq[i];
+        voice.freqStep[i] =
+            random.oneIn(3) ? 0.0F
+                            : (voice.targetFreq[i] - voice.freq[i]) * between(random, theme.step);
+        if (theme.values == Values::kBroken && random.oneIn(2)) {
+            breakMode(voice, i, random);
+        }
+        if (allDead) {
+            voice.phase[i] = std::numeric_limits<float>::quiet_NaN();
+        }
+        if (random.oneIn(2) || allDead) {
+            voice.reportedModes.set(i);
+        }
     }
 }
 
-bool sameBits(const ModeArray& a, const ModeArray& b) {
-    return std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+bool sameArrays(const ModeArray& a, const ModeArray& b) {
+    return std::equal(a.begin(), a.end(), b.begin(),
+                      [](float x, float y) { return sameBits(x, y); });
 }
 
 void expectSameBanks(const ModeVoice& expected, const ModeVoice& actual) {
-    EXPECT_TRUE(sameBits(expected.amp, actual.amp));
-    EXPECT_TRUE(sameBits(expected.ampStep, actual.ampStep));
-    EXPECT_TRUE(sameBits(expected.freq, actual.freq));
-    EXPECT_TRUE(sameBits(expected.freqStep, actual.freqStep));
-    EXPECT_TRUE(sameBits(expected.phase, actual.phase));
+    EXPECT_TRUE(sameArrays(expected.amp, actual.amp));
+    EXPECT_TRUE(sameArrays(expected.ampStep, actual.ampStep));
+    EXPECT_TRUE(sameArrays(expected.freq, actual.freq));
+    EXPECT_TRUE(sameArrays(expected.freqStep, actual.freqStep));
+    EXPECT_TRUE(sameArrays(expected.phase, actual.phase));
+    EXPECT_EQ(expected.reportedModes.words, actual.reportedModes.words);
 }
 
 class Segments : public EachKernel {
 protected:
-    // Answers whether the traits was the theme's.
+    // Returns whether the traits were the theme's.
     bool check(const Theme& theme) {
-        const bool drops = theme.motion == FrequencyMotion::kDrop ||
-                           theme.motion == FrequencyMotion::kGlideAndDrop;
-        const World world(drops ? between(random_, 0.99F, 1.01F) : 1.0F);
+        const float drop = between(random_, {-theme.dropSpan, theme.dropSpan});
+        const World world(1.0F + drop, random_.between(1, 3));
         ModeVoice voice(&world.settings);
         fill(voice, theme, random_);
         const BankTraits traits = expectTicks(world, voice, random_.between(1, kRunSamples));
@@ -118,29 +278,46 @@ protected:
     }
 
     // Renders `samples` samples of a voice like `actual` by ticks and of `actual` by the kernel;
-    // answers the traits that the kernel had.
+    // returns the traits that the kernel found.
     BankTraits expectTicks(const World& world, ModeVoice actual, std::int32_t samples) {
         ModeVoice expected = actual;
         std::array<float, kRunSamples> expectedSamples{};
         for (std::int32_t k = 0; k < samples; ++k) {
             expectedSamples[k] = expected.tick();
         }
+        const std::string expectedLines = printed_.take();
 
         alignas(64) std::array<float, kVoiceBuffer> actualSamples{};
-        const ModeBank bank = bankOf(actual);
-        const BankTraits traits = kernel().analyse(bank, world.constants, samples);
-        const Segment segment{bank, actual.gain, actualSamples.data()};
+        const Segment segment = segmentOf({actual, 0, actualSamples.data()}, 0);
+        const BankTraits traits = kernel().analyse(segment.modes, world.constants, samples);
         kernel().render(&segment, 1, samples, traits, world.constants, scratch_);
 
         EXPECT_EQ(std::memcmp(expectedSamples.data(), actualSamples.data(),
                               sizeof(float) * static_cast<std::size_t>(samples)),
                   0);
         expectSameBanks(expected, actual);
+        EXPECT_EQ(takeFailures(world), expectedLines);
         return traits;
+    }
+
+    // The lines for what the kernel has collected.
+    std::string takeFailures(const World& world) {
+        FailedLookups& failures = scratch_.failures;
+        std::sort(failures.list, failures.list + failures.count,
+                  [](const FailedLookup& a, const FailedLookup& b) {
+                      return std::pair(a.sample, a.mode) < std::pair(b.sample, b.mode);
+                  });
+        for (std::int32_t i = 0; i < failures.count; ++i) {
+            wavetable::printFailedLookup(wavetable::Readout(world.settings),
+                                         failures.list[i].phase);
+        }
+        failures.count = 0;
+        return printed_.take();
     }
 
     Random random_{1};
     KernelScratch scratch_;
+    PrintedLines printed_;
 };
 
 TEST_P(Segments, AreAsManyTicksOfTheReferenceRenderer) {
@@ -157,7 +334,7 @@ TEST_P(Segments, AreAsManyTicksOfTheReferenceRenderer) {
 
 // A glide adds -0 to a value that has arrived: +0 would turn -0 into +0.
 TEST_P(Segments, KeepTheSignOfAZeroOnItsTarget) {
-    const World world(1.0F);
+    const World world(1.0F, 1);
     ModeVoice voice(&world.settings);
     voice.activeCount = 20;
     for (std::int32_t i = 0; i < 20; ++i) {
@@ -169,10 +346,12 @@ TEST_P(Segments, KeepTheSignOfAZeroOnItsTarget) {
     voice.ampStep[19] = 0.001F;
     voice.freq[19] = 100.0F;
     voice.targetFreq[19] = 200.0F;
-    voice.freqStep[19] = 0.1F;
-    const BankTraits traits = expectTicks(world, voice, kRunSamples);
-    EXPECT_EQ(traits.motion, FrequencyMotion::kGlide);
-    EXPECT_TRUE(traits.loudnessMoves);
+    for (const float step : {0.1F, 2.0F}) {
+        voice.freqStep[19] = step;
+        const BankTraits traits = expectTicks(world, voice, kRunSamples);
+        EXPECT_EQ(traits.motion, step < 1.0F ? Motion::kUnderway : Motion::kGlide);
+        EXPECT_TRUE(traits.loudnessMoves);
+    }
 }
 
 ZELVATONE_FOR_EACH_KERNEL(Segments);

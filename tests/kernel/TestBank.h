@@ -2,6 +2,8 @@
 #pragma once
 
 #include "engine/ModeArray.h"
+#include "engine/ModeFlags.h"
+#include "engine/fast/DropFactors.h"
 #include "engine/fast/ModeKernel.h"
 
 #include <array>
@@ -10,12 +12,12 @@
 // `count` silent modes at 0 Hz, at rest; a table of one entry; 48 kHz.
 struct TestBank {
     explicit TestBank(std::int32_t count) : count(count) {
-        dropFactors_.fill(1.0F);
         constants.radiansPerHz = 1.3089969e-4F; // 2 pi / 48000
         constants.entriesPerRadian = 0.0F;
-        constants.cycle = &entry_;
-        constants.dropFactors = dropFactors_.data();
-        constants.dropGrowth = 1.0F;
+        constants.cycle = entries_.data();
+        constants.indexLimit = 1.0F;
+        constants.silentEntry = 1;
+        drop(1.0F);
     }
     TestBank(const TestBank&) = delete;
     TestBank& operator=(const TestBank&) = delete;
@@ -24,10 +26,8 @@ struct TestBank {
     void rest(std::int32_t i, float hz) { freq[i] = targetFreq[i] = hz; }
     // Lets all modes drop.
     void drop(float factor) {
-        dropFactors_.fill(factor);
-        constants.drops = true;
-        constants.dropsGliding = true;
-        constants.dropGrowth = 2.0F;
+        dropFactors_.update(factor, 1);
+        dropFactors_.describe(constants);
     }
     zelvatone::ModeBank view() {
         return {.amp = amp.data(),
@@ -37,6 +37,7 @@ struct TestBank {
                 .freqStep = freqStep.data(),
                 .targetAmp = targetAmp.data(),
                 .targetFreq = targetFreq.data(),
+                .reportedModes = reported_.words.data(),
                 .count = count};
     }
 
@@ -48,6 +49,7 @@ struct TestBank {
 private:
     static zelvatone::ModeArray zeroes() { return zelvatone::ModeArray(100); }
 
-    float entry_ = 1.0F;
-    std::array<float, zelvatone::kPaddedModes> dropFactors_{};
+    std::array<float, 2> entries_ = {1.0F, 0.0F};
+    zelvatone::DropFactors dropFactors_;
+    zelvatone::ModeFlags reported_;
 };

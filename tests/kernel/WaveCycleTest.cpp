@@ -50,8 +50,28 @@ TEST_F(WaveCycles, FollowTheWaveAndItsCrushing) {
     expectEveryPhaseToFindItsEntry(1.0F);
 }
 
-TEST_F(WaveCycles, CannotBeReadWithoutAnEntry) {
-    for (const float chop : {0.0F, 0.0009F, -1.0F, std::nanf("")}) {
+TEST_F(WaveCycles, TellWhichIndicesAreInUse) {
+    settings_.chop = 0.5F;
+    cycle_.update();
+    ASSERT_TRUE(cycle_.isReadable());
+    EXPECT_EQ(cycle_.indexLimit(), 513.0F); // the first entry stands once more at 512
+    settings_.chop = 0.0009F;
+    cycle_.update();
+    ASSERT_TRUE(cycle_.isReadable());
+    EXPECT_EQ(cycle_.indexLimit(), 0.0F);
+}
+
+TEST_F(WaveCycles, KeepASilentEntryForLookupsThatFail) {
+    for (const float chop : {1.0F, 0.1F, 0.0F}) {
+        settings_.chop = chop;
+        cycle_.update();
+        ASSERT_TRUE(cycle_.isReadable());
+        EXPECT_EQ(cycle_.middle()[cycle_.silentEntry()], 0.0F);
+    }
+}
+
+TEST_F(WaveCycles, RefuseWhatChopCannotSet) {
+    for (const float chop : {1.001F, -1.0F, std::nanf("")}) {
         settings_.chop = chop;
         cycle_.update();
         EXPECT_FALSE(cycle_.isReadable()) << chop;

@@ -1,11 +1,13 @@
 #include "engine/fast/FastRenderer.h"
 
+#include "engine/WaveTable.h"
 #include "engine/fast/EnvelopeRun.h"
 #include "engine/fast/InputRange.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 namespace zelvatone {
 
@@ -13,6 +15,7 @@ namespace {
 
 // The arrays of a bank are as long as the kernels take them to be.
 static_assert(kWidestLanes * sizeof(float) == PaddedAllocator<float>::kStep);
+static_assert(FastRenderer::kSlots <= kBatchSegments);
 
 bool isSame(const BankTraits& a, const BankTraits& b) {
     return a.loudnessMoves == b.loudnessMoves && a.motion == b.motion && a.wrap == b.wrap;
@@ -61,6 +64,7 @@ bool FastRenderer::render(float* out, std::int32_t samples) {
     }
     runEnvelopes(samples);
     renderVoices(samples);
+    printFailedLookups();
     mixVoices(out, samples);
     return true;
 }
@@ -94,22 +98,10 @@ void FastRenderer::updateDerivedSettings() {
 void FastRenderer::updateConstants() {
     constants_.entriesPerRadian = cycle_.entriesPerRadian();
     constants_.cycle = cycle_.middle();
-    const bool isFirst = constants_.dropFactors == nullptr;
-    if (isFirst || dropFactor_ != settings_.dropFactor || dropModulus_ != settings_.dropModulus) {
-        updateDropFactors();
-    }
-}
-
-void FastRenderer::updateDropFactors() {
-    dropFactor_ = settings_.dropFactor;
-    dropModulus_ = settings_.dropModulus;
-    for (std::int32_t mode = 0; mode < kPaddedModes; ++mode) {
-        dropFactors_[mode] = dropModulus_ < 2 || mode % dropModulus_ == 1 ? dropFactor_ : 1.0F;
-    }
-    constants_.dropFactors = dropFactors_.data();
-    constants_.drops = dropFactor_ != 1.0F;
-    constants_.dropsGliding = dropModulus_ < 2;
-    constants_.dropGrowth = std::pow(std::max(dropFactor_, 1.0F), float{kRunSamples});
+    constants_.indexLimit = cycle_.indexLimit();
+    constants_.silentEntry = cycle_.silentEntry();
+    dropFactors_.update(settings_.dropFactor, settings_.dropModulus);
+    dropFactors_.describe(constants_);
 }
 
 void FastRenderer::analyseVoices(std::int32_t samples) {
@@ -149,16 +141,20 @@ void FastRenderer::runEnvelopes(std::int32_t samples) {
     }
 }
 
+VoiceTask FastRenderer::taskOf(std::int32_t i) {
+    return {.voice = *activeVoices_[i].voice,
+            .slot = activeVoices_[i].slot,
+            .out = buffers_[i].samples};
+}
+
 // Voices in which nothing changes for the whole run wait for others like them, the rest is rendered
 // at once.
 void FastRenderer::renderVoices(std::int32_t samples) {
     for (std::int32_t i = 0; i < activeCount_; ++i) {
         ActiveVoice& active = activeVoices_[i];
-        active.isRendered =
-            active.changes || active.traits.phaseTooFast || active.samples < samples;
+        active.isRendered = active.changes || active.samples < samples;
         if (active.isRendered) {
-            renderVoice(*active.voice, active.samples, buffers_[i].samples,
-                        {kernel_, constants_, scratch_, targets_});
+            renderVoice(taskOf(i), active.samples, {kernel_, constants_, scratch_, targets_});
         }
     }
     for (std::int32_t i = 0; i < activeCount_; ++i) {
@@ -175,19 +171,32 @@ void FastRenderer::renderBatch(std::int32_t first, std::int32_t samples) {
     std::int32_t lanesLeft = kBatchLanes;
     for (std::int32_t i = first; i < activeCount_; ++i) {
         ActiveVoice& active = activeVoices_[i];
-        const ModeBank bank = bankOf(*active.voice);
-        const std::int32_t lanes = (bank.count + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
+        const std::int32_t lanes =
+            (active.voice->activeCount + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
         if (active.isRendered || !isSame(active.traits, activeVoices_[first].traits) ||
             lanes > lanesLeft) {
             continue;
         }
         lanesLeft -= lanes;
-        segments[count++] = {bank, active.voice->gain, buffers_[i].samples};
+        segments[count++] = segmentOf(taskOf(i), 0);
         advanceClock(*active.voice, samples);
         active.isRendered = true;
     }
     kernel_.render(segments.data(), count, samples, activeVoices_[first].traits, constants_,
                    scratch_);
+}
+
+// The voices were rendered one after the other; their lines come sample by sample.
+void FastRenderer::printFailedLookups() {
+    FailedLookups& failures = scratch_.failures;
+    const auto place = [](const FailedLookup& f) { return std::tie(f.sample, f.slot, f.mode); };
+    std::sort(failures.list, failures.list + failures.count,
+              [&](const auto& a, const auto& b) { return place(a) < place(b); });
+    const wavetable::Readout readout(settings_);
+    for (std::int32_t i = 0; i < failures.count; ++i) {
+        wavetable::printFailedLookup(readout, failures.list[i].phase);
+    }
+    failures.count = 0;
 }
 
 void FastRenderer::mixVoices(float* out, std::int32_t samples) {

@@ -4,6 +4,7 @@
 
 #include "engine/VoiceSettings.h"
 #include "engine/VoiceSlots.h"
+#include "engine/fast/DropFactors.h"
 #include "engine/fast/ModeKernel.h"
 #include "engine/fast/ModeTargets.h"
 #include "engine/fast/VoiceRun.h"
@@ -31,8 +32,7 @@ public:
     void beginBlock(double dt);
     // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Returns
     // false, with nothing done, if some value among settings and voices is outside the input
-    // range: the reference renderer, which prints a line for every look-up that fails, must
-    // render them.
+    // range: the reference renderer must render them.
     bool render(float* out, std::int32_t samples);
 
 private:
@@ -54,7 +54,6 @@ private:
 
     void updateDerivedSettings();
     void updateConstants();
-    void updateDropFactors();
     void collectActiveVoices();
     void analyseVoices(std::int32_t samples);
     void analyse(ActiveVoice& active, std::int32_t samples) const;
@@ -62,6 +61,8 @@ private:
     void runEnvelopes(std::int32_t samples);
     void renderVoices(std::int32_t samples);
     void renderBatch(std::int32_t first, std::int32_t samples);
+    VoiceTask taskOf(std::int32_t i);
+    void printFailedLookups();
     void mixVoices(float* out, std::int32_t samples);
 
     KernelScratch scratch_;
@@ -77,9 +78,7 @@ private:
     bool settingsAreDerived_ = false;
     bool settingsAreInRange_ = false;
     BlockConstants constants_{};
-    std::array<float, kPaddedModes> dropFactors_{}; // of these two settings:
-    float dropFactor_ = 1.0F;
-    std::int32_t dropModulus_ = 1;
+    DropFactors dropFactors_;
     // The run that is being rendered.
     std::int32_t activeCount_ = 0;
     std::array<ActiveVoice, kSlots> activeVoices_{};

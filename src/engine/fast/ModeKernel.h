@@ -36,6 +36,7 @@ struct ModeBank {
     float* freqStep;
     float* targetAmp;
     float* targetFreq;
+    std::uint32_t* reportedModes; // bits: whose failed look-up has been reported in this note
     std::int32_t count;
 };
 
@@ -44,31 +45,35 @@ struct BlockConstants {
     float radiansPerHz;       // phase advance of 1 Hz in one sample
     float entriesPerRadian;   // table entries
     const float* cycle;       // the wave table's entry 0, with entries on both sides of it
+    float indexLimit;         // below it, either way, are the entries in use; 0: there are none
+    std::int32_t silentEntry; // where `cycle` holds a 0 for look-ups that fail
     const float* dropFactors; // by mode: its frequency's factor a sample, 1 for those left alone
     bool drops;               // whether any factor is not 1
     bool dropsGliding;        // whether modes drop while they glide
     float dropGrowth;         // the most that kRunSamples samples of drop can raise a frequency
+    float dropChange;         // the most that they can add or take away, as a part of it
 };
 
 // How the frequencies of a bank move.
 enum class FrequencyMotion : std::int32_t {
     kStill,       // not at all
-    kGlide,       // towards their targets, or away from them
-    kDrop,        // by the drop factors alone
+    kUnderway,    // by steps and drop factors, and none can reach its target
+    kGlide,       // by steps alone
     kGlideAndDrop // by both, or not known beforehand
 };
 
 // Which of the wrapping rules its phases can meet.
 enum class Wrap : std::int32_t {
-    kNear, // turning forwards by less than one turn a sample
-    kFar,  // turning forwards by constant amounts
-    kAny   // turning both ways by any amount
+    kNear,   // turning forwards by less than one turn a sample
+    kFar,    // turning forwards by constant amounts
+    kEither, // turning either way by less than one turn a sample, from phases that are not negative
+    kAny,    // turning either way by some thousand turns at most
+    kExact   // anything, infinities and NaN included: look-ups may fail
 };
 
 // What a bank does in its next samples.
 struct BankTraits {
-    bool inFastRange;  // all values are in the input range: no look-up can fail
-    bool phaseTooFast; // phases may turn too fast for vectors to wrap them
+    bool inFastRange; // all values are in the input range
     bool loudnessMoves;
     FrequencyMotion motion;
     Wrap wrap;
@@ -78,7 +83,23 @@ struct BankTraits {
 struct Segment {
     ModeBank modes;
     float gain;
-    float* out; // receives the voice's samples, rounded up to whole quads
+    float* out;          // receives the voice's samples, rounded up to whole quads
+    std::int32_t slot;   // of the voice
+    std::int32_t sample; // of the run, at which the segment begins
+};
+// The most segments of a batch: every slot's.
+constexpr std::int32_t kBatchSegments = 32;
+
+// The look-ups that failed in a run and have not been reported yet, in any order.
+struct FailedLookup {
+    std::int32_t sample, slot, mode;
+    float phase;
+};
+struct FailedLookups {
+    // Every mode of every slot once. Those that find no room are reported in the next run.
+    static constexpr std::int32_t kCapacity = kBatchSegments * kMaxModeCount;
+    std::int32_t count = 0;
+    FailedLookup list[kCapacity];
 };
 
 // What stage 1 leaves for stage 2, one vector of modes after the other. Stage 1 works on groups of
@@ -89,6 +110,8 @@ struct alignas(64) KernelScratch {
     std::int32_t index[kLanes * kChunkSamples] = {};
     float amp[kLanes * kChunkSamples] = {};
     float idle[kWidestLanes] = {}; // every array of an idle vector
+    std::uint32_t idleFlags[1] = {};
+    FailedLookups failures;
 };
 
 struct ModeKernel {
@@ -98,15 +121,15 @@ struct ModeKernel {
     // Analyses the next `samples` samples (1..kRunSamples), during which no target changes.
     BankTraits (*analyse)(const ModeBank& bank, const BlockConstants& constants,
                           std::int32_t samples);
-    // Renders `samples` of each of `count` segments, all with the same traits, in the fast range
-    // and not phaseTooFast, and moves their banks on. Together their banks fill kBatchLanes at
-    // most.
+    // Renders `samples` of each of `count` segments, all with the same traits and in the fast
+    // range, and moves their banks on. Together their banks fill kBatchLanes at most.
     void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,
                    const BankTraits& traits, const BlockConstants& constants,
                    KernelScratch& scratch);
 
     // The steps of a single sample, for those at which modes come and go in between.
-    float (*sum)(const ModeBank& bank, const BlockConstants& constants, KernelScratch& scratch);
+    // The first returns the sum of the modes.
+    float (*sum)(const Segment& segment, const BlockConstants& constants, KernelScratch& scratch);
     void (*glide)(const ModeBank& bank);
     void (*advance)(const ModeBank& bank, const BlockConstants& constants);
 

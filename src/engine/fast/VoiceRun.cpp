@@ -56,8 +56,10 @@ std::int32_t samplesBeforeTrim(const ModeVoice& voice, std::int32_t samples) {
 }
 
 // A sample at which modes may change: ModeVoice::tick with vectors for its loops.
-float tickVoice(ModeVoice& voice, const RunTools& tools) {
-    const float out = voice.gain * tools.kernel.sum(bankOf(voice), tools.constants, tools.scratch);
+void tickVoice(const VoiceTask& task, std::int32_t sample, const RunTools& tools) {
+    ModeVoice& voice = task.voice;
+    task.out[sample] =
+        voice.gain * tools.kernel.sum(segmentOf(task, sample), tools.constants, tools.scratch);
     tools.kernel.glide(bankOf(voice));
     voice.trim();
     if (voice.shiftIsDue(voice.time)) {
@@ -67,19 +69,15 @@ float tickVoice(ModeVoice& voice, const RunTools& tools) {
     }
     tools.kernel.advance(bankOf(voice), tools.constants);
     advanceClock(voice, 1);
-    return out;
 }
 
-// Samples without a change.
-void renderSegment(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools) {
-    const Segment segment{.modes = bankOf(voice), .gain = voice.gain, .out = out};
+// `samples` samples without a change, from `first` on.
+void renderSegment(const VoiceTask& task, std::int32_t first, std::int32_t samples,
+                   const RunTools& tools) {
+    const Segment segment = segmentOf(task, first);
     const BankTraits traits = tools.kernel.analyse(segment.modes, tools.constants, samples);
-    if (traits.phaseTooFast) {
-        std::generate_n(out, samples, [&voice] { return voice.tick(); });
-        return;
-    }
     tools.kernel.render(&segment, 1, samples, traits, tools.constants, tools.scratch);
-    advanceClock(voice, samples);
+    advanceClock(task.voice, samples);
 }
 
 } // namespace
@@ -92,7 +90,16 @@ ModeBank bankOf(ModeVoice& voice) {
             .freqStep = voice.freqStep.data(),
             .targetAmp = voice.targetAmp.data(),
             .targetFreq = voice.targetFreq.data(),
+            .reportedModes = voice.reportedModes.words.data(),
             .count = voice.activeCount};
+}
+
+Segment segmentOf(const VoiceTask& task, std::int32_t sample) {
+    return {.modes = bankOf(task.voice),
+            .gain = task.voice.gain,
+            .out = task.out + sample,
+            .slot = task.slot,
+            .sample = sample};
 }
 
 std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples) {
@@ -104,15 +111,16 @@ void advanceClock(ModeVoice& voice, std::int32_t samples) {
     voice.time = clock.at(samples);
 }
 
-void renderVoice(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools) {
+void renderVoice(const VoiceTask& task, std::int32_t samples, const RunTools& tools) {
     std::int32_t done = 0;
     while (done < samples) {
-        const std::int32_t quiet = samplesBeforeChange(voice, samples - done);
+        const std::int32_t quiet = samplesBeforeChange(task.voice, samples - done);
         if (quiet > 0) {
-            renderSegment(voice, quiet, out + done, tools);
+            renderSegment(task, done, quiet, tools);
             done += quiet;
         } else {
-            out[done++] = tickVoice(voice, tools);
+            tickVoice(task, done, tools);
+            ++done;
         }
     }
 }

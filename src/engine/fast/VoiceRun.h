@@ -22,8 +22,18 @@ struct RunTools {
 constexpr std::int32_t kVoiceBuffer = kRunSamples + kWidestLanes;
 static_assert(kWidestLanes >= kQuad - 1);
 
+// Which voice is rendered, and where its run's samples go: `out` has room for kVoiceBuffer.
+struct VoiceTask {
+    ModeVoice& voice;
+    std::int32_t slot;
+    float* out;
+};
+
 // The kernel's view of `voice`.
 ModeBank bankOf(ModeVoice& voice);
+
+// What `task` has to render from sample `sample` of its run on.
+Segment segmentOf(const VoiceTask& task, std::int32_t sample);
 
 // How many of the next `samples` samples (1..kRunSamples) end before one at which modes may enter,
 // leave or get new targets: `samples` if there is none. The voice is in the fast range. Audio
@@ -33,8 +43,7 @@ std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples);
 // Moves the clock of `voice` on by `samples`, 1..kRunSamples.
 void advanceClock(ModeVoice& voice, std::int32_t samples);
 
-// Renders `samples` samples (1..kRunSamples) of a voice in the fast range to `out`,
-// which has room for kVoiceBuffer.
-void renderVoice(ModeVoice& voice, std::int32_t samples, float* out, const RunTools& tools);
+// Renders `samples` samples (1..kRunSamples) of a voice in the fast range.
+void renderVoice(const VoiceTask& task, std::int32_t samples, const RunTools& tools);
 
 } // namespace zelvatone

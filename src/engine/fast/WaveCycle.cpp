@@ -7,11 +7,11 @@
 namespace zelvatone {
 
 WaveCycle::WaveCycle(const VoiceSettings* settings)
-    : settings_(settings), entries_(static_cast<std::size_t>(2 * settings->tableSize + 1)) {}
+    : settings_(settings), entries_(static_cast<std::size_t>(2 * settings->tableSize + 2)) {}
 
 void WaveCycle::update() {
     const wavetable::Readout readout(*settings_);
-    isReadable_ = readout.length >= 1 && readout.length <= settings_->tableSize;
+    isReadable_ = readout.length >= 0 && readout.length <= settings_->tableSize;
     if (!isReadable_) {
         return;
     }

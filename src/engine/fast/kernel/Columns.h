@@ -1,12 +1,10 @@
 // Stage 1: where in the wave table each mode reads at each sample, and how loud it is.
-// Lanes are modes. A column is one vector of modes of one voice. Columns are worked on in groups,
+// Lanes are modes. Columns are worked on in groups,
 // because each depends on its own last sample and would leave the processor waiting alone.
 #pragma once
 
-#include "engine/fast/ModeKernel.h"
-#include "engine/fast/kernel/Gliding.h"
+#include "engine/fast/kernel/Phases.h"
 #include "engine/fast/kernel/Quads.h"
-#include "engine/fast/kernel/Wrapping.h"
 
 namespace zelvatone {
 namespace {
@@ -19,109 +17,6 @@ static_assert(kPaddedModes / kWidestLanes % kWideGroup == 0);
 static_assert(KernelScratch::kMostIdleVectors == kWideGroup - 1);
 // Elements of one column in each array of the scratch.
 constexpr std::int32_t kColumnSize = kChunkSamples * kLanes;
-
-// The seven arrays, from the column's first mode on.
-struct Column {
-    ModeBank modes;      // `count`: active lanes, from the first on
-    std::int32_t first;  // number of the first mode
-    std::int32_t* index; // both receive kLanes values a sample
-    float* amp;
-};
-
-// The values of a column, with lanes that are not active at zero.
-ZELVATONE_INLINE Floats loadActive(Ints active, const float* from) {
-    return keep(active, load(from));
-}
-
-ZELVATONE_INLINE void storeActive(Ints active, float* to, Floats v) {
-    store(to, select(active, v, load(to)));
-}
-
-// The phases of a column and what moves them.
-template<FrequencyMotion motion, Wrap wrap>
-struct PhaseLanes {
-    static constexpr bool kGlides = motion == FrequencyMotion::kGlide;
-    static constexpr bool kBoth = motion == FrequencyMotion::kGlideAndDrop;
-
-    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
-        active = lanesBelow(column.modes.count, 0);
-        phase = loadActive(active, column.modes.phase);
-        freq = loadActive(active, column.modes.freq);
-        factor = load(constants.dropFactors + column.first);
-        if constexpr (kGlides || kBoth) {
-            target = loadActive(active, column.modes.targetFreq);
-            step = loadActive(active, column.modes.freqStep);
-        }
-        if constexpr (kGlides) {
-            glide = planGlide(freq, target, step);
-        }
-        entriesPerRadian = constants.entriesPerRadian;
-        radiansPerHz = constants.radiansPerHz;
-        dropsGliding = -std::int32_t{constants.dropsGliding};
-        turning = freq * radiansPerHz;
-        if constexpr (wrap == Wrap::kFar) {
-            far = planFarWrap(turning);
-        }
-    }
-
-    // The table indices of this sample; moves on to the next one.
-    ZELVATONE_INLINE Ints next() {
-        const Ints index = truncate(entriesPerRadian * phase);
-        advance();
-        return index;
-    }
-
-    ZELVATONE_INLINE void advance() {
-        if constexpr (kGlides) {
-            freq = glideOn(freq, glide);
-        }
-        if constexpr (kBoth) {
-            glideOnce(freq, target, step);
-        }
-        if constexpr (motion != FrequencyMotion::kStill) {
-            turning = freq * radiansPerHz;
-        }
-        phase = wrapped(turning + phase);
-        if constexpr (motion == FrequencyMotion::kDrop) {
-            freq = freq * factor;
-        }
-        if constexpr (kBoth) {
-            const Ints drops = (step == 0.0F) | dropsGliding;
-            freq = select(drops, freq * factor, freq);
-        }
-    }
-
-    ZELVATONE_INLINE Floats wrapped(Floats turned) const {
-        if constexpr (wrap == Wrap::kNear) {
-            return wrapNear(turned);
-        } else if constexpr (wrap == Wrap::kFar) {
-            return wrapFar(turned, far);
-        } else {
-            return wrapAny(turned);
-        }
-    }
-
-    ZELVATONE_INLINE void write(const Column& column) const {
-        storeActive(active, column.modes.phase, phase);
-        if constexpr (motion != FrequencyMotion::kStill) {
-            storeActive(active, column.modes.freq, freq);
-        }
-        if constexpr (kGlides) {
-            storeActive(active, column.modes.freqStep, stepAfter(glide, freq, step));
-        }
-        if constexpr (kBoth) {
-            storeActive(active, column.modes.freqStep, step);
-        }
-    }
-
-    Ints active;
-    Floats phase, freq, turning; // radians, Hz, radians a sample
-    Floats target, step, factor;
-    Glide glide;
-    FarWrap far;
-    float entriesPerRadian, radiansPerHz;
-    std::int32_t dropsGliding; // all bits or none
-};
 
 // Stores what next() answers for the samples of one quad.
 template<class Vector, class Element, class Next>
@@ -160,17 +55,46 @@ ZELVATONE_INLINE void storeGroup(Lanes (&lanes)[kGroup], std::int32_t samples, P
     }
 }
 
+// The samples of a run that are prepared and summed together.
+struct Chunk {
+    std::int32_t first; // of the segment
+    std::int32_t samples;
+};
+
+// Goes over a chunk in which look-ups of `column` have failed once more, to see which and when. Its
+// bank still stands at the beginning of the chunk.
+template<FrequencyMotion motion>
+[[gnu::noinline]] void reportFailures(const Column& column, const Chunk& chunk,
+                                      const BlockConstants& constants, FailedLookups& failures) {
+    PhaseLanes<motion, Wrap::kExact> lanes;
+    lanes.read(column, constants);
+    for (std::int32_t k = 0; k < chunk.samples; ++k) {
+        const Floats phase = lanes.phase;
+        lanes.failed = Ints{};
+        lanes.next();
+        reportLanes(column, lanes.failed, chunk.first + k, phase, failures);
+    }
+}
+
 template<std::int32_t kGroup, FrequencyMotion motion, Wrap wrap>
-void turnGroup(const Column* columns, std::int32_t samples, const BlockConstants& constants) {
+void turnGroup(const Column* columns, const Chunk& chunk, const BlockConstants& constants,
+               FailedLookups& failures) {
     PhaseLanes<motion, wrap> lanes[kGroup];
     repeat<kGroup>([&](std::int32_t c)
                        ZELVATONE_INLINE_LAMBDA { lanes[c].read(columns[c], constants); });
-    for (std::int32_t k = 0; k < samples; ++k) {
+    for (std::int32_t k = 0; k < chunk.samples; ++k) {
         repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
             store(columns[c].index + k * kLanes, lanes[c].next());
         });
     }
-    repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA { lanes[c].write(columns[c]); });
+    repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
+        if constexpr (wrap == Wrap::kExact) {
+            if (anyLane(lanes[c].failed & unreportedLanes(columns[c])) != 0) {
+                reportFailures<motion>(columns[c], chunk, constants, failures);
+            }
+        }
+        lanes[c].write(columns[c]);
+    });
 }
 
 // The amplitudes of a column while they glide.
@@ -207,32 +131,37 @@ void glideGroup(const Column* columns, std::int32_t samples) {
     repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA { lanes[c].write(columns[c]); });
 }
 
-using TurnGroup = void (*)(const Column*, std::int32_t, const BlockConstants&);
+using TurnGroup = void (*)(const Column*, const Chunk&, const BlockConstants&, FailedLookups&);
 
 template<std::int32_t kGroup, Wrap wrap>
 TurnGroup turnGroupFor(FrequencyMotion motion) {
     switch (motion) {
     case FrequencyMotion::kStill:
         return turnGroup<kGroup, FrequencyMotion::kStill, wrap>;
+    case FrequencyMotion::kUnderway:
+        return turnGroup<kGroup, FrequencyMotion::kUnderway, wrap>;
     case FrequencyMotion::kGlide:
         return turnGroup<kGroup, FrequencyMotion::kGlide, wrap>;
     default:
-        return turnGroup<kGroup, FrequencyMotion::kDrop, wrap>;
+        return turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, wrap>;
     }
 }
 
 template<std::int32_t kGroup>
 TurnGroup turnGroupFor(const BankTraits& traits) {
-    if (traits.motion == FrequencyMotion::kGlideAndDrop) {
-        return turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, Wrap::kAny>;
-    }
     switch (traits.wrap) {
     case Wrap::kNear:
         return turnGroupFor<kGroup, Wrap::kNear>(traits.motion);
     case Wrap::kFar: // the turning is constant
         return turnGroup<kGroup, FrequencyMotion::kStill, Wrap::kFar>;
-    default:
+    case Wrap::kEither:
+        return turnGroupFor<kGroup, Wrap::kEither>(traits.motion);
+    case Wrap::kAny:
         return turnGroupFor<kGroup, Wrap::kAny>(traits.motion);
+    default: // the analysis gives two motions only
+        return traits.motion == FrequencyMotion::kGlideAndDrop
+                   ? turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, Wrap::kExact>
+                   : turnGroup<kGroup, FrequencyMotion::kUnderway, Wrap::kExact>;
     }
 }
 

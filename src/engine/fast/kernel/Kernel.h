@@ -3,98 +3,43 @@
 
 #include "engine/OutputScale.h"
 #include "engine/fast/kernel/BankAnalysis.h"
-#include "engine/fast/kernel/Columns.h"
+#include "engine/fast/kernel/Batch.h"
 #include "engine/fast/kernel/SingleSample.h"
 #include "engine/fast/kernel/Sums.h"
 
 namespace zelvatone {
 namespace {
 
-constexpr std::int32_t kMaxColumns = kBatchLanes / kLanes + KernelScratch::kMostIdleVectors;
-
-// The columns of all voices of a batch, one voice after the other, and idle ones behind them.
-struct Batch {
-    Column columns[kMaxColumns];
-    std::int32_t count = 0;
-};
-
-std::int32_t columnsOf(const ModeBank& bank) {
-    return (bank.count + kLanes - 1) / kLanes;
-}
-
-Column makeColumn(const ModeBank& bank, std::int32_t first) {
-    const std::int32_t left = bank.count - first;
-    return {.modes = {.amp = bank.amp + first,
-                      .freq = bank.freq + first,
-                      .phase = bank.phase + first,
-                      .ampStep = bank.ampStep + first,
-                      .freqStep = bank.freqStep + first,
-                      .targetAmp = bank.targetAmp + first,
-                      .targetFreq = bank.targetFreq + first,
-                      .count = left < kLanes ? left : kLanes},
-            .first = first,
-            .index = nullptr,
-            .amp = nullptr};
-}
-
-void append(Batch& batch, const Column& column, KernelScratch& scratch) {
-    Column& place = batch.columns[batch.count];
-    place = column;
-    place.index = scratch.index + batch.count * kColumnSize;
-    place.amp = scratch.amp + batch.count * kColumnSize;
-    ++batch.count;
-}
-
-void collect(Batch& batch, const Segment* segments, std::int32_t count, KernelScratch& scratch) {
-    for (std::int32_t s = 0; s < count; ++s) {
-        const ModeBank& bank = segments[s].modes;
-        for (std::int32_t first = 0; first < bank.count; first += kLanes) {
-            append(batch, makeColumn(bank, first), scratch);
-        }
-    }
-}
-
-// Makes whole groups of the columns: wide ones, and a narrow one for a small rest.
-void fillUp(Batch& batch, KernelScratch& scratch) {
-    const std::int32_t rest = batch.count % kWideGroup;
-    const std::int32_t group = rest > kNarrowGroup ? kWideGroup : kNarrowGroup;
-    float* idle = scratch.idle;
-    const ModeBank kEmptyBank = {idle, idle, idle, idle, idle, idle, idle, 0};
-    for (std::int32_t c = rest; c != 0 && c < group; ++c) {
-        append(batch, makeColumn(kEmptyBank, 0), scratch);
-    }
-}
-
 template<std::int32_t kGroup>
-void prepareGroup(const Column* columns, std::int32_t samples, const BankTraits& traits,
-                  const BlockConstants& constants) {
-    turnGroupFor<kGroup>(traits)(columns, samples, constants);
+void prepareGroup(const Column* columns, const Chunk& chunk, const BankTraits& traits,
+                  const BlockConstants& constants, FailedLookups& failures) {
+    turnGroupFor<kGroup>(traits)(columns, chunk, constants, failures);
     if (traits.loudnessMoves) {
-        glideGroup<kGroup>(columns, samples);
+        glideGroup<kGroup>(columns, chunk.samples);
     }
 }
 
-void prepare(const Batch& batch, std::int32_t samples, const BankTraits& traits,
-             const BlockConstants& constants) {
+void prepare(const Batch& batch, const Chunk& chunk, const BankTraits& traits,
+             const BlockConstants& constants, FailedLookups& failures) {
     std::int32_t c = 0;
     for (; batch.count - c >= kWideGroup; c += kWideGroup) {
-        prepareGroup<kWideGroup>(batch.columns + c, samples, traits, constants);
+        prepareGroup<kWideGroup>(batch.columns + c, chunk, traits, constants, failures);
     }
     if (c < batch.count) {
-        prepareGroup<kNarrowGroup>(batch.columns + c, samples, traits, constants);
+        prepareGroup<kNarrowGroup>(batch.columns + c, chunk, traits, constants, failures);
     }
 }
 
-void sum(const Batch& batch, const Segment* segments, std::int32_t count, std::int32_t from,
-         std::int32_t samples, const BankTraits& traits, const BlockConstants& constants) {
+void sum(const Batch& batch, const Segment* segments, std::int32_t count, const Chunk& chunk,
+         const BankTraits& traits, const BlockConstants& constants) {
     const auto sumOne = traits.loudnessMoves ? sumVoice<true> : sumVoice<false>;
     const Column* columns = batch.columns;
     for (std::int32_t s = 0; s < count; ++s) {
         const VoiceSum voice{.columns = columns,
-                             .columnCount = columnsOf(segments[s].modes),
+                             .columnCount = batch.ofSegment[s],
                              .gain = segments[s].gain,
-                             .out = segments[s].out + from};
-        sumOne(voice, samples, constants.cycle);
+                             .out = segments[s].out + chunk.first};
+        sumOne(voice, chunk.samples, constants.cycle);
         columns += voice.columnCount;
     }
 }
@@ -102,13 +47,15 @@ void sum(const Batch& batch, const Segment* segments, std::int32_t count, std::i
 void render(const Segment* segments, std::int32_t count, std::int32_t samples,
             const BankTraits& traits, const BlockConstants& constants, KernelScratch& scratch) {
     Batch batch;
-    collect(batch, segments, count, scratch);
+    for (std::int32_t s = 0; s < count; ++s) {
+        batch.ofSegment[s] = appendSegment(batch, segments[s], samples, traits, constants, scratch);
+    }
     fillUp(batch, scratch);
-    for (std::int32_t from = 0; from < samples; from += kChunkSamples) {
-        const std::int32_t left = samples - from;
-        const std::int32_t chunk = left < kChunkSamples ? left : kChunkSamples;
-        prepare(batch, chunk, traits, constants);
-        sum(batch, segments, count, from, chunk, traits, constants);
+    for (std::int32_t first = 0; first < samples; first += kChunkSamples) {
+        const std::int32_t left = samples - first;
+        const Chunk chunk{.first = first, .samples = left < kChunkSamples ? left : kChunkSamples};
+        prepare(batch, chunk, traits, constants, scratch.failures);
+        sum(batch, segments, count, chunk, traits, constants);
     }
 }
 

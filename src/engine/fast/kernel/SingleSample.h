@@ -6,11 +6,16 @@
 namespace zelvatone {
 namespace {
 
-float sumOnce(const ModeBank& bank, const BlockConstants& constants, KernelScratch& scratch) {
+float sumOnce(const Segment& segment, const BlockConstants& constants, KernelScratch& scratch) {
+    const ModeBank& bank = segment.modes;
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
-        const Ints active = lanesBelow(bank.count, i);
-        const Floats phase = loadActive(active, bank.phase + i);
-        store(scratch.index + i, truncate(constants.entriesPerRadian * phase));
+        const Column column = makeColumn(segment, i);
+        const Floats phase = loadActive(lanesBelow(bank.count, i), bank.phase + i);
+        const Entries entries = findEntries(phase, constants);
+        store(scratch.index + i, entries.index);
+        if (anyLane(~entries.found) != 0) {
+            reportLanes(column, ~entries.found, 0, phase, scratch.failures);
+        }
     }
     float sum = 0.0F;
     for (std::int32_t i = 0; i < bank.count; ++i) {
@@ -36,30 +41,18 @@ void glideOnce(const ModeBank& bank) {
     glideArray(bank.count, bank.freq, bank.targetFreq, bank.freqStep);
 }
 
-// Wraps phases of any size, those that vectors cannot wrap one by one.
-ZELVATONE_INLINE Floats wrapAnything(Floats phase) {
-    const Ints phaseTooFast = absolute(phase) > kWidestPhase;
-    if (anyLane(phaseTooFast) == 0) {
-        return wrapAny(phase);
-    }
-    float phases[kLanes];
-    store(phases, phase);
-    for (float& p : phases) {
-        p = static_cast<float>(__builtin_fmod(static_cast<double>(p), static_cast<double>(kTurn)));
-    }
-    return select(phaseTooFast, load(phases), wrapAny(phase));
-}
-
 void advanceOnce(const ModeBank& bank, const BlockConstants& constants) {
+    TurnReducer reducer;
+    reducer.reset();
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
         const Ints active = lanesBelow(bank.count, i);
         const Floats freq = loadActive(active, bank.freq + i);
         const Floats phase = loadActive(active, bank.phase + i);
-        storeActive(active, bank.phase + i, wrapAnything(freq * constants.radiansPerHz + phase));
+        const Floats turned = freq * constants.radiansPerHz + phase;
+        storeActive(active, bank.phase + i, wrapExact(turned, reducer));
 
-        const Ints still = load(bank.freqStep + i) == 0.0F;
-        const Ints drops = still | -std::int32_t{constants.dropsGliding};
         const Floats dropped = freq * load(constants.dropFactors + i);
+        const Ints drops = dropsNow(load(bank.freqStep + i), constants);
         storeActive(active, bank.freq + i, select(drops, dropped, freq));
     }
 }

@@ -6,14 +6,13 @@
 // an exact fmod by kTurn. Every float in each case was tried against it.
 #pragma once
 
-#include "engine/fast/kernel/Lanes.h"
+#include "engine/fast/kernel/Remainder.h"
 
 namespace zelvatone {
 namespace {
 
-// The nearest float to 2 pi, and how much it is too large. Subtracting both in turn is the same as
-// subtracting 2 pi in double precision: the first step is exact, the second rounds once.
-constexpr float kTurn = 6.2831854820251465F;
+// How much kTurn is larger than 2 pi. Subtracting both in turn is the same as subtracting 2 pi in
+// double precision: the first step is exact, the second rounds once.
 constexpr float kTurnExcess = static_cast<float>(6.2831854820251465 - 6.283185307179586);
 
 // kTurn in two parts with few bits: their products with a whole number of turns up to 4095, and
@@ -75,6 +74,19 @@ ZELVATONE_INLINE Floats wrapFar(Floats phase, const FarWrap& plan) {
     return smallerPositive(smallerPositive(low, mid), high);
 }
 
+// `phase`: -2 pi to 4 pi, without the ends.
+ZELVATONE_INLINE Floats wrapEither(Floats phase) {
+    const Floats raised = phase + kTurn;
+    const Floats lost = phase - (raised - kTurn);
+    const Floats forwards = raised + (lost - kTurnExcess);
+    return select(phase < 0.0F, forwards, wrapNear(phase));
+}
+
+// Which phases wrapEither takes.
+ZELVATONE_INLINE Ints isWithinATurn(Floats phase) {
+    return (phase > -kTurn) & (phase < 2.0F * kTurn);
+}
+
 // fmod(phase, kTurn), sign of `phase`, up to kWidestPhase either way.
 ZELVATONE_INLINE Floats remainder(Floats phase) {
     const Floats size = absolute(phase);
@@ -86,12 +98,12 @@ ZELVATONE_INLINE Floats remainder(Floats phase) {
 
 // `phase`: up to kWidestPhase either way.
 ZELVATONE_INLINE Floats wrapAny(Floats phase) {
-    const Floats raised = phase + kTurn;
-    const Floats lost = phase - (raised - kTurn);
-    const Floats forwards = raised + (lost - kTurnExcess);
-    const Floats oneTurn = select(phase < 0.0F, forwards, wrapNear(phase));
-    const Ints inReach = (phase > -kTurn) & (phase < 2.0F * kTurn);
-    return select(inReach, oneTurn, remainder(phase));
+    return select(isWithinATurn(phase), wrapEither(phase), remainder(phase));
+}
+
+// `phase`: any float.
+ZELVATONE_INLINE Floats wrapExact(Floats phase, TurnReducer& reducer) {
+    return select(isWithinATurn(phase), wrapEither(phase), reducer.remainder(phase));
 }
 
 } // namespace
