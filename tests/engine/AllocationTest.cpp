@@ -64,7 +64,7 @@ TEST_F(Allocation, BlockTakesNoMoreWhileModesComeAndGoByTheHundred) {
     engine_.setTempo(100000.0F);
     engine_.noteOn(30, 127);
     expectOneListCopy(4096);
-    EXPECT_EQ(voice().targetCount, 100);
+    EXPECT_EQ(engine_.voices[31]->targetCount, 100);
     test::knob(engine_, kModeShift).setValue(-3.0F);
     expectOneListCopy(4096);
 }
