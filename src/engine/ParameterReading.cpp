@@ -3,6 +3,7 @@
 #include "engine/WaveTable.h"
 #include "params/CheckedAccess.h"
 #include "params/ParameterTable.h"
+#include "params/SharedValue.h"
 #include "params/Truncation.h"
 
 #include <cmath>
@@ -12,7 +13,7 @@ namespace zelvatone {
 namespace {
 
 float valueOf(const ParameterList& parameters, ParameterIndex index) {
-    return checkedAt(parameters, index)->value;
+    return loadShared(checkedAt(parameters, index)->value);
 }
 
 double widenedValueOf(const ParameterList& parameters, ParameterIndex index) {

@@ -2,6 +2,7 @@
 
 #include "engine/SynthEvent.h"
 #include "params/CheckedAccess.h"
+#include "params/SharedValue.h"
 
 #include <algorithm>
 
@@ -52,7 +53,7 @@ void SynthEngine::setProgram(std::int32_t index) {
     if (index < 0 || index > static_cast<std::int32_t>(programs.size())) {
         return;
     }
-    currentProgram = &checkedAt(programs, index);
+    storeShared(currentProgram, &checkedAt(programs, index));
 }
 
 std::int32_t SynthEngine::getChunk(void** data, bool /*isPreset*/) {

@@ -70,7 +70,7 @@ public:
     std::int32_t stateWords[3] = {0, 0, 0};
     float tempo = 120.0F; // beats per minute
     ProgramBank programs;
-    SynthProgram* currentProgram = nullptr; // into programs
+    SynthProgram* currentProgram = nullptr; // into programs; set while other threads read it
     std::vector<std::int32_t> voiceNotes;   // by slot: kFreeSlot, kReleasedSlot or a note
     EventRing events;
     std::int32_t voiceCount;

@@ -6,6 +6,7 @@
 #include "engine/fast/FastRenderer.h"
 #include "params/FactoryPrograms.h"
 #include "params/ParameterTable.h"
+#include "params/SharedValue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -95,7 +96,7 @@ void ZelvatoneEngine::pitchBend(float amount) {
 
 void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t sampleFrames) {
     // A list of its own, because the host may switch programs on another thread meanwhile.
-    const ParameterList parameters = currentProgram->parameters;
+    const ParameterList parameters = loadShared(currentProgram)->parameters;
     settings->tempo = static_cast<double>(tempo);
     readVoiceSettings(parameters, *settings);
     readEnvelopeSettings(parameters, *envelopeSettings);

@@ -1,6 +1,7 @@
 #include "params/SynthParameter.h"
 
 #include "params/DisplayText.h"
+#include "params/SharedValue.h"
 #include "params/Truncation.h"
 
 #include <algorithm>
@@ -59,16 +60,16 @@ void SynthParameter::destroy(SynthParameter* parameter) {
 }
 
 std::string SynthParameter::getDisplay() const {
-    return fixedText(static_cast<double>(value), 2) + ' ' + label;
+    return fixedText(static_cast<double>(loadShared(value)), 2) + ' ' + label;
 }
 
 void SynthParameter::setValue(float newValue) {
     if (min > newValue) {
-        value = min;
+        storeShared(value, min);
     } else if (max < newValue) {
-        value = max;
+        storeShared(value, max);
     } else {
-        value = newValue;
+        storeShared(value, newValue);
     }
 }
 
@@ -77,7 +78,7 @@ SynthParameter* SynthParameter::clone() const {
 }
 
 std::string PercentSynthParameter::getDisplay() const {
-    std::string digits = fixedText(static_cast<double>(value) * 100.0, 0);
+    std::string digits = fixedText(static_cast<double>(loadShared(value)) * 100.0, 0);
     if (digits.size() < 2) { // two columns, so that texts under a knob do not jump
         digits.insert(0, 1, ' ');
     }
@@ -94,7 +95,7 @@ IntegerSynthParameter::IntegerSynthParameter(std::string name, std::string label
                      max, defaultValue) {}
 
 std::string IntegerSynthParameter::getDisplay() const {
-    return std::to_string(truncateToInt32(static_cast<double>(value))) + ' ' + label;
+    return std::to_string(truncateToInt32(static_cast<double>(loadShared(value)))) + ' ' + label;
 }
 
 void IntegerSynthParameter::setValue(float newValue) {
@@ -108,7 +109,8 @@ SynthParameter* IntegerSynthParameter::clone() const {
 std::string WaveSynthParameter::getDisplay() const {
     static constexpr std::array<const char*, 5> names = {"Sine", "Square", "Saw", "Poly",
                                                          "Son of Poly"};
-    const auto choice = static_cast<std::uint32_t>(truncateToInt32(static_cast<double>(value)));
+    const auto choice =
+        static_cast<std::uint32_t>(truncateToInt32(static_cast<double>(loadShared(value))));
     return choice < names.size() ? names[choice] : "";
 }
 
@@ -117,7 +119,7 @@ SynthParameter* WaveSynthParameter::clone() const {
 }
 
 std::string BeatsSynthParameter::getDisplay() const {
-    const std::int32_t exponent = truncateToInt32(static_cast<double>(value));
+    const std::int32_t exponent = truncateToInt32(static_cast<double>(loadShared(value)));
     // ldexp is exact. Whole beats are raised in single precision: beyond its range they show as
     // infinite, parts of a beat only beyond that of double.
     const double beats = exponent < 0 ? std::ldexp(1.0, -std::max(exponent, -INT32_MAX))

@@ -8,8 +8,8 @@ namespace zelvatone {
 
 // The base kind: a continuous value, shown with two decimals.
 //
-// A parameter object has no lock. The user-interface thread writes `value` as one 32-bit store
-// while the audio thread reads it; all other fields never change after construction.
+// A parameter object has no lock. Any thread writes `value` as one 32-bit store while others read
+// it; see SharedValue.h. All other fields never change after construction.
 class SynthParameter {
 public:
     using Mapping = float (*)(float min, float max, float from);

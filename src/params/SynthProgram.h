@@ -1,10 +1,10 @@
 // A program: a named, complete set of parameter objects; and the bank, the engine's list of them.
 #pragma once
 
+#include "params/ProgramName.h"
 #include "params/SynthParameter.h"
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
 namespace zelvatone {
@@ -23,7 +23,7 @@ public:
     void replaceParameter(std::int32_t index, SynthParameter* parameter);
 
     std::vector<SynthParameter*> parameters; // by parameter index
-    std::string name;
+    ProgramName name;
 };
 
 using ProgramBank = std::vector<SynthProgram>;

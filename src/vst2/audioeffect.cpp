@@ -2,6 +2,7 @@
 
 #include "vst2/aeffeditor.h"
 
+#include <atomic>
 #include <cstring>
 #include <limits>
 
@@ -87,6 +88,14 @@ void AudioEffect::setParameterAutomated(VstInt32 index, float value) {
     if (audioMaster != nullptr) {
         audioMaster(&cEffect, audioMasterAutomate, index, 0, nullptr, value);
     }
+}
+
+VstInt32 AudioEffect::getProgram() {
+    return std::atomic_ref(curProgram).load(std::memory_order_relaxed);
+}
+
+void AudioEffect::setProgram(VstInt32 program) {
+    std::atomic_ref(curProgram).store(program, std::memory_order_relaxed);
 }
 
 VstIntPtr AudioEffect::setProgramWithin(VstIntPtr program) {

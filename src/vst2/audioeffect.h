@@ -39,8 +39,9 @@ public:
     // Sets the parameter and tells the host, for changes that start in the editor.
     virtual void setParameterAutomated(VstInt32 index, float value);
 
-    virtual VstInt32 getProgram() { return curProgram; }
-    virtual void setProgram(VstInt32 program) { curProgram = program; }
+    // Any thread, as is the next: hosts select programs on one and ask on another.
+    virtual VstInt32 getProgram();
+    virtual void setProgram(VstInt32 program);
     virtual void setProgramName(char* /*name*/) {}
     // The text operations fill the caller's buffer, terminator included, up to the length that
     // the interface fixes.

@@ -2,6 +2,7 @@
 
 #include "engine/SynthEngine.h"
 #include "params/CheckedAccess.h"
+#include "params/SharedValue.h"
 #include "plugin/shell/VstInterface.h"
 #include "vstguieditor/EditorAssert.h"
 #include "vstguieditor/HelpButton.h"
@@ -74,7 +75,7 @@ bool VSTGuiEditor::open(void* parent) {
         toolkit.emplace();
     }
     m_pSynthEngine = plugin->getSynthEngine();
-    parameters = m_pSynthEngine->currentProgram->parameters;
+    parameters = loadShared(m_pSynthEngine->currentProgram)->parameters;
     knobs.assign(parameterCount(), nullptr);
     displays.assign(parameterCount(), nullptr);
     labels.assign(parameterCount(), nullptr);
@@ -196,7 +197,7 @@ void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
 void VSTGuiEditor::showText(VstInt32 index) {
     if (CTextLabel* display = checkedAt(displays, index)) {
         display->setText(
-            checkedAt(m_pSynthEngine->currentProgram->parameters, index)->getDisplay());
+            checkedAt(loadShared(m_pSynthEngine->currentProgram)->parameters, index)->getDisplay());
     }
 }
 

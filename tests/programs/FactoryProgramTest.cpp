@@ -117,7 +117,7 @@ TEST_F(FactoryPrograms, KeepTheParameterKindsOfDefault) {
         for (std::size_t i = 0; i < ranges.size(); ++i) {
             const SynthParameter& ours = *program.parameters[i];
             const SynthParameter& theirs = *engine->programs[0].parameters[i];
-            EXPECT_EQ(typeid(ours), typeid(theirs)) << program.name << ", " << theirs.name;
+            EXPECT_EQ(typeid(ours), typeid(theirs)) << program.name.text() << ", " << theirs.name;
             EXPECT_EQ(ours.toUnits, theirs.toUnits);
         }
     }
@@ -161,7 +161,7 @@ TEST_F(FactoryPrograms, LeaveWhatSineIshDoesNotListAtTheDefaults) {
 TEST_F(FactoryPrograms, HaveNamesThatReachTheHostWhole) {
     std::size_t longest = 0;
     for (const SynthProgram& program : engine->programs) {
-        longest = std::max(longest, program.name.size());
+        longest = std::max(longest, program.name.text().size());
     }
     EXPECT_EQ(longest, 24U); // what a host takes
 }

@@ -2,6 +2,7 @@
 
 #include "engine/SynthEngine.h"
 #include "params/CheckedAccess.h"
+#include "params/SharedValue.h"
 
 #include <cstdio>
 #include <cstring>
@@ -18,6 +19,10 @@ VstInt32 sizeOf(const ProgramBank& programs) {
 
 VstInt32 firstParameterCount(const SynthEngine& engine) {
     return static_cast<VstInt32>(checkedAt(engine.programs, 0).parameters.size());
+}
+
+void copyName(const ProgramName& name, char* text) {
+    vstCopyText(text, name.characters().data(), kVstMaxProgNameLen);
 }
 
 void handMidiTo(SynthEngine& engine, const VstMidiEvent& event) {
@@ -87,7 +92,7 @@ bool VstInterface::isIgnoredParameter(VstInt32 index) const {
 }
 
 SynthParameter& VstInterface::currentParameter(VstInt32 index) const {
-    return *checkedAt(engine->currentProgram->parameters, index);
+    return *checkedAt(loadShared(engine->currentProgram)->parameters, index);
 }
 
 void VstInterface::setParameter(VstInt32 index, float value) {
@@ -103,7 +108,7 @@ float VstInterface::getParameter(VstInt32 index) {
         return 0.0F;
     }
     const SynthParameter& parameter = currentParameter(index);
-    return parameter.toNormalised(parameter.min, parameter.max, parameter.value);
+    return parameter.toNormalised(parameter.min, parameter.max, loadShared(parameter.value));
 }
 
 void VstInterface::setProgram(VstInt32 index) {
@@ -111,24 +116,24 @@ void VstInterface::setProgram(VstInt32 index) {
         return;
     }
     engine->setProgram(index);
-    curProgram = index;
+    storeShared(curProgram, index);
 }
 
 void VstInterface::setProgramName(char* name) {
     char cut[kVstMaxProgNameLen + 1];
     vstCopyText(cut, name, kVstMaxProgNameLen);
-    engine->currentProgram->name = cut;
+    loadShared(engine->currentProgram)->name = cut;
 }
 
 void VstInterface::getProgramName(char* name) {
-    vstCopyText(name, engine->currentProgram->name.c_str(), kVstMaxProgNameLen);
+    copyName(loadShared(engine->currentProgram)->name, name);
 }
 
 bool VstInterface::getProgramNameIndexed(VstInt32 /*category*/, VstInt32 index, char* text) {
     if (index >= sizeOf(engine->programs)) {
         return false;
     }
-    vstCopyText(text, checkedAt(engine->programs, index).name.c_str(), kVstMaxProgNameLen);
+    copyName(checkedAt(engine->programs, index).name, text);
     return true;
 }
 
