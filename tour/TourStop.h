@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/midi/Song.h"
-#include "host/plugin/ParameterList.h"
+#include "host/plugin/ParameterRows.h"
 #include "host/plugin/PluginLibrary.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "cli/commands/ParamsCommand.h"
 
-#include "host/plugin/ParameterList.h"
+#include "cli/commands/ParameterList.h"
 
 #include <CLI/CLI.hpp>
 

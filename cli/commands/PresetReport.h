@@ -1,8 +1,8 @@
 // What a preset file holds and what a plug-in makes of it.
 #pragma once
 
+#include "cli/commands/ParameterList.h"
 #include "cli/commands/SetupOptions.h"
-#include "host/plugin/ParameterList.h"
 
 #include <string>
 #include <vector>

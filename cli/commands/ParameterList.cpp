@@ -1,19 +1,9 @@
-#include "host/plugin/ParameterList.h"
+#include "cli/commands/ParameterList.h"
 
 #include "host/text/Numbers.h"
 #include "host/text/Table.h"
 
 namespace zelvatone {
-
-std::vector<ParameterRow> readParameters(HostedPlugin& plugin) {
-    std::vector<ParameterRow> rows;
-    rows.reserve(static_cast<std::size_t>(plugin.parameterCount()));
-    for (int i = 0; i < plugin.parameterCount(); ++i) {
-        rows.push_back({i, plugin.text(effGetParamName, i), plugin.text(effGetParamLabel, i),
-                        plugin.parameter(i), plugin.text(effGetParamDisplay, i)});
-    }
-    return rows;
-}
 
 std::string parameterTable(const std::vector<ParameterRow>& rows) {
     std::vector<std::vector<std::string>> lines{{"Index", "Name", "Label", "Value", "Display"}};

@@ -1,8 +1,7 @@
-// A plug-in's parameters as they stand, for people and for programs to read.
+// A plug-in's parameters as they stand.
 #pragma once
 
 #include "host/plugin/HostedPlugin.h"
-#include "host/text/Json.h"
 
 #include <string>
 #include <vector>
@@ -17,11 +16,7 @@ struct ParameterRow {
     std::string display;
 };
 
-// Of the current program.
+// Of the current program, by index.
 std::vector<ParameterRow> readParameters(HostedPlugin& plugin);
-
-// Under a heading; with line ends.
-std::string parameterTable(const std::vector<ParameterRow>& rows);
-Json parameterJson(const std::vector<ParameterRow>& rows);
 
 } // namespace zelvatone
