@@ -13,6 +13,8 @@
 #include "cli/commands/TourCommand.h"
 #include "host/Error.h"
 #include "host/plugin/PluginText.h"
+#include "host/text/Format.h"
+#include "host/text/Names.h"
 #include "host/threads/Interrupt.h"
 
 #include <CLI/CLI.hpp>
@@ -50,12 +52,11 @@ public:
 
     // "a, b and c"
     std::string names() const {
-        std::string names;
-        for (std::size_t i = 0; i < commands_.size(); ++i) {
-            names += i == 0 ? "" : i + 1 < commands_.size() ? ", " : " and ";
-            names += commands_[i].app->get_name();
+        std::vector<std::string> names;
+        for (const Command& command : commands_) {
+            names.push_back(command.app->get_name());
         }
-        return names;
+        return wordList(names, "and");
     }
 
 private:
@@ -85,7 +86,7 @@ private:
 };
 
 void printError(const std::string& line) {
-    std::cerr << "zelvatone: " + cleanText(line) + "\n";
+    std::cerr << formatText("zelvatone: {}\n", cleanText(line));
 }
 
 void describe(CLI::App& app) {
@@ -104,9 +105,9 @@ void describe(CLI::App& app) {
 
 UsageError commandError(const CLI::App& app, const Commands& commands) {
     const auto extras = app.remaining();
-    const std::string names = "the commands are " + commands.names();
-    return UsageError(extras.empty() ? "no command given; " + names
-                                     : "unknown command '" + extras[0] + "'; " + names);
+    const std::string wrong =
+        extras.empty() ? "no command given" : formatText("unknown command '{}'", extras[0]);
+    return UsageError(formatText("{}; the commands are {}", wrong, commands.names()));
 }
 
 // "preset save", for the command and the command inside it that the command line came to.
@@ -131,8 +132,8 @@ bool parse(CLI::App& app, int argc, char** argv) {
         }
         return false;
     } catch (const CLI::ParseError& error) {
-        throw UsageError(std::string(error.what()) + "; see 'zelvatone " + parsedCommand(app) +
-                         "--help'");
+        throw UsageError(
+            formatText("{}; see 'zelvatone {}--help'", error.what(), parsedCommand(app)));
     }
     return true;
 }

@@ -14,4 +14,5 @@ function(zelvatone_header_only target folder header)
 endfunction()
 
 zelvatone_header_only(CLI11::CLI11 CLI CLI.hpp)
+zelvatone_header_only(fmt::fmt-header-only fmt core.h)
 zelvatone_header_only(nlohmann_json::nlohmann_json nlohmann json.hpp)

@@ -1,6 +1,6 @@
 #include "tour/TourPage.h"
 
-#include "host/text/Numbers.h"
+#include "host/text/Format.h"
 #include "tour/LevelColours.h"
 #include "tour/PageParts.h"
 #include "tour/Spectrogram.h"
@@ -37,7 +37,7 @@ std::string filled(std::string_view part, const Values& values) {
 }
 
 std::string percent(double part) {
-    return fixedPoint(part * 100.0, 2) + "%";
+    return formatText("{:.2f}%", part * 100.0);
 }
 
 std::string frequencyAxis() {
@@ -49,8 +49,8 @@ std::string frequencyAxis() {
                                       Mark{10000.0, "10 kHz"}};
     std::string text;
     for (const Mark& mark : marks) {
-        text +=
-            "<i style=\"bottom:" + percent(heightOf(mark.hz)) + "\"><b>" + mark.label + "</b></i>";
+        text += formatText(R"(<i style="bottom:{}"><b>{}</b></i>)", percent(heightOf(mark.hz)),
+                           mark.label);
     }
     return text;
 }
@@ -58,8 +58,8 @@ std::string frequencyAxis() {
 std::string timeAxis(double seconds) {
     std::string text;
     for (int second = 0; second <= static_cast<int>(seconds); ++second) {
-        text += "<i style=\"left:" + percent(second / seconds) + "\">" + std::to_string(second) +
-                (second == 0 ? " s" : "") + "</i>";
+        text += formatText(R"(<i style="left:{}">{}{}</i>)", percent(second / seconds), second,
+                           second == 0 ? " s" : "");
     }
     return text;
 }
@@ -67,24 +67,25 @@ std::string timeAxis(double seconds) {
 std::string parameterLines(const std::vector<ParameterRow>& rows) {
     std::string text;
     for (const ParameterRow& row : rows) {
-        text += "<div><dt>" + htmlText(row.name) + "</dt><dd>" + htmlText(row.display) +
-                "</dd></div>\n";
+        text += formatText("<div><dt>{}</dt><dd>{}</dd></div>\n", htmlText(row.name),
+                           htmlText(row.display));
     }
     return text;
 }
 
 // With that many digits behind the point, a minus of a number's width, and no minus for zero.
 std::string decibelText(double decibels, int digits) {
-    const std::string number = fixedPoint(std::abs(decibels), digits);
+    const std::string number = formatText("{:.{}f}", std::abs(decibels), digits);
     const bool isZero = number.find_first_not_of("0.") == std::string::npos;
-    return (decibels < 0.0 && !isZero ? "\u2212" : "") + number + " dB";
+    return formatText("{}{} dB", decibels < 0.0 && !isZero ? "\u2212" : "", number);
 }
 
 std::string peakText(const TourStop& stop) {
-    std::string text =
-        std::isfinite(stop.peakDecibels) ? "peak " + decibelText(stop.peakDecibels, 1) : "silent";
+    std::string text = std::isfinite(stop.peakDecibels)
+                           ? formatText("peak {}", decibelText(stop.peakDecibels, 1))
+                           : "silent";
     if (stop.brokenSamples != 0) {
-        text += ", " + std::to_string(stop.brokenSamples) + " samples were no numbers";
+        text += formatText(", {} samples were no numbers", stop.brokenSamples);
     }
     return text;
 }
@@ -106,8 +107,7 @@ std::string gradient() {
     std::string text = "linear-gradient(90deg";
     const auto colours = levelColours();
     for (std::size_t i = 0; i < colours.size(); i += step) {
-        text += ",rgb(" + std::to_string(colours[i][0]) + " " + std::to_string(colours[i][1]) +
-                " " + std::to_string(colours[i][2]) + ")";
+        text += formatText(",rgb({} {} {})", colours[i][0], colours[i][1], colours[i][2]);
     }
     return text + ")";
 }
@@ -151,7 +151,7 @@ std::string tourPage(const std::string& instrument, double phraseSeconds,
                                     {"gradient", gradient()},
                                     {"faintest", decibelText(kFaintestDecibels, 0)},
                                     {"loudest", decibelText(kLoudestDecibels, 0)},
-                                    {"seconds", fixedPoint(phraseSeconds, 0)},
+                                    {"seconds", formatText("{:.0f}", phraseSeconds)},
                                     {"style", std::string(pageparts::style)},
                                     {"script", std::string(pageparts::script)},
                                     {"stops", list}});

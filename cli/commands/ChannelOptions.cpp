@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/audio/Decibels.h"
+#include "host/text/Format.h"
 #include "host/text/Names.h"
 #include "host/text/Numbers.h"
 
@@ -11,8 +12,8 @@ namespace zelvatone {
 
 namespace {
 
-[[noreturn]] void fail(const std::string& what, std::string_view text) {
-    throw UsageError("--channel takes " + what + ", not '" + std::string(text) + "'");
+[[noreturn]] void fail(std::string_view what, std::string_view text) {
+    throw UsageError(formatText("--channel takes {}, not '{}'", what, text));
 }
 
 // "-6dB", "-6 dB" or "-6".
@@ -54,8 +55,7 @@ std::map<int, ChannelChoice> parseChannels(const std::vector<std::string>& texts
     for (const std::string& text : texts) {
         const ChannelChoice choice = parseChannel(text);
         if (!choices.emplace(choice.channel, choice).second) {
-            throw UsageError("--channel names channel " + std::to_string(choice.channel) +
-                             " twice");
+            throw UsageError(formatText("--channel names channel {} twice", choice.channel));
         }
     }
     return choices;

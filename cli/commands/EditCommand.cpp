@@ -3,6 +3,7 @@
 #include "cli/commands/PresetCommand.h"
 #include "host/plugin/EditorSession.h"
 #include "host/plugin/ParameterLookup.h"
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 #include "host/threads/Interrupt.h"
 
@@ -16,7 +17,7 @@ namespace {
 std::string noticeText(const EditNotice& notice, HostedPlugin& plugin,
                        const std::vector<std::string>& names) {
     if (notice.parameter < 0 || notice.parameter >= plugin.parameterCount()) {
-        return "a parameter that there is not: " + std::to_string(notice.parameter);
+        return formatText("a parameter that there is not: {}", notice.parameter);
     }
     const std::string& name = names[static_cast<std::size_t>(notice.parameter)];
     switch (notice.kind) {
@@ -25,8 +26,8 @@ std::string noticeText(const EditNotice& notice, HostedPlugin& plugin,
     case EditNotice::Kind::kEnd:
         return name + ": end";
     default:
-        return name + " " + shortestText(notice.value) + " (" +
-               plugin.text(effGetParamDisplay, notice.parameter) + ")";
+        return formatText("{} {} ({})", name, shortestText(notice.value),
+                          plugin.text(effGetParamDisplay, notice.parameter));
     }
 }
 

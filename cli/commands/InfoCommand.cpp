@@ -1,6 +1,7 @@
 #include "cli/commands/InfoCommand.h"
 
 #include "cli/commands/PluginInfo.h"
+#include "host/text/Format.h"
 #include "host/text/Json.h"
 
 #include <CLI/CLI.hpp>
@@ -9,22 +10,21 @@ namespace zelvatone {
 
 namespace {
 
-// Wide enough for the longest label, "Double precision".
-constexpr std::size_t kLabelWidth = 18;
-
-std::string line(const std::string& label, const std::string& value) {
-    return label + std::string(kLabelWidth - label.size(), ' ') + value + "\n";
+// Labels are as wide as the longest, "Double precision", and two spaces.
+std::string line(std::string_view label, std::string_view value) {
+    return formatText("{:<18}{}\n", label, value);
 }
 
-std::string line(const std::string& label, int value) {
-    return line(label, std::to_string(value));
+std::string line(std::string_view label, int value) {
+    return formatText("{:<18}{}\n", label, value);
 }
 
-std::string line(const std::string& label, bool value) {
-    return line(label, std::string(value ? "yes" : "no"));
+// By a name of its own, for a text would turn into a truth value rather than a string_view.
+std::string yesNoLine(std::string_view label, bool value) {
+    return line(label, value ? "yes" : "no");
 }
 
-std::string answerName(int answer) {
+std::string_view answerName(int answer) {
     if (answer == 0) {
         return "does not say";
     }
@@ -34,7 +34,7 @@ std::string answerName(int answer) {
 std::string idLine(const PluginInfo& info) {
     return info.uniqueIdText.empty()
                ? line("Unique id", info.uniqueId)
-               : line("Unique id", std::to_string(info.uniqueId) + " '" + info.uniqueIdText + "'");
+               : line("Unique id", formatText("{} '{}'", info.uniqueId, info.uniqueIdText));
 }
 
 std::string pinLines(const PluginInfo& info) {
@@ -50,17 +50,15 @@ std::string asTable(const PluginInfo& info) {
         line("File", info.path) + line("Name", info.name) + line("Vendor", info.vendor) +
         line("Product", info.product) + line("Vendor version", info.vendorVersion) + idLine(info) +
         line("Version", info.version) + line("VST version", info.vstVersion) +
-        line("Category", info.category) + line("Instrument", info.isInstrument) +
-        line("Editor", info.hasEditor) + line("State chunks", info.storesChunks) +
-        line("Double precision", info.rendersDoubles) + line("Programs", info.programs) +
+        line("Category", info.category) + yesNoLine("Instrument", info.isInstrument) +
+        yesNoLine("Editor", info.hasEditor) + yesNoLine("State chunks", info.storesChunks) +
+        yesNoLine("Double precision", info.rendersDoubles) + line("Programs", info.programs) +
         line("Parameters", info.parameters) + line("Inputs", info.inputs) +
         line("Outputs", info.outputs) + pinLines(info) + line("Latency", info.latencySamples) +
         line("Tail", info.tailSamples) + line("MIDI inputs", info.midiInputChannels) +
         line("MIDI outputs", info.midiOutputChannels) + "Can do\n";
     for (const auto& [capability, answer] : info.capabilities) {
-        // NOLINTNEXTLINE(performance-inefficient-string-concatenation): eight lines
-        text += "  " + capability + std::string(22 - capability.size(), ' ') + answerName(answer) +
-                "\n";
+        text += formatText("  {:<22}{}\n", capability, answerName(answer));
     }
     return text;
 }

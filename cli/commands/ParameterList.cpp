@@ -1,5 +1,6 @@
 #include "cli/commands/ParameterList.h"
 
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 #include "host/text/Table.h"
 
@@ -9,7 +10,7 @@ std::string parameterTable(const std::vector<ParameterRow>& rows) {
     std::vector<std::vector<std::string>> lines{{"Index", "Name", "Label", "Value", "Display"}};
     for (const ParameterRow& row : rows) {
         lines.push_back({std::to_string(row.index), row.name, row.label,
-                         fixedPoint(static_cast<double>(row.value), 4), row.display});
+                         formatText("{:.4f}", row.value), row.display});
     }
     return tableText(lines, {true, false, false, true, false});
 }

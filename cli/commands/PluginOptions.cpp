@@ -2,16 +2,18 @@
 
 #include "host/files/UserPath.h"
 #include "host/plugin/PluginSearch.h"
+#include "host/text/Format.h"
 
 #include <CLI/CLI.hpp>
 
 namespace zelvatone {
 
 void addPluginOptions(CLI::App& command, PluginOptions& options) {
-    command.add_option("--plugin", options.path,
-                       std::string("The plug-in to load (default: ") + pluginFile() +
-                           ", looked for beside this program, in VST_PATH and where the "
-                           "system's plug-ins lie)");
+    command.add_option(
+        "--plugin", options.path,
+        formatText("The plug-in to load (default: {}, looked for beside this program, "
+                   "in VST_PATH and where the system's plug-ins lie)",
+                   pluginFile()));
     command.add_flag("--verbose", options.verbose,
                      "Show on standard error what the plug-in prints");
 }

@@ -7,6 +7,7 @@
 #include "host/plugin/Programs.h"
 #include "host/preset/PresetTransfer.h"
 #include "host/preset/PresetWriter.h"
+#include "host/text/Format.h"
 #include "host/text/Names.h"
 
 #include <CLI/CLI.hpp>
@@ -19,15 +20,16 @@ namespace {
 bool isBankPath(const std::string& path) {
     const std::string extension = lowerCase(userPath(path).extension().string());
     if (extension != ".fxp" && extension != ".fxb") {
-        throw UsageError("cannot tell what to save in '" + path +
-                         "': end its name in .fxp for a program or .fxb for the bank");
+        throw UsageError(formatText("cannot tell what to save in '{}': end its name in .fxp for a "
+                                    "program or .fxb for the bank",
+                                    path));
     }
     return extension == ".fxb";
 }
 
 void checkName(const std::optional<std::string>& name) {
     if (name && (name->empty() || name->size() > kVstMaxProgNameLen)) {
-        throw UsageError("--name takes 1 to 24 bytes, not '" + *name + "'");
+        throw UsageError(formatText("--name takes 1 to 24 bytes, not '{}'", *name));
     }
 }
 
@@ -46,7 +48,7 @@ void checkPresetPath(const std::string& path) {
 void savePreset(const std::string& path, HostedPlugin& plugin, const StandardOutput& output) {
     const Preset preset = isBankPath(path) ? takeBank(plugin) : takeProgram(plugin);
     writePreset(userPath(path), preset);
-    output.print(path + ": " + presetSummary(preset) + "\n");
+    output.print(formatText("{}: {}\n", path, presetSummary(preset)));
 }
 
 namespace {

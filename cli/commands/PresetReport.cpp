@@ -2,6 +2,7 @@
 
 #include "host/plugin/PluginText.h"
 #include "host/plugin/Programs.h"
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 #include "host/text/Table.h"
 
@@ -10,7 +11,7 @@ namespace zelvatone {
 namespace {
 
 std::string parametersText(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " parameter" : " parameters");
+    return formatText("{} {}", count, count == 1 ? "parameter" : "parameters");
 }
 
 } // namespace
@@ -18,10 +19,11 @@ std::string parametersText(std::size_t count) {
 std::string presetSummary(const Preset& preset) {
     const std::size_t count = preset.programs.empty() ? 0 : preset.programs[0].values.size();
     if (preset.isBank) {
-        return "bank of " + std::to_string(preset.programs.size()) + " programs, " +
-               parametersText(count) + " each";
+        return formatText("bank of {} programs, {} each", preset.programs.size(),
+                          parametersText(count));
     }
-    return "program '" + cleanText(preset.programs[0].name) + "', " + parametersText(count);
+    return formatText("program '{}', {}", cleanText(preset.programs[0].name),
+                      parametersText(count));
 }
 
 PresetReport::PresetReport(const PresetFile& file, bool oneProgram, HostedPlugin& plugin)
@@ -64,14 +66,13 @@ std::string PresetReport::bankTable() const {
 }
 
 std::string PresetReport::text() const {
-    const std::string head = file_.path + ": " + presetSummary(file_.preset) + "\n";
+    const std::string head = formatText("{}: {}\n", file_.path, presetSummary(file_.preset));
     if (isList_) {
         return head + bankTable();
     }
     const Loaded& program = programs_[0];
-    const std::string which = file_.preset.isBank ? "Program " + std::to_string(program.number) +
-                                                        " '" + program.name + "'\n"
-                                                  : "";
+    const std::string which =
+        file_.preset.isBank ? formatText("Program {} '{}'\n", program.number, program.name) : "";
     return head + which + programTable(program);
 }
 

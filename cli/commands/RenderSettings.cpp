@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "host/audio/Decibels.h"
 #include "host/files/UserPath.h"
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 #include "host/threads/ThreadTeam.h"
 
@@ -17,17 +18,15 @@ constexpr int kLargestBlock = 65536; // samples; beyond any host's
 constexpr int kMostThreads = 64;     // one a channel is enough; more than that is a slip
 constexpr double kLongestTailSeconds = 600.0;
 
-std::string rangeError(const std::string& option, const std::string& range,
-                       const std::string& text) {
-    return option + " takes " + range + ", not '" + text + "'";
+std::string rangeError(std::string_view option, std::string_view range, std::string_view text) {
+    return formatText("{} takes {}, not '{}'", option, range, text);
 }
 
 int wholeOption(const std::string& option, const std::string& text, int least, int most) {
     const auto number = wholeNumber(text);
     if (!number || *number < least || *number > most) {
-        throw UsageError(rangeError(
-            option, "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
-            text));
+        throw UsageError(
+            rangeError(option, formatText("a whole number from {} to {}", least, most), text));
     }
     return *number;
 }

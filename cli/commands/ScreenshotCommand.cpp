@@ -4,6 +4,7 @@
 #include "host/files/UserPath.h"
 #include "host/plugin/EditorSession.h"
 #include "host/plugin/PluginText.h"
+#include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
 #include "host/window/PictureDisplay.h"
 
@@ -83,8 +84,8 @@ TrueColourPicture takePicture(HostedPlugin& plugin, std::optional<int> helpPage)
 
 void checkHelp(HostedPlugin& plugin, std::optional<int> helpPage) {
     if (helpPage && plugin.text(effGetEffectName) != kOwnName) {
-        throw InputError("--help-page knows the editor of Zelvatone only, not that of " +
-                         plugin.path());
+        throw InputError(formatText(
+            "--help-page knows the editor of Zelvatone only, not that of {}", plugin.path()));
     }
 }
 
@@ -120,8 +121,7 @@ void runScreenshot(const ScreenshotOptions& options, const StandardOutput& outpu
     checkHelp(plugin, options.helpPage);
     const TrueColourPicture picture = takePicture(plugin, options.helpPage);
     writePng(userPath(options.output), picture);
-    output.print(options.output + ": " + std::to_string(picture.width) + " x " +
-                 std::to_string(picture.height) + " pixels\n");
+    output.print(formatText("{}: {} x {} pixels\n", options.output, picture.width, picture.height));
 }
 
 } // namespace zelvatone

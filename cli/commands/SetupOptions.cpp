@@ -7,6 +7,7 @@
 #include "host/plugin/Programs.h"
 #include "host/preset/PresetReader.h"
 #include "host/preset/PresetTransfer.h"
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 
 #include <CLI/CLI.hpp>
@@ -21,7 +22,7 @@ void checkPresetFile(const PresetFile& file, const HostedPlugin& plugin) {
     try {
         checkPreset(file.preset, plugin);
     } catch (const InputError& error) {
-        throw InputError(file.path + " " + error.what());
+        throw InputError(formatText("{} {}", file.path, error.what()));
     }
 }
 
@@ -76,12 +77,12 @@ void addSetupOptions(CLI::App& command, SetupOptions& options) {
 ParameterSetting parseSetting(std::string_view text) {
     const std::size_t equals = text.rfind('=');
     if (equals == std::string_view::npos || equals == 0) {
-        throw UsageError("--set takes NAME=VALUE, not '" + std::string(text) + "'");
+        throw UsageError(formatText("--set takes NAME=VALUE, not '{}'", text));
     }
     const auto value = realNumber(text.substr(equals + 1));
     if (!value || *value < 0.0 || *value > 1.0) {
-        throw UsageError("--set takes values from 0 to 1, not '" +
-                         std::string(text.substr(equals + 1)) + "'");
+        throw UsageError(
+            formatText("--set takes values from 0 to 1, not '{}'", text.substr(equals + 1)));
     }
     return {std::string(text.substr(0, equals)), static_cast<float>(*value)};
 }
@@ -99,8 +100,9 @@ PluginSetup readSetup(const SetupOptions& options) {
     if (options.preset) {
         setup.preset = readPresetFile(*options.preset);
         if (setup.program && !setup.preset->preset.isBank) {
-            throw InputError(*options.preset +
-                             " holds one program, so there is none to choose with --program");
+            throw InputError(
+                formatText("{} holds one program, so there is none to choose with --program",
+                           *options.preset));
         }
     }
     return setup;

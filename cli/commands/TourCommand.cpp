@@ -6,6 +6,7 @@
 #include "host/audio/OutputFile.h"
 #include "host/files/OutputFolder.h"
 #include "host/plugin/Programs.h"
+#include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
 #include "host/threads/ThreadTeam.h"
 #include "tour/Spectrogram.h"
@@ -116,8 +117,8 @@ void runTour(const TourOptions& options, const StandardOutput& output) {
     InterruptWatch::check();
     folder.commit();
     if (!options.quiet) {
-        output.print((std::filesystem::path(options.folder) / "index.html").string() + ": " +
-                     std::to_string(instrument.stops.size()) + " programs\n");
+        const auto page = std::filesystem::path(options.folder) / "index.html";
+        output.print(formatText("{}: {} programs\n", page.string(), instrument.stops.size()));
     }
 }
 

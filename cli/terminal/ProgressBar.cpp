@@ -1,6 +1,7 @@
 #include "cli/terminal/ProgressBar.h"
 
 #include "cli/terminal/Terminal.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -18,10 +19,8 @@ constexpr const char* kWipe = "\r\033[K"; // back to the left edge, erase to the
 std::string progressLine(double done, int width, const std::string& note) {
     const double within = std::clamp(done, 0.0, 1.0);
     const auto filled = static_cast<std::size_t>(within * width);
-    const std::string percent = std::to_string(static_cast<int>(within * 100.0));
-    return "[" + std::string(filled, '#') +
-           std::string(static_cast<std::size_t>(width) - filled, '.') + "] " +
-           std::string(3 - percent.size(), ' ') + percent + " %  " + note;
+    return formatText("[{:.<{}}] {:>3} %  {}", std::string(filled, '#'), width,
+                      static_cast<int>(within * 100.0), note);
 }
 
 ProgressBar::ProgressBar(bool wanted) : isVisible_(wanted && isWatched()) {}

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/audio/OutputFile.h"
+#include "host/text/Format.h"
 
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace {
 [[noreturn]] void fail(const std::filesystem::path& path, png_image& image) {
     const std::string reason = image.message;
     png_image_free(&image);
-    throw InputError("cannot write " + path.string() + ": " + reason);
+    throw InputError(formatText("cannot write {}: {}", path.string(), reason));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "host/Error.h"
 #include "host/audio/OutputFile.h"
 #include "host/picture/TrueColourPicture.h"
+#include "host/text/Format.h"
 
 #include <windows.h>
 
@@ -90,7 +91,8 @@ void writePng(const std::filesystem::path& path, const TrueColourPicture& pictur
     const Session session;
     const auto bytes = encode(picture);
     if (bytes.empty()) {
-        throw InputError("cannot write " + path.string() + ": Windows cannot encode the picture");
+        throw InputError(
+            formatText("cannot write {}: Windows cannot encode the picture", path.string()));
     }
     OutputFile file(path);
     file.write(bytes.data(), static_cast<std::int64_t>(bytes.size()));

@@ -1,4 +1,5 @@
 # The host on Linux.
+find_package(fmt REQUIRED GLOBAL)
 find_package(nlohmann_json REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET GLOBAL sndfile)

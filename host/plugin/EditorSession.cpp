@@ -1,6 +1,7 @@
 #include "host/plugin/EditorSession.h"
 
 #include "host/files/UserPath.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 
@@ -18,7 +19,7 @@ std::string titleOf(HostedPlugin& plugin) {
     if (name.empty()) {
         name = userPath(plugin.path()).stem().string();
     }
-    return program.empty() ? name : program + " - " + name;
+    return program.empty() ? name : formatText("{} - {}", program, name);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/plugin/PluginEditor.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 
 namespace zelvatone {
 
@@ -26,8 +27,8 @@ WindowSize PluginEditor::size() {
     }
     const WindowSize size{rectangle->right - rectangle->left, rectangle->bottom - rectangle->top};
     if (size.width <= 0 || size.height <= 0 || size.width > kLargest || size.height > kLargest) {
-        throw InputError(plugin_.path() + " has an editor of " + std::to_string(size.width) +
-                         " x " + std::to_string(size.height) + " pixels");
+        throw InputError(formatText("{} has an editor of {} x {} pixels", plugin_.path(),
+                                    size.width, size.height));
     }
     return size;
 }

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/plugin/SharedLibrary.h"
+#include "host/text/Format.h"
 
 namespace zelvatone {
 
@@ -12,7 +13,7 @@ PluginLibrary::PluginLibrary(const std::filesystem::path& path)
     }
     const SharedLibrary library = loadLibrary(path_);
     if (library.handle == nullptr) {
-        throw InputError(path.string() + " is no plug-in: " + library.error);
+        throw InputError(formatText("{} is no plug-in: {}", path.string(), library.error));
     }
     void* entry = findFunction(library, "VSTPluginMain");
     if (entry == nullptr) {

@@ -1,6 +1,7 @@
 #include "host/plugin/PluginSearch.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 
 #include <string>
 #include <system_error>
@@ -16,8 +17,8 @@ std::filesystem::path findPlugin(const std::vector<std::filesystem::path>& folde
         }
         searched += (searched.empty() ? "" : ", ") + folder.string();
     }
-    throw InputError(std::string(pluginFile()) + " not found in " + searched +
-                     "; name it with --plugin");
+    throw InputError(
+        formatText("{} not found in {}; name it with --plugin", pluginFile(), searched));
 }
 
 } // namespace zelvatone

@@ -4,7 +4,7 @@
 #include "host/files/FileBytes.h"
 #include "host/midi/ByteReader.h"
 #include "host/preset/PresetFormat.h"
-#include "host/text/Numbers.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <bit>
@@ -36,22 +36,23 @@ std::string kindText(std::uint32_t kind) {
 
 void checkKind(std::uint32_t kind, const std::string& what) {
     if (kind == kProgramChunkKind || kind == kBankChunkKind) {
-        throw InputError(what + " is a chunk ('" + kindText(kind) +
-                         "') that only its plug-in can read; 'FxCk' and 'FxBk' hold parameters");
+        throw InputError(formatText("{} is a chunk ('{}') that only its plug-in can read; 'FxCk' "
+                                    "and 'FxBk' hold parameters",
+                                    what, kindText(kind)));
     }
     if (kind != kProgramKind && kind != kBankKind) {
-        throw InputError(what + " is of the unknown kind '" + kindText(kind) + "'");
+        throw InputError(formatText("{} is of the unknown kind '{}'", what, kindText(kind)));
     }
 }
 
 void checkSize(std::uint64_t announced, std::uint64_t there, const std::string& what) {
     if (announced > there) {
-        throw InputError(what + " is cut short: " + std::to_string(announced) +
-                         " bytes announced, " + std::to_string(there) + " found");
+        throw InputError(
+            formatText("{} is cut short: {} bytes announced, {} found", what, announced, there));
     }
     if (announced < there) {
-        throw InputError(what + " has " + std::to_string(there - announced) +
-                         " bytes more than it announces");
+        throw InputError(
+            formatText("{} has {} bytes more than it announces", what, there - announced));
     }
 }
 
@@ -74,7 +75,7 @@ RecordHead takeHead(ByteReader& reader, const std::string& what) {
 
 void checkVersion(std::uint32_t version, std::uint32_t newest, const std::string& what) {
     if (version < 1 || version > newest) {
-        throw InputError(what + " is of the unknown format version " + std::to_string(version));
+        throw InputError(formatText("{} is of the unknown format version {}", what, version));
     }
 }
 
@@ -82,7 +83,7 @@ std::string takeName(ByteReader& reader, const std::string& what) {
     const auto bytes = reader.take(kPresetNameLength);
     const auto end = std::find(bytes.begin(), bytes.end(), 0);
     if (end == bytes.end()) {
-        throw InputError("the name of " + what + " does not end within its 28 bytes");
+        throw InputError(formatText("the name of {} does not end within its 28 bytes", what));
     }
     return {bytes.begin(), end};
 }
@@ -90,10 +91,8 @@ std::string takeName(ByteReader& reader, const std::string& what) {
 float takeValue(ByteReader& reader, std::uint32_t index, const std::string& what) {
     const auto value = std::bit_cast<float>(reader.number32());
     if (!(value >= 0.0F && value <= 1.0F)) { // no number fails too
-        const std::string number =
-            value == value ? fixedPoint(static_cast<double>(value), 6) : "no number";
-        throw InputError("parameter " + std::to_string(index) + " of " + what + " is " + number +
-                         ", not 0 to 1");
+        const std::string number = value == value ? formatText("{:.6f}", value) : "no number";
+        throw InputError(formatText("parameter {} of {} is {}, not 0 to 1", index, what, number));
     }
     return value;
 }
@@ -104,9 +103,8 @@ PresetProgram takeProgram(ByteReader& reader, const RecordHead& head, const std:
     PresetProgram program;
     program.name = takeName(reader, what);
     if (reader.remaining() != std::uint64_t{head.count} * 4) {
-        throw InputError(what + " announces " + std::to_string(head.count) +
-                         " parameters and has " + std::to_string(reader.remaining()) +
-                         " bytes for them");
+        throw InputError(formatText("{} announces {} parameters and has {} bytes for them", what,
+                                    head.count, reader.remaining()));
     }
     for (std::uint32_t i = 0; i < head.count; ++i) {
         program.values.push_back(takeValue(reader, i, what));
@@ -127,7 +125,7 @@ std::span<const std::uint8_t> takeRecord(ByteReader& reader, const std::string& 
 
 // A program inside a bank must be like its bank and like the first program.
 PresetProgram takeBankProgram(ByteReader& reader, const Preset& bank) {
-    const std::string what = "program " + std::to_string(bank.programs.size());
+    const std::string what = formatText("program {}", bank.programs.size());
     ByteReader record(takeRecord(reader, what), what);
     const RecordHead head = takeHead(record, what);
     if (head.kind != kProgramKind) {
@@ -137,8 +135,8 @@ PresetProgram takeBankProgram(ByteReader& reader, const Preset& bank) {
         throw InputError(what + " is for another plug-in than its bank");
     }
     if (!bank.programs.empty() && head.count != bank.programs[0].values.size()) {
-        throw InputError(what + " has " + std::to_string(head.count) + " parameters, program 0 " +
-                         std::to_string(bank.programs[0].values.size()));
+        throw InputError(formatText("{} has {} parameters, program 0 {}", what, head.count,
+                                    bank.programs[0].values.size()));
     }
     return takeProgram(record, head, what);
 }
@@ -146,8 +144,7 @@ PresetProgram takeBankProgram(ByteReader& reader, const Preset& bank) {
 int takeCurrentProgram(ByteReader& reserved, const RecordHead& head) {
     const std::uint32_t current = head.version == 1 ? 0 : reserved.number32();
     if (current >= std::max(head.count, 1U)) {
-        throw InputError("the bank's current program is " + std::to_string(current) + " of " +
-                         std::to_string(head.count));
+        throw InputError(formatText("the bank's current program is {} of {}", current, head.count));
     }
     return static_cast<int>(current);
 }
@@ -156,16 +153,16 @@ void takeBank(ByteReader& reader, const RecordHead& head, Preset& bank) {
     checkVersion(head.version, 2, "the bank");
     ByteReader reserved(reader.take(kBankReserved), "the bank");
     bank.currentProgram = takeCurrentProgram(reserved, head);
-    const std::string announced = "the bank announces " + std::to_string(head.count) + " programs";
+    const std::string announced = formatText("the bank announces {} programs", head.count);
     for (std::uint32_t i = 0; i < head.count; ++i) {
         if (reader.atEnd()) {
-            throw InputError(announced + " and has " + std::to_string(i));
+            throw InputError(formatText("{} and has {}", announced, i));
         }
         bank.programs.push_back(takeBankProgram(reader, bank));
     }
     if (!reader.atEnd()) {
-        throw InputError(announced + " and has " + std::to_string(reader.remaining()) +
-                         " bytes behind them");
+        throw InputError(
+            formatText("{} and has {} bytes behind them", announced, reader.remaining()));
     }
 }
 
@@ -190,7 +187,7 @@ Preset readPreset(const std::filesystem::path& path) {
     try {
         return parsePreset(readBytes(path, kLargestFile, "preset file"));
     } catch (const InputError& error) {
-        throw InputError(path.string() + ": " + error.what());
+        throw InputError(formatText("{}: {}", path.string(), error.what()));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "host/plugin/PluginText.h"
 #include "host/plugin/Programs.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <array>
@@ -40,14 +41,14 @@ void applyToCurrent(HostedPlugin& plugin, const PresetProgram& program) {
     }
 }
 
-std::string idText(VstInt32 id) {
-    return std::to_string(static_cast<std::uint32_t>(id));
+// As files and plug-in lists show it.
+std::uint32_t shownId(VstInt32 id) {
+    return static_cast<std::uint32_t>(id);
 }
 
-void checkCount(const std::string& what, std::size_t there, int expected) {
+void checkCount(std::string_view what, std::size_t there, int expected) {
     if (there != static_cast<std::size_t>(expected)) {
-        throw InputError("has " + std::to_string(there) + " " + what + ", the plug-in " +
-                         std::to_string(expected));
+        throw InputError(formatText("has {} {}, the plug-in {}", there, what, expected));
     }
 }
 
@@ -72,8 +73,8 @@ Preset takeBank(HostedPlugin& plugin) {
 
 void checkPreset(const Preset& preset, const HostedPlugin& plugin) {
     if (preset.pluginId != plugin.record().uniqueID) {
-        throw InputError("is for the plug-in with the id " + idText(preset.pluginId) +
-                         ", not for this one with " + idText(plugin.record().uniqueID));
+        throw InputError(formatText("is for the plug-in with the id {}, not for this one with {}",
+                                    shownId(preset.pluginId), shownId(plugin.record().uniqueID)));
     }
     if (preset.isBank) {
         checkCount("programs", preset.programs.size(), plugin.programCount());

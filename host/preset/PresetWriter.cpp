@@ -4,6 +4,7 @@
 #include "host/audio/OutputFile.h"
 #include "host/preset/PresetFormat.h"
 #include "host/preset/PresetReader.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <bit>
@@ -75,7 +76,7 @@ void writePreset(const std::filesystem::path& path, const Preset& preset) {
     try {
         parsePreset(bytes); // a plug-in may report values that nobody could read back
     } catch (const InputError& error) {
-        throw InputError("cannot write " + path.string() + ": " + error.what());
+        throw InputError(formatText("cannot write {}: {}", path.string(), error.what()));
     }
     OutputFile file(path);
     file.write(bytes.data(), static_cast<std::int64_t>(bytes.size()));

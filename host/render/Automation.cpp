@@ -5,6 +5,7 @@
 #include "host/files/FileBytes.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/render/EventSchedule.h"
+#include "host/text/Format.h"
 #include "host/text/Numbers.h"
 
 #include <algorithm>
@@ -25,16 +26,16 @@ bool isHeading(const Fields& fields) {
 
 AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& names) {
     if (fields.size() != 3) {
-        throw InputError("a move has three fields (seconds, parameter, value), not " +
-                         std::to_string(fields.size()));
+        throw InputError(formatText("a move has three fields (seconds, parameter, value), not {}",
+                                    fields.size()));
     }
     const auto seconds = realNumber(fields[0]);
     if (!seconds || *seconds < 0.0 || *seconds > kLatestSeconds) {
-        throw InputError("'" + fields[0] + "' is no time: seconds, from 0 to a day");
+        throw InputError(formatText("'{}' is no time: seconds, from 0 to a day", fields[0]));
     }
     const auto value = realNumber(fields[2]);
     if (!value || *value < 0.0 || *value > 1.0) {
-        throw InputError("'" + fields[2] + "' is no value from 0 to 1");
+        throw InputError(formatText("'{}' is no value from 0 to 1", fields[2]));
     }
     return {*seconds, findParameter(names, fields[1]), static_cast<float>(*value)};
 }
@@ -72,7 +73,7 @@ std::vector<AutomationMove> parseAutomation(std::string_view text,
                 moves.push_back(parseMove(fields, names));
             }
         } catch (const InputError& error) {
-            throw InputError(std::to_string(number) + ": " + error.what());
+            throw InputError(formatText("{}: {}", number, error.what()));
         }
         mayBeHeading = false;
     }
@@ -87,12 +88,12 @@ std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
     try {
         bytes = readBytes(path, kLargestFile, "file of moves");
     } catch (const InputError& error) {
-        throw InputError(path.string() + ": " + error.what());
+        throw InputError(formatText("{}: {}", path.string(), error.what()));
     }
     try {
         return parseAutomation({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, names);
     } catch (const InputError& error) {
-        throw InputError(path.string() + ":" + error.what());
+        throw InputError(formatText("{}:{}", path.string(), error.what()));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "host/text/Names.h"
 
+#include "host/text/Format.h"
+
 #include <algorithm>
 #include <numeric>
 #include <optional>
@@ -63,6 +65,17 @@ bool equalInAnyCase(std::string_view a, std::string_view b) {
 std::string_view cleanEnd(std::string_view text) {
     const std::size_t last = text.find_last_not_of(' ');
     return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+std::string wordList(const std::vector<std::string>& words, std::string_view last) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i != 0) {
+            text += i + 1 < words.size() ? ", " : formatText(" {} ", last);
+        }
+        text += words[i];
+    }
+    return text;
 }
 
 std::string nearestName(const std::vector<std::string>& names, std::string_view wanted) {

@@ -14,6 +14,9 @@ bool equalInAnyCase(std::string_view a, std::string_view b);
 // The text without space at its end.
 std::string_view cleanEnd(std::string_view text);
 
+// "a, b and c" for the last word "and".
+std::string wordList(const std::vector<std::string>& words, std::string_view last);
+
 // The name that takes the fewest single-character edits to become `wanted`, in any case; empty
 // when even that one is so far off that naming it would puzzle more than help.
 std::string nearestName(const std::vector<std::string>& names, std::string_view wanted);

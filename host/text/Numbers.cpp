@@ -30,13 +30,6 @@ std::optional<double> realNumber(std::string_view text) {
     return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
-std::string fixedPoint(double number, int digits) {
-    std::array<char, 400> text{}; // the largest double has 309 digits before the point
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), number,
-                                      std::chars_format::fixed, digits);
-    return {text.data(), result.ptr};
-}
-
 std::string shortestText(float number) {
     std::array<char, 32> text{}; // a sign, nine digits, a point, an exponent
     const auto result = std::to_chars(text.data(), text.data() + text.size(), number);

@@ -9,11 +9,8 @@ namespace zelvatone {
 
 // The number that all of `text` spells; none for anything else, out of range included.
 std::optional<int> wholeNumber(std::string_view text);
-// The same; "nan" and "inf" are no numbers either.
+// The same; "nan" and "inf" are not numbers either.
 std::optional<double> realNumber(std::string_view text);
-
-// With that many digits behind the point.
-std::string fixedPoint(double number, int digits);
 
 // The shortest decimal that reads back as the same float.
 std::string shortestText(float number);

@@ -25,11 +25,6 @@ TEST(Numbers, RefusesTextThatIsNotANumber) {
     }
 }
 
-TEST(Numbers, WritesAFixedNumberOfDigits) {
-    EXPECT_EQ(fixedPoint(0.5, 4), "0.5000");
-    EXPECT_EQ(fixedPoint(-3.26, 1), "-3.3");
-}
-
 TEST(Numbers, WidensAFloatToTheDecimalThatItStandsFor) {
     EXPECT_EQ(shortestDouble(0.2F), 0.2);
     EXPECT_EQ(shortestDouble(1.0F), 1.0);
