@@ -12,9 +12,9 @@ namespace zelvatone {
 // As the plug-in reports them, by index.
 std::vector<std::string> parameterNames(HostedPlugin& plugin);
 
-// The index of the parameter called `wanted`, in any case, or of that number. Plug-ins may cut
-// names to the interface's eight characters, so a longer name is also found by its beginning.
-// `names` are as the plug-in reports them. Throws InputError for a name that none or several have.
+// The index of the parameter that `wanted` means, by the rules of NameLookup. Plug-ins may cut
+// names to the interface's eight characters; the whole name is found too. `names` are as the
+// plug-in reports them. Throws InputError for what means several or none.
 int findParameter(const std::vector<std::string>& names, std::string_view wanted);
 
 } // namespace zelvatone

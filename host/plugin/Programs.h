@@ -16,9 +16,8 @@ int currentProgram(HostedPlugin& plugin);
 // `number` from 0 to programCount() - 1.
 void selectProgram(HostedPlugin& plugin, int number);
 
-// The number of the program that `wanted` means: a name, a number, or the beginning of just one
-// name in any case, tried in this order. Throws InputError, with the candidates or the nearest
-// names, for what means none or several.
+// The number of the program that `wanted` means, by the rules of NameLookup. Throws InputError for
+// what means several or none.
 int findProgram(const std::vector<std::string>& names, std::string_view wanted);
 
 } // namespace zelvatone

@@ -78,21 +78,6 @@ std::string wordList(const std::vector<std::string>& words, std::string_view las
     return text;
 }
 
-std::string nearestName(const std::vector<std::string>& names, std::string_view wanted) {
-    const std::string lower = lowerCase(wanted);
-    // Half of the letters wrong is another word.
-    std::size_t smallest = lower.size() / 2 + 1;
-    std::string nearest;
-    for (const std::string& name : names) {
-        const std::size_t distance = editDistance(lowerCase(name), lower);
-        if (distance < smallest) {
-            smallest = distance;
-            nearest = name;
-        }
-    }
-    return nearest;
-}
-
 std::vector<std::string> nearestNames(const std::vector<std::string>& names,
                                       std::string_view wanted, std::size_t most) {
     struct Rated {

@@ -1,4 +1,4 @@
-// Comparing names that people type with names that are there.
+// Names as people type and read them.
 #pragma once
 
 #include <string>
@@ -16,10 +16,6 @@ std::string_view cleanEnd(std::string_view text);
 
 // "a, b and c" for the last word "and".
 std::string wordList(const std::vector<std::string>& words, std::string_view last);
-
-// The name that takes the fewest single-character edits to become `wanted`, in any case; empty
-// when even that one is so far off that naming it would puzzle more than help.
-std::string nearestName(const std::vector<std::string>& names, std::string_view wanted);
 
 // Up to `most` names, nearest first, by the fewest edits that make a part of the name `wanted` or
 // the name a part of `wanted`, in any case: people type a word of a long name, or one too many.

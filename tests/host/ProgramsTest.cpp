@@ -1,7 +1,6 @@
 #include "host/plugin/Programs.h"
 
 #include "host/Error.h"
-#include "host/text/Names.h"
 #include "tests/support/Program.h"
 
 #include <nlohmann/json.hpp>
@@ -14,76 +13,21 @@ namespace {
 
 using nlohmann::json;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
-const std::vector<std::string> kNames{"Default", "Sleep Walker", "Sleep Walker Remix", "Sleepy",
-                                      "8 Bits",  "Lime Bass",    "Lemon Bass"};
-
-std::string answerFor(const std::string& wanted, const std::vector<std::string>& names = kNames) {
+// How names are found in general is NameLookupTest's.
+std::string answerFor(const std::string& wanted) {
     try {
-        return std::to_string(findProgram(names, wanted));
+        return std::to_string(findProgram({"Default", "Sleep Walker", "Sleepy"}, wanted));
     } catch (const InputError& error) {
         return error.what();
     }
 }
 
-TEST(ProgramLookup, FindsANameThatOthersBeginWith) {
-    EXPECT_EQ(answerFor("Sleep Walker"), "1");
-}
-
-TEST(ProgramLookup, FindsANameInAnyCase) {
-    EXPECT_EQ(answerFor("sleep WALKER remix"), "2");
-}
-
-TEST(ProgramLookup, FindsAUniqueBeginningInAnyCase) {
-    EXPECT_EQ(answerFor("sleepy"), "3");
-    EXPECT_EQ(answerFor("LI"), "5");
-    EXPECT_EQ(answerFor("d"), "0");
-}
-
-TEST(ProgramLookup, PrefersExactCaseToAnyCase) {
-    EXPECT_EQ(answerFor("bass", {"Bass", "bass", "BASS"}), "1");
-    EXPECT_EQ(answerFor("bASS", {"Bass", "bass"}),
-              "program 'bASS' could be 'Bass' (0) or 'bass' (1)");
-}
-
-TEST(ProgramLookup, FindsANumberBeforeABeginning) {
-    EXPECT_EQ(answerFor("6"), "6");
-    EXPECT_EQ(answerFor("0"), "0");
-    EXPECT_EQ(answerFor("8"), "4"); // there is no program 8, but one that begins so
-}
-
-TEST(ProgramLookup, ListsTheCandidatesOfAnAmbiguousBeginning) {
-    EXPECT_EQ(answerFor("sleep"), "program 'sleep' could be 'Sleep Walker' (1), "
-                                  "'Sleep Walker Remix' (2) or 'Sleepy' (3)");
-}
-
-TEST(ProgramLookup, NamesTheNearestOfAnUnknownName) {
-    EXPECT_EQ(answerFor("Lymon Bas"), "unknown program 'Lymon Bas'; did you mean 'Lemon Bass'?");
-    // A word from the middle, right and wrong.
-    EXPECT_EQ(answerFor("remix"), "unknown program 'remix'; did you mean 'Sleep Walker Remix'?");
-    EXPECT_THAT(answerFor("bas"), HasSubstr("did you mean 'Lime Bass' or 'Lemon Bass'?"));
-}
-
-TEST(ProgramLookup, PointsToTheListWhenNothingIsNear) {
-    EXPECT_THAT(answerFor("qqqq"), HasSubstr("'zelvatone programs' lists"));
-    EXPECT_THAT(answerFor(""), HasSubstr("'zelvatone programs' lists"));
-}
-
-TEST(ProgramLookup, TellsTheRangeOfNumbers) {
-    EXPECT_EQ(answerFor("7"), "there is no program 7; they are 0 to 6");
-    EXPECT_EQ(answerFor("-1"), "there is no program -1; they are 0 to 6");
-    EXPECT_THAT(answerFor("1", {}), HasSubstr("the plug-in has none"));
-}
-
-TEST(NearestNames, CountsEditsToTheNearestPart) {
-    EXPECT_THAT(nearestNames({"Pots and Pans", "Pads", "Spots"}, "pants", 3),
-                ElementsAre("Pots and Pans")); // one letter off; "pads" would be two of five
-    EXPECT_THAT(nearestNames({"Organ", "Organ Two"}, "orgn", 2), ElementsAre("Organ", "Organ Two"));
-    EXPECT_THAT(nearestNames({"Organ", "Organ Two"}, "orgn", 1), ElementsAre("Organ"));
-    EXPECT_THAT(nearestNames({"Organ", "Meow"}, "organ pipe", 3), ElementsAre("Organ"));
-    EXPECT_THAT(nearestNames({"Organ", ""}, "", 1), IsEmpty());
+TEST(ProgramLookup, SpeaksOfPrograms) {
+    EXPECT_EQ(answerFor("sleepy"), "2");
+    EXPECT_EQ(answerFor("3"), "there is no program 3; they are 0 to 2");
+    EXPECT_EQ(answerFor("sleep"), "program 'sleep' could be 'Sleep Walker' (1) or 'Sleepy' (2)");
+    EXPECT_EQ(answerFor("xyzzy"), "unknown program 'xyzzy'; 'zelvatone programs' lists them");
 }
 
 TEST(Programs, AreNamedByAPlugInThatTellsTheCurrentNameOnly) {

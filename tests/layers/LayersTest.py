@@ -30,12 +30,12 @@ LAYERS = [
     # The host: knows a plug-in by the records of its interface alone.
     ("host", ["host"], []), # the errors that every room throws
     ("threads", ["host/threads"], ["host"]),
-    ("files", ["host/files"], ["host"]),
     ("text", ["host/text"], ["host"]),
-    ("midi", ["host/midi"], ["host", "files"]),
+    ("files", ["host/files"], ["host", "text"]),
+    ("midi", ["host/midi"], ["host", "files", "text"]),
     ("audio", ["host/audio"], ["host", "files", "text"]),
-    ("picture", ["host/picture"], ["host", "files", "audio"]),
-    ("window", ["host/window"], ["host", "threads", "files", "picture"]),
+    ("picture", ["host/picture"], ["host", "files", "text", "audio"]),
+    ("window", ["host/window"], ["host", "threads", "files", "text", "picture"]),
     ("hosted plug-in", ["host/plugin"], ["host", "vst2", "files", "text", "window"]),
     ("preset", ["host/preset"], ["host", "vst2", "files", "text", "midi", "audio",
                                  "hosted plug-in"]),
