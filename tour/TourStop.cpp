@@ -6,7 +6,8 @@
 #include "host/audio/SoundFileWriter.h"
 #include "host/plugin/Programs.h"
 #include "host/render/InstrumentPlayer.h"
-#include "host/text/Names.h"
+#include "host/text/FileNames.h"
+#include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
 #include "tour/Spectrogram.h"
 #include "tour/Waveform.h"
@@ -91,19 +92,8 @@ void writeStop(const std::filesystem::path& folder, const TourStop& stop, const 
 }
 
 std::string stopFile(int number, int count, const std::string& name) {
-    std::string file = std::to_string(number);
-    const std::size_t digits = std::to_string(count - 1).size();
-    file.insert(0, digits - std::min(digits, file.size()), '0');
-    bool isGap = true;
-    for (const char c : lowerCase(name)) {
-        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (isPlain) {
-            file += isGap ? "-" : "";
-            file += c;
-        }
-        isGap = !isPlain;
-    }
-    return file;
+    const std::size_t digits = formatText("{}", count - 1).size();
+    return fileName(formatText("{:0{}}", number, digits), name);
 }
 
 } // namespace zelvatone

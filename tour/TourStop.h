@@ -16,7 +16,7 @@ constexpr double kTourRate = 44100.0; // Hz
 struct TourStop {
     int number = 0; // of the program
     std::string name;
-    std::string file; // name of its files, without extension: "07-cyborg-pad"
+    std::string file; // name of its files, without extension: "07-Cyborg-Pad"
     std::vector<ParameterRow> parameters;
     double peakDecibels = 0.0;      // as the plug-in plays it; full scale is 0
     std::int64_t brokenSamples = 0; // no number or infinite; silenced
@@ -36,8 +36,7 @@ class Spectrogram;
 void writeStop(const std::filesystem::path& folder, const TourStop& stop, const TourSound& sound,
                const Spectrogram& spectrogram);
 
-// "07-cyborg-pad": the number in as many digits as `count` programs need, and of the name what
-// every file system and every address of a page takes as it is.
+// "07-Cyborg-Pad", by fileName(): the number has as many digits as the last of `count` programs.
 std::string stopFile(int number, int count, const std::string& name);
 
 } // namespace zelvatone

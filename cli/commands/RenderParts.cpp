@@ -3,9 +3,10 @@
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/render/Automation.h"
+#include "host/text/FileNames.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace zelvatone {
@@ -87,16 +88,7 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
 }
 
 std::string stemName(const std::optional<int>& channel, const std::string& program) {
-    std::string name = !channel ? "rest" : (*channel < 10 ? "0" : "") + std::to_string(*channel);
-    if (!program.empty()) {
-        name += "-" + program;
-    }
-    // What one system or another does not take, so that a file may move between them.
-    constexpr std::string_view forbidden = "/\\:*?\"<>|";
-    std::replace_if(
-        name.begin(), name.end(),
-        [&](char c) { return forbidden.find(c) != std::string_view::npos; }, '-');
-    return name;
+    return fileName(channel ? formatText("{:02}", *channel) : "rest", program);
 }
 
 } // namespace zelvatone

@@ -33,7 +33,7 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
                             const Song& song, const RenderSettings& settings,
                             const std::optional<std::string>& automation);
 
-// "02-Organ": the channel, or "rest", and the program's name without what no file name can have.
+// "02-Organ", by fileName(): the channel, or "rest", and the program's name.
 std::string stemName(const std::optional<int>& channel, const std::string& program);
 
 } // namespace zelvatone

@@ -113,7 +113,7 @@ TEST_F(ChannelRenderTest, WritesStemsThatAddUpToTheMix) {
         names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());
-    ASSERT_THAT(names, ElementsAre("01-Organ.wav", "02-Lime Bass.wav", "rest-Crystal Strings.wav"));
+    ASSERT_THAT(names, ElementsAre("01-Organ.wav", "02-Lime-Bass.wav", "rest-Crystal-Strings.wav"));
     const auto mix = readSoundFile(folder_ / "mix.wav").samples;
     std::vector<float> sum(mix.size(), 0.0F);
     for (const std::string& name : names) { // in the order of the parts
