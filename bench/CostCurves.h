@@ -1,4 +1,4 @@
-// What a core is asked for as notes and modes become more: the numbers behind the picture.
+// What share of a core more notes and more modes take: the numbers of the picture.
 #pragma once
 
 #include "engine/fast/KernelChoice.h"

@@ -3,7 +3,7 @@
 // What whole VST 2 instruments take of a core for held notes, in turn in one run: ours and those of
 // other makers that are installed. Prints a table, and writes it to the file CSV too.
 //
-// Instruments differ in what a note is, so each says what it plays, and each is measured with no
+// Instruments differ in what a note is, so the table says what each plays. Each is measured with no
 // note, with 8 and with 32: what does not grow is no longer playing more notes.
 #include "host/Error.h"
 #include "host/plugin/HostedPlugin.h"
@@ -170,7 +170,7 @@ void report(const Trial& trial, std::FILE* csv) {
     const double idle = none->corePercent();
     const double eight = few->corePercent();
     const double all = many->corePercent();
-    // The idle cost belongs to no note. Eight notes are within everybody's reach.
+    // The idle cost belongs to no note. Every instrument here plays eight notes.
     const double note = (eight - idle) / 8.0;
     std::printf("%-12s %8.3f %8.3f %8.3f %10.4f %7.1f   %s\n", trial.contender->name, idle, eight,
                 all, note, many->level(), trial.contender->plays);

@@ -35,7 +35,7 @@ void makeInstance(benchmark::State& state) {
 }
 
 BENCHMARK(loadLibrary)->Unit(benchmark::kMillisecond);
-// Few of them: each leaves its engine behind, as the design has it.
+// Few of them: by design each leaves its engine in memory.
 BENCHMARK(makeInstance)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace

@@ -1,4 +1,4 @@
-// What the benchmarks let the engine play. Every load is the same on every run and machine, so the
+// What the engine plays in the benchmarks. Every load is the same on every run and machine, so the
 // sound it makes can be compared by a hash.
 #pragma once
 
@@ -22,21 +22,22 @@ struct Load {
     std::int32_t blocks;
     // Brings a new engine to where the measurement starts.
     void (*prepare)(zelvatone::ZelvatoneEngine& engine);
-    // Acts before block `number`, counted from the first that is measured; null: nothing happens.
+    // Is called before block `number`, counted from the first that is measured; null: nothing
+    // happens.
     void (*act)(zelvatone::ZelvatoneEngine& engine, std::int32_t number);
 };
 
-// Loads that go on for ever: their cost is an average.
+// Loads that do not end: their cost is an average.
 std::span<const Load> steadyLoads();
 
-// Moments: the most expensive of `blocks` blocks is what counts.
+// Loads of a moment: their cost is that of the most expensive of `blocks` blocks.
 std::span<const Load> worstBlockLoads();
 
 // Holds `notes` notes of `modes` modes each, from MIDI note `lowest` up, in sustain.
 void holdNotes(zelvatone::ZelvatoneEngine& engine, std::int32_t lowest, std::int32_t notes,
                std::int32_t modes);
 
-// Renders `count` blocks; answers a hash of their samples, continuing `hash`.
+// Renders `count` blocks; returns a hash of their samples, continuing `hash`.
 std::uint64_t renderBlocks(zelvatone::ZelvatoneEngine& engine, std::int32_t count,
                            std::uint64_t hash);
 

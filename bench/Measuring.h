@@ -16,7 +16,7 @@ double quantile(std::vector<double> values, double share);
 // Seconds that this thread has spent on a processor.
 double processorSeconds();
 
-// An engine at a load that goes on for ever, measured again and again.
+// An engine at a load that does not end, measured again and again.
 class SteadyRun {
 public:
     // Measures `blocks` blocks at a time; `prepare` brings the new engine to where they begin.
@@ -38,15 +38,15 @@ private:
 };
 
 // A load that has a most expensive block, played from its beginning again and again. Wall-clock
-// time: whoever waits for a block waits by the clock.
+// time: the audio device waits by the clock.
 class WorstBlock {
 public:
     WorstBlock(zelvatone::Renderer renderer, const Load& load);
 
     // Plays the load once more, on a new engine.
     void play();
-    // The times that its most expensive block took. Which one it is, the shortest time of each
-    // tells, because what disturbs a block only ever adds.
+    // The times that its most expensive block took. The block is chosen by its shortest time,
+    // because disturbances only make a block longer.
     const std::vector<double>& seconds() const;
 
     zelvatone::Renderer renderer;

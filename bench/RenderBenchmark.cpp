@@ -25,7 +25,7 @@ struct Options {
     File curves;      // null: none
 };
 
-// Answers null, with a line on standard error, when the file cannot be written.
+// Returns null, with a line on standard error, when the file cannot be written.
 File create(const char* path) {
     File file(std::fopen(path, "w"));
     if (file == nullptr) {
@@ -34,7 +34,7 @@ File create(const char* path) {
     return file;
 }
 
-// Takes option `name` with its `value`; answers whether that was possible.
+// Takes option `name` with its `value`; returns whether that was possible.
 bool take(const char* name, const char* value, Options& options) {
     if (std::strcmp(name, "--load") == 0) {
         options.load = value;
@@ -81,7 +81,7 @@ void write(const bench::Row& row, std::FILE* csv) {
                  static_cast<unsigned long long>(row.hash));
 }
 
-// Runs the loads that are asked for; answers whether all sounded as they must.
+// Runs the selected loads; returns whether every renderer made the same sound.
 bool compareAll(std::span<const bench::Load> loads,
                 std::vector<bench::Row> (*compare)(const bench::Load&), const Options& options) {
     bool sameSound = true;

@@ -7,7 +7,7 @@
 
 namespace zelvatone {
 
-// What the engine asks of any envelope. Audio thread.
+// What the engine needs of any envelope. Audio thread.
 class Envelope {
 public:
     // Advances by `dt` seconds and returns the value there.

@@ -23,9 +23,9 @@ public:
     // Entries waiting.
     std::int32_t available() const { return (writeIndex_ - readIndex_) & kIndexMask; }
     std::int32_t free() const { return kBufferSize - available(); }
-    // Appends `entry`; answers how many entries were written: 1, or 0 when the ring is full.
+    // Appends `entry`; returns how many entries were written: 1, or 0 when the ring is full.
     std::int32_t write(const Entry& entry);
-    // Takes the oldest entry into `entry`; answers 1, or 0 when there is none.
+    // Takes the oldest entry into `entry`; returns 1, or 0 when there is none.
     std::int32_t read(Entry& entry);
     // The shortest wait of all entries; the highest integer when there is none.
     std::int32_t shortestWait() const;

@@ -5,7 +5,7 @@
 
 namespace zelvatone {
 
-// The largest number of modes that any setting asks for: "Min Modes", "Max Modes" and "Mode Init"
+// The largest number of modes that any setting can select: "Min Modes", "Max Modes" and "Mode Init"
 // all end there.
 constexpr std::int32_t kMaxModeCount = 100;
 

@@ -8,7 +8,7 @@
 namespace zelvatone {
 
 // Extra mode j lies below the note by the ratio primes[j] ^ detune. All primes below 100, far more
-// than "Modes" asks for.
+// than "Modes" can select.
 constexpr std::array<std::int32_t, 25> kPrimes = {
     2, 3, 5, 7, 11, 13, 17, 19, 23, 29, 31, 37, 41, 43, 47, 53, 59, 61, 67, 71, 73, 79, 83, 89, 97};
 

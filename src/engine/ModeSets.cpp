@@ -1,5 +1,5 @@
 // The rules that lay out a set of modes for a note: the harmonic series and the extra, detuned
-// modes; and the mode sets that fillModes makes for looking at.
+// modes; and the mode sets that fillModes makes for inspection.
 #include "engine/ModePowers.h"
 #include "engine/ModeVoice.h"
 

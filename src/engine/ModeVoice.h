@@ -13,7 +13,7 @@ namespace zelvatone {
 
 // The bank is plain data in parallel arrays, one element a mode. All operations run on the audio
 // thread and read the shared settings at the moment they run. Nothing is allocated after
-// construction unless fillModes asks for more than kMaxModeCount modes.
+// construction unless fillModes needs more than kMaxModeCount modes.
 class ModeVoice {
 public:
     // `settings` is not owned and must outlive the voice.
@@ -35,7 +35,7 @@ public:
     float shiftPeriod() const;
     // Whether the sample that begins `seconds` after the note's start ends with a shift.
     bool shiftIsDue(float seconds) const;
-    // How many modes a shift asks for, 0 to kMaxModeCount.
+    // How many modes the next shift has, 0 to kMaxModeCount.
     std::int32_t nextModeCount() const;
     // Sends the modes on towards targets for `count` of them, letting modes in or out.
     void glideToTargets(std::int32_t count);
@@ -51,7 +51,7 @@ public:
     // Makes the arrays at least `count` long; growing them clears them.
     void ensureCapacity(std::int32_t count);
     // Sets `count` modes directly, without a glide, by the settings' modeKind. The engine never
-    // calls it: it is for looking at a mode set by itself. Prints a line for 0 modes and for an
+    // calls it: it is for inspecting a mode set by itself. Prints a line for 0 modes and for an
     // unknown kind.
     void fillModes(std::int32_t count);
     // Prints the active modes to standard output.

@@ -1,4 +1,4 @@
-// What every engine behind the plug-in has: its identity, programs, voice slots and event queue,
+// What every engine of the plug-in has: its identity, programs, voice slots and event queue,
 // and the step from MIDI messages to timed events.
 #pragma once
 
@@ -41,7 +41,7 @@ public:
     virtual void noteOff(std::int32_t note) = 0;
     // `amount`: octaves.
     virtual void pitchBend(float amount) = 0;
-    // There is no state but programs and parameters: hands out null, answers 0 bytes.
+    // There is no state but programs and parameters: hands out null and returns 0 bytes.
     virtual std::int32_t getChunk(void** data, bool isPreset);
     virtual std::int32_t setChunk(void* data, std::int32_t byteSize, bool isPreset);
 
@@ -83,7 +83,7 @@ protected:
     // One pass over the waiting events, at the start of every sample.
     void runEventPass();
     // Runs the passes of the coming samples, 1 to `limit`, up to the one before the next that
-    // applies an event; answers for how many samples.
+    // applies an event; returns for how many samples.
     std::int32_t runEventPasses(std::int32_t limit);
 
 private:

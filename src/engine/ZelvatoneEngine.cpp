@@ -102,7 +102,7 @@ void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t s
     readEnvelopeSettings(parameters, *envelopeSettings);
     shaper->select(readShaperSet(parameters));
     if (sampleFrames <= 0) {
-        return; // without a look at `outputs`
+        return; // `outputs` may be null
     }
     if (fastRenderer_ == nullptr) {
         renderReference(outputs[0], sampleFrames);

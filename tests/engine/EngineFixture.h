@@ -39,7 +39,7 @@ inline std::vector<std::uint32_t> bitsOf(const std::vector<float>& samples) {
     return bits;
 }
 
-// A pattern that no rendering leaves behind: a sample that was not written shows.
+// A value that no rendering produces: a sample that was not written shows.
 constexpr float kUnwritten = 12345.678F;
 
 // Renders one block. Both channels must be written and be the same to the bit; one is returned.

@@ -86,7 +86,7 @@ TEST_P(FailedLookups, PrintForOneBrokenVoiceWhileAnotherSounds) {
     engine.voices[31]->phase[0] = std::numeric_limits<float>::infinity();
     PrintedLines printed;
     render(engine, 1);
-    // The conversion's answer to what does not fit, the lowest integer, and a whole table added.
+    // A float that does not fit is converted to the lowest integer; a whole table is added to that.
     EXPECT_EQ(printed.take(), lineFor(INT32_MIN + 1024, std::numeric_limits<double>::infinity()));
 }
 

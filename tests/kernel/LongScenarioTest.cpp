@@ -4,8 +4,8 @@
 
 namespace {
 
-// Twenty seeds a test, from twenty times the number behind its name on; the seed of a scenario with
-// a difference is printed.
+// Twenty seeds a test, from twenty times the number at the end of its name on; the seed of a
+// scenario with a difference is printed.
 class ManyScenarios : public testing::TestWithParam<int> {};
 
 TEST_P(ManyScenarios, AreTheSameToTheLastBitInAllRenderers) {

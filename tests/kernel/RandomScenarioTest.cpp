@@ -4,7 +4,8 @@
 
 namespace {
 
-// The number behind the test's name is the seed: run that one test to see its scenario again.
+// The number at the end of the test's name is the seed: run that one test to see its scenario
+// again.
 class RandomScenario : public testing::TestWithParam<int> {};
 
 TEST_P(RandomScenario, IsTheSameToTheLastBitInAllRenderers) {

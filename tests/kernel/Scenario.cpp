@@ -166,7 +166,7 @@ std::int32_t Scenario::someOffset() {
 }
 
 void Scenario::turnKnob() {
-    // Full turns are common in music and leave the most extreme values behind.
+    // Full turns are common in music and lead to the most extreme values.
     setKnob(random_.below(kParameterCount), random_.oneOf({0.0F, 1.0F, 0.5F, random_.fraction()}));
 }
 

@@ -17,19 +17,19 @@ std::vector<zelvatone::Renderer> renderersUnderTest();
 
 // Everything that hosts, players and broken values can do to an engine, chosen by a seed: notes in
 // crowds and alone, bends, events that are overdue or far ahead, any program, knobs between blocks,
-// tempo and sample rate, values that are no numbers.
+// tempo and sample rate, values that are not numbers.
 class Scenario {
 public:
     explicit Scenario(std::uint64_t seed);
 
-    // Plays until about `modeSamples` samples of single modes have been rendered. Answers what was
+    // Plays until about `modeSamples` samples of single modes have been rendered. Returns what was
     // different first between the reference engine and another; nothing if all bits were the same.
     std::string play(std::int64_t modeSamples);
 
 private:
     using Engine = zelvatone::ZelvatoneEngine;
 
-    // What sort of performance it is.
+    // What kind of performance it is.
     struct Temper {
         std::int32_t longestBlock;
         std::int32_t crowd;    // most notes started at once
@@ -49,7 +49,7 @@ private:
     void setKnob(std::int32_t index, float normalised);
     void breakSomething();
     void breakMode();
-    // Lets every engine render the next block; answers what was different, if anything was.
+    // Lets every engine render the next block; returns what was different, if anything was.
     std::string renderBlock(std::int32_t samples);
     struct Block;
     Block render(Engine& engine, std::int32_t samples);

@@ -23,7 +23,7 @@ std::int32_t samplesUntilShiftByCounting(const ModeVoice& voice, std::int32_t sa
     return samples;
 }
 
-// Follows `voice` through many runs; answers how many shifts were due on the way.
+// Follows `voice` through many runs; returns how many shifts were due on the way.
 int expectShiftsLikeCounting(ModeVoice voice) {
     int shifts = 0;
     for (int run = 0; run < 200; ++run) {

@@ -10,7 +10,7 @@
 float remainderInIntegers(float phase);
 
 // Lets `kernel` wrap every `stride`-th float from `from` to `to` (neither negative) and its
-// negative. Answers the first that comes out other than in double precision, and how; empty if all
+// negative. Returns the first that comes out other than in double precision, and how; empty if all
 // are right.
 std::string firstWrongWrap(const zelvatone::ModeKernel& kernel, float from, float to,
                            std::uint32_t stride);

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Usage: kernel_objects_test.sh OBJECT...
 #
-# Of these object files, looks at those of the kernels: each may define one symbol for the rest of
+# Of these object files, tests those of the kernels: each may define one symbol for the rest of
 # the program, its table of functions, and ask the rest for nothing but fmod and what compilers
 # call by themselves.
 

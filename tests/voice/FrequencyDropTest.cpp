@@ -1,4 +1,4 @@
-// "Freq Drop": frequencies that run away sample by sample, and "Drop Mod", which says whose.
+// "Freq Drop": frequencies that run away sample by sample, and "Drop Mod", which selects the modes.
 #include "tests/voice/VoiceBench.h"
 
 #include <vector>

@@ -99,7 +99,7 @@ TEST_F(Lookup, NamesTheIndexAfterTheUsedLengthWasAddedFarBelowTheCycle) {
 }
 
 TEST_F(Lookup, FindsNoEntryForNotANumberAndPrintsALine) {
-    // The conversion's answer to all of these is the lowest integer, and 1024 - 2^31 is this:
+    // All of these are converted to the lowest integer, and 1024 - 2^31 is this:
     const std::string index = "-2147482624";
     EXPECT_EQ(printedBy([&] { entryAt(kNaN); }), message(index, "nan"));
     EXPECT_EQ(printedBy([&] { entryAt(kInfinity); }), message(index, "inf"));

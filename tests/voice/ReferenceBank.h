@@ -122,7 +122,7 @@ private:
     }
 
     Bounded sum() const {
-        // The table answers with the nearest entry below, up to one entry away on a slope of 1 or
+        // The table gives the nearest entry below, up to one entry away on a slope of 1 or
         // less; the rounding of the index may reach the next entry where it is 2^-12 away.
         const double entry = 2.0 * std::numbers::pi / 1024.0 * (1.0 + 0x1p-12);
         Bounded total;

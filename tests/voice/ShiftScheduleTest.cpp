@@ -19,7 +19,7 @@ protected:
         settings_.modeShift = 1;
     }
 
-    // Renders `samples` samples and answers at which of them the voice shifted: each shift raises
+    // Renders `samples` samples and returns at which of them the voice shifted: each shift raises
     // the count from 0 to 1, and the bench puts it back.
     std::vector<int> shiftsIn(int samples) {
         std::vector<int> shifts;

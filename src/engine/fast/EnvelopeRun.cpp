@@ -13,7 +13,7 @@ using Clock = SampleClock<double>;
 // Writes value(time) for every tick of the run. A long one is filled to its end, because a loop of
 // constant length becomes vector code.
 template<class Value>
-void draw(const Clock& clock, std::int32_t samples, float* levels, Value value) {
+void fillLevels(const Clock& clock, std::int32_t samples, float* levels, Value value) {
     std::array<double, kRunSamples> times{};
     for (std::int32_t k = 0; k < samples; ++k) {
         times[k] = clock.at(k + 1);
@@ -34,7 +34,7 @@ bool runAttack(ADSR& envelope, const Clock& clock, std::int32_t samples, float* 
         return false;
     }
     const double velocity = envelope.velocity;
-    draw(clock, samples, levels, [=](double time) { return velocity * (time / attack); });
+    fillLevels(clock, samples, levels, [=](double time) { return velocity * (time / attack); });
     envelope.level = last / attack;
     return true;
 }
@@ -49,7 +49,7 @@ bool runDecay(ADSR& envelope, const Clock& clock, std::int32_t samples, float* l
         return 1.0 - (1.0 - sustain) * ((time - attack) / decay);
     };
     const double velocity = envelope.velocity;
-    draw(clock, samples, levels, [=](double time) { return velocity * level(time); });
+    fillLevels(clock, samples, levels, [=](double time) { return velocity * level(time); });
     envelope.level = level(last);
     return true;
 }
@@ -72,8 +72,8 @@ bool runRelease(const ADSR& envelope, const Clock& clock, std::int32_t samples, 
     }
     const double level = envelope.level;
     const double velocity = envelope.velocity;
-    draw(clock, samples, levels,
-         [=](double time) { return (level - (time / release) * level) * velocity; });
+    fillLevels(clock, samples, levels,
+               [=](double time) { return (level - (time / release) * level) * velocity; });
     return true;
 }
 

@@ -8,7 +8,7 @@
 namespace zelvatone {
 
 // Ticks the active `envelope` up to `samples` (1..kRunSamples) times, by `dt` seconds each, and
-// writes its values to `levels`, which has room for kRunSamples. Answers how many ticks there were:
+// writes its values to `levels`, which has room for kRunSamples. Returns how many ticks there were:
 // fewer than `samples` if the note's fade ended with the last one. Audio thread.
 std::int32_t runEnvelope(ADSR& envelope, double dt, std::int32_t samples, float* levels);
 

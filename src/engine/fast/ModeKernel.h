@@ -26,8 +26,8 @@ constexpr std::int32_t kPaddedModes =
 // first-level cache.
 constexpr std::int32_t kBatchLanes = kPaddedModes;
 
-// A voice's seven arrays and how many of its modes are active, 0 to 100. What lies behind the
-// active modes is kept as it is.
+// A voice's seven arrays and how many of its modes are active, 0 to 100. Modes after
+// the active ones keep their values.
 struct ModeBank {
     float* amp;
     float* freq;

@@ -16,7 +16,7 @@ template<class Time>
 class SampleClock {
 public:
     // `start` and `increment` in seconds, `increment` above zero; `samples` (1..kRunSamples): how
-    // far it will be asked for.
+    // far it will be read.
     SampleClock(Time start, double increment, std::int32_t samples) : start_(start) {
         const Time first = after(start, increment);
         step_ = static_cast<double>(first) - start;
@@ -27,7 +27,7 @@ public:
         }
     }
 
-    // The time after `samples` more samples, 0 to as many as were announced.
+    // The time after `samples` more samples, 0 to the number given to the constructor.
     Time at(std::int32_t samples) const {
         return uniform_ ? static_cast<Time>(start_ + samples * step_) : counted_[samples];
     }
