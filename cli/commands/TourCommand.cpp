@@ -3,7 +3,7 @@
 #include "cli/commands/RenderSettings.h"
 #include "cli/terminal/ProgressBar.h"
 #include "host/Error.h"
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 #include "host/files/OutputFolder.h"
 #include "host/plugin/Programs.h"
 #include "host/text/Format.h"

@@ -1,7 +1,7 @@
 // Makes an OGG file the same on every writing.
 #pragma once
 
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 
 namespace zelvatone {
 

@@ -1,8 +1,8 @@
 // Turns samples into the bytes of a sound file.
 #pragma once
 
-#include "host/audio/OutputFile.h"
 #include "host/audio/SoundFileFormat.h"
+#include "host/files/OutputFile.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,9 +1,9 @@
 // Writes a sound file that is either complete or not there. The same samples give the same bytes.
 #pragma once
 
-#include "host/audio/OutputFile.h"
 #include "host/audio/SoundEncoder.h"
 #include "host/audio/SoundFileFormat.h"
+#include "host/files/OutputFile.h"
 
 #include <cstdint>
 #include <memory>

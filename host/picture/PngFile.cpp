@@ -1,7 +1,7 @@
 #include "host/picture/PngFile.h"
 
 #include "host/Error.h"
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 #include "host/text/Format.h"
 
 #include <vector>

@@ -1,6 +1,6 @@
 // PNG files through GDI+.
 #include "host/Error.h"
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 #include "host/picture/TrueColourPicture.h"
 #include "host/text/Format.h"
 

@@ -1,7 +1,7 @@
 #include "host/preset/PresetWriter.h"
 
 #include "host/Error.h"
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 #include "host/preset/PresetFormat.h"
 #include "host/preset/PresetReader.h"
 #include "host/text/Format.h"

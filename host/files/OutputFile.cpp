@@ -1,4 +1,4 @@
-#include "host/audio/OutputFile.h"
+#include "host/files/OutputFile.h"
 
 #include "host/Error.h"
 #include "host/files/SystemFile.h"
