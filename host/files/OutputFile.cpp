@@ -3,8 +3,6 @@
 #include "host/Error.h"
 #include "host/files/SystemFile.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <string>
@@ -16,9 +14,17 @@ namespace {
 
 // A link is written through, not replaced.
 std::filesystem::path followLinks(const std::filesystem::path& path) {
-    std::error_code error;
-    const auto followed = std::filesystem::canonical(path, error);
-    return error ? path : followed;
+    constexpr int kMostLinks = 40; // as many as the system itself follows
+    std::filesystem::path followed = path;
+    std::error_code error; // what cannot be looked at shows when it is opened
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(followed, error); ++i) {
+        if (mayBePlanted(followed)) {
+            throw InputError("cannot write " + path.string() + ": " + followed.string() +
+                             " is another user's link in a folder that all users can write to");
+        }
+        followed = followed.parent_path() / std::filesystem::read_symlink(followed, error);
+    }
+    return followed;
 }
 
 } // namespace
@@ -33,43 +39,14 @@ OutputFile::OutputFile(const std::filesystem::path& path)
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
         throw InputError("cannot write " + path_.string() + ": it is not a regular file");
     }
-    // Renaming over a file asks for no permission to write to it, so that is asked for here.
+    // Replacing a file needs no permission to write to it, so that is asked for here.
     if (std::filesystem::exists(status) && !mayWrite(target_)) {
         fail(errno);
     }
-    openHidden();
-}
-
-OutputFile::~OutputFile() {
-    discard();
-}
-
-void OutputFile::openHidden() {
-    constexpr int attempts = 100; // leftovers of killed processes that had the same number
-    const std::string stem = ".zelvatone-" + std::to_string(getpid()) + "-";
-    for (int i = 0; descriptor_ < 0 && i < attempts; ++i) {
-        hidden_ = target_.parent_path() / (stem + std::to_string(i));
-        descriptor_ = createFile(hidden_);
-        if (descriptor_ < 0 && errno != EEXIST) {
-            break;
-        }
-    }
-    if (descriptor_ < 0) {
+    staged_.emplace(target_);
+    if (staged_->descriptor() < 0) {
         fail(errno);
     }
-}
-
-void OutputFile::discard() noexcept {
-    if (descriptor_ >= 0) {
-        close(descriptor_);
-        removeHidden();
-        descriptor_ = -1;
-    }
-}
-
-void OutputFile::removeHidden() const noexcept {
-    std::error_code error; // nothing to do about it
-    std::filesystem::remove(hidden_, error);
 }
 
 void OutputFile::fail(int error) const {
@@ -81,7 +58,7 @@ std::int64_t OutputFile::read(void* target, std::int64_t count) const {
     std::int64_t done = 0;
     while (done < count) {
         const std::int64_t got =
-            readFile(descriptor_, static_cast<char*>(target) + done, count - done);
+            readFile(staged_->descriptor(), static_cast<char*>(target) + done, count - done);
         if (got == 0 || (got < 0 && errno != EINTR)) {
             break;
         }
@@ -94,7 +71,7 @@ std::int64_t OutputFile::write(const void* source, std::int64_t count) {
     std::int64_t done = 0;
     while (writeError_ == 0 && done < count) {
         const std::int64_t put =
-            writeFile(descriptor_, static_cast<const char*>(source) + done, count - done);
+            writeFile(staged_->descriptor(), static_cast<const char*>(source) + done, count - done);
         if (put < 0 && errno != EINTR) {
             writeError_ = errno;
         }
@@ -104,7 +81,7 @@ std::int64_t OutputFile::write(const void* source, std::int64_t count) {
 }
 
 std::int64_t OutputFile::seek(std::int64_t offset, int whence) const {
-    return seekFile(descriptor_, offset, whence);
+    return seekFile(staged_->descriptor(), offset, whence);
 }
 
 std::int64_t OutputFile::size() const {
@@ -122,18 +99,17 @@ void OutputFile::check() const {
 
 void OutputFile::settle() {
     check();
-    if (settleFile(descriptor_) != 0) {
+    if (settleFile(staged_->descriptor()) != 0) {
         fail(errno);
     }
 }
 
 void OutputFile::commit() {
     settle();
-    const int closed = close(descriptor_);
-    descriptor_ = -1;
-    if (closed != 0 || renameFile(hidden_, target_) != 0) {
-        const int error = errno;
-        removeHidden();
+    const int published = staged_->publish();
+    const int error = errno;
+    staged_.reset();
+    if (published != 0) {
         fail(error);
     }
 }

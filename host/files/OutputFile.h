@@ -1,18 +1,22 @@
 // A file that appears under its name only when it is complete.
 #pragma once
 
+#include "host/files/StagedFile.h"
+
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 namespace zelvatone {
 
-// Bytes go to a hidden file in the target's folder; commit() gives it the name. Without a commit
-// nothing is left and an earlier file of that name is untouched.
+// Bytes go to a file beside the target; commit() gives it the name and, where it replaces a file,
+// that one's mode. Without a commit nothing is left and an earlier file of that name is untouched.
+// Links are followed, but not another user's in a folder that all can write to.
 class OutputFile {
 public:
     // Throws InputError when `path` is a directory or cannot be written to.
     explicit OutputFile(const std::filesystem::path& path);
-    ~OutputFile();
+    ~OutputFile() = default;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
@@ -34,16 +38,12 @@ public:
     const std::filesystem::path& path() const { return path_; }
 
 private:
-    void openHidden();
-    void discard() noexcept;
-    void removeHidden() const noexcept;
     [[noreturn]] void fail(int error) const;
 
-    std::filesystem::path path_;   // as the user wrote it
-    std::filesystem::path target_; // with links followed
-    std::filesystem::path hidden_;
-    int descriptor_ = -1;
-    int writeError_ = 0; // errno of the first failed write
+    std::filesystem::path path_;       // as the user wrote it
+    std::filesystem::path target_;     // with links followed
+    std::optional<StagedFile> staged_; // until the commit
+    int writeError_ = 0;               // errno of the first failed write
 };
 
 } // namespace zelvatone

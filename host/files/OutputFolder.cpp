@@ -1,6 +1,7 @@
 #include "host/files/OutputFolder.h"
 
 #include "host/Error.h"
+#include "host/files/Leftovers.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace zelvatone {
 
@@ -35,12 +37,8 @@ OutputFolder::OutputFolder(const fs::path& path, const std::function<bool(const 
     if (fs::is_directory(target_, error) && !fs::is_empty(target_, error) && !isOurs(target_)) {
         fail("there are other files in it; name a new folder");
     }
-    const std::string name = ".zelvatone-" + std::to_string(getpid()) + "-folder";
-    const fs::path hidden = target_.parent_path() / name;
-    if (!fs::create_directory(hidden, error)) {
-        fail(error ? error.message() : "there is a folder " + hidden.string());
-    }
-    hidden_ = hidden;
+    sweepLeftovers(target_.parent_path());
+    makeHidden();
 }
 
 OutputFolder::~OutputFolder() {
@@ -48,6 +46,31 @@ OutputFolder::~OutputFolder() {
     if (!hidden_.empty()) {
         fs::remove_all(hidden_, error);
     }
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
+}
+
+// Another process may sweep the folder away before it is claimed.
+void OutputFolder::makeHidden() {
+    constexpr int kAttempts = 100; // leftovers that cannot be removed
+    std::error_code error;
+    for (int i = 0; i < kAttempts; ++i) {
+        const fs::path hidden = hiddenName(target_.parent_path(), i);
+        const bool isNew = fs::create_directory(hidden, error);
+        if (error) {
+            fail(error.message());
+        }
+        if (isNew) {
+            descriptor_ = open(hidden.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+            if (descriptor_ >= 0 && claim(descriptor_)) {
+                hidden_ = hidden;
+                return;
+            }
+            close(std::exchange(descriptor_, -1));
+        }
+    }
+    fail("folders that killed programs left behind cannot be removed");
 }
 
 void OutputFolder::fail(const std::string& reason) const {

@@ -24,11 +24,13 @@ public:
     void commit();
 
 private:
+    void makeHidden();
     [[noreturn]] void fail(const std::string& reason) const;
 
     std::filesystem::path path_;   // as the user wrote it
     std::filesystem::path target_; // absolute, with links followed
     std::filesystem::path hidden_;
+    int descriptor_ = -1; // of the hidden folder; marks it as in use
 };
 
 } // namespace zelvatone

@@ -1,16 +1,9 @@
 #include "host/files/SystemFile.h"
 
-#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
-
 namespace zelvatone {
-
-int createFile(const std::filesystem::path& path) {
-    // Readable and writable for whom the user's own settings say so, as any new file.
-    return open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-}
 
 std::int64_t readFile(int descriptor, void* target, std::int64_t count) {
     return read(descriptor, target, static_cast<std::size_t>(count));
@@ -32,8 +25,15 @@ bool mayWrite(const std::filesystem::path& path) {
     return access(path.c_str(), W_OK) == 0;
 }
 
-int renameFile(const std::filesystem::path& from, const std::filesystem::path& to) {
-    return std::rename(from.c_str(), to.c_str());
+bool mayBePlanted(const std::filesystem::path& link) {
+    struct stat status {};
+    struct stat folder {};
+    const auto parent = link.has_parent_path() ? link.parent_path() : std::filesystem::path(".");
+    if (lstat(link.c_str(), &status) != 0 || stat(parent.c_str(), &folder) != 0) {
+        return false; // what is not there is no danger
+    }
+    return (folder.st_mode & S_IWOTH) != 0 && status.st_uid != geteuid() &&
+           status.st_uid != folder.st_uid;
 }
 
 } // namespace zelvatone

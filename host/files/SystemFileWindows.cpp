@@ -1,13 +1,8 @@
 #include "host/files/SystemFile.h"
 
-#include <windows.h>
-
-#include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 
 namespace zelvatone {
 
@@ -19,27 +14,7 @@ unsigned int atOnce(std::int64_t count) {
     return static_cast<unsigned int>(std::min(count, kMost));
 }
 
-int errorNumber(DWORD error) {
-    switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-        return ENOENT;
-    case ERROR_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION: // somebody else has it open
-        return EACCES;
-    case ERROR_DISK_FULL:
-        return ENOSPC;
-    default:
-        return EIO;
-    }
-}
-
 } // namespace
-
-int createFile(const std::filesystem::path& path) {
-    return _wopen(path.c_str(), _O_RDWR | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
-                  _S_IREAD | _S_IWRITE);
-}
 
 std::int64_t readFile(int descriptor, void* target, std::int64_t count) {
     return _read(descriptor, target, atOnce(count));
@@ -62,13 +37,9 @@ bool mayWrite(const std::filesystem::path& path) {
     return _waccess(path.c_str(), kForWriting) == 0;
 }
 
-// The library's own rename does not replace.
-int renameFile(const std::filesystem::path& from, const std::filesystem::path& to) {
-    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) == FALSE) {
-        errno = errorNumber(GetLastError());
-        return -1;
-    }
-    return 0;
+// Only administrators make links.
+bool mayBePlanted(const std::filesystem::path& /*link*/) {
+    return false;
 }
 
 } // namespace zelvatone

@@ -10,7 +10,9 @@ find_package(PNG REQUIRED GLOBAL)
 set(platform_sources
   audio/LibraryEncoder.cpp
   audio/OggSerial.cpp
+  files/LeftoversLinux.cpp
   files/OutputFolder.cpp
+  files/StagedFileLinux.cpp
   files/SystemFileLinux.cpp
   picture/Picture.cpp
   picture/PngFile.cpp

@@ -3,6 +3,8 @@ include(${PROJECT_SOURCE_DIR}/cmake/HeaderOnlyLibraries.cmake)
 
 set(platform_sources
   audio/LibraryEncoderMissing.cpp
+  files/LeftoversWindows.cpp
+  files/StagedFileWindows.cpp
   files/SystemFileWindows.cpp
   picture/TrueColourPictureWindows.cpp
   plugin/PluginSearchWindows.cpp

@@ -3,8 +3,13 @@
 #include "host/Error.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <csignal>
 
 namespace zelvatone {
 namespace {
@@ -74,6 +79,19 @@ TEST_F(OutputFolderTest, RefusesAFolderWithOtherFilesInIt) {
     EXPECT_EQ(readText(target_ / "letter"), "dear");
     EXPECT_THAT(errorOf(target_ / "letter"), HasSubstr("letter: it is no folder"));
     EXPECT_THAT(errorOf(scratch_ / "no" / "out"), HasSubstr("No such file or directory"));
+}
+
+TEST_F(OutputFolderTest, IsRemovedByTheNextOneWhenItsProcessIsKilled) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const OutputFolder folder(target_, never);
+        writeText(folder.hidden() / "a", "text");
+        raise(SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(scratch_.names().size(), 1U);
+    OutputFolder(target_, never).commit();
+    EXPECT_THAT(scratch_.names(), ElementsAre("out"));
 }
 
 TEST_F(OutputFolderTest, FollowsALink) {
