@@ -7,6 +7,7 @@
 #include "host/audio/LevelMeter.h"
 #include "host/audio/NonFinite.h"
 #include "host/audio/SoundFileWriter.h"
+#include "host/files/InputGuard.h"
 #include "host/files/UserPath.h"
 #include "host/render/RecordingEnd.h"
 #include "host/render/Stems.h"
@@ -70,6 +71,22 @@ void commit(SoundFileWriter& file, std::optional<Stems>& stems) {
         stems->commit();
     }
     file.commit();
+}
+
+// What is read stays as it is, under whatever name it is to be overwritten.
+void checkTargets(const RenderOptions& options, const std::optional<Stems>& stems) {
+    std::vector<std::filesystem::path> outputs{userPath(options.output)};
+    if (stems) {
+        const auto paths = stems->paths();
+        outputs.insert(outputs.end(), paths.begin(), paths.end());
+    }
+    std::vector<std::filesystem::path> inputs{userPath(options.song)};
+    for (const auto& input : {options.automate, options.setup.preset}) {
+        if (input) {
+            inputs.push_back(userPath(*input));
+        }
+    }
+    checkOutputs(outputs, inputs);
 }
 
 void addValue(CLI::App& command, const std::string& name, std::string& value,
@@ -148,6 +165,7 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
         stems.emplace(userPath(*options.stems), userPath(options.output).extension().string(),
                       settings.file, ensemble);
     }
+    checkTargets(options, stems);
     RenderReport report;
     {
         ProgressBar progress(!options.quiet);

@@ -33,6 +33,7 @@ public:
     // Completes the file and gives it its name. Throws InputError when that fails.
     void commit();
 
+    const std::filesystem::path& path() const { return file_.path(); }
     // Samples so far that lay outside what the format can express.
     std::int64_t clippedSamples() const { return clippedSamples_; }
 

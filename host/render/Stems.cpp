@@ -34,6 +34,15 @@ Stems::Stems(const std::filesystem::path& folder, const std::string& extension,
     }
 }
 
+std::vector<std::filesystem::path> Stems::paths() const {
+    std::vector<std::filesystem::path> paths;
+    paths.reserve(writers_.size());
+    for (const auto& writer : writers_) {
+        paths.push_back(writer->path());
+    }
+    return paths;
+}
+
 void Stems::require(std::int64_t frames) const {
     for (const auto& writer : writers_) {
         writer->require(frames);

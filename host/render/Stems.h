@@ -33,6 +33,8 @@ public:
     Stems(const std::filesystem::path& folder, const std::string& extension,
           const SoundFileFormat& format, Ensemble& ensemble);
 
+    std::vector<std::filesystem::path> paths() const;
+
     // Throws InputError when a file of that many frames is more than its format can hold.
     void require(std::int64_t frames) const;
     // Appends the first `count` samples of each part's last round. Throws InputError.

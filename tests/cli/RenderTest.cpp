@@ -126,6 +126,22 @@ TEST_F(RenderTest, LeavesNoFileWhenTheDiskIsFull) {
     }
 }
 
+TEST_F(RenderTest, RefusesToOverwriteItsSongThroughALink) {
+    const std::string before = readText(song_);
+    std::filesystem::create_hard_link(song_, folder_ / "hard.wav");
+    const auto result = render(folder_ / "hard.wav");
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("hard.wav: it is the same file as"));
+    EXPECT_EQ(readText(song_), before);
+    EXPECT_THAT(folder_.names(), ElementsAre("hard.wav", "song.mid"));
+}
+
+TEST_F(RenderTest, RefusesToWriteTheMixOverAStem) {
+    const auto result = render(folder_ / "rest.wav", {"--stems", folder_.path().string()});
+    EXPECT_THAT(result.errors, HasSubstr(" twice: "));
+    EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
+}
+
 void waitUntil(const std::function<bool()>& holds) {
     for (int i = 0; i < 1000 && !holds(); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
