@@ -93,14 +93,13 @@ void describe(CLI::App& app) {
     // On Windows too a slash begins a path, not an option.
     app.allow_windows_style_options(false);
     app.set_version_flag("--version", "zelvatone " ZELVATONE_VERSION);
-    app.set_help_flag("-h,--help", "Print this help and leave");
-    app.footer(
-        "Examples:\n"
-        "  zelvatone render song.mid -o song.wav\n"
-        "  zelvatone render song.mid -o song.wav --program Organ\n"
-        "  zelvatone tour -o tour\n"
-        "'zelvatone COMMAND --help' tells more of each.\n"
-        "Exit status: 0 done, 1 a file or plug-in is no good, 2 the command line is no good.");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.footer("Examples:\n"
+               "  zelvatone render song.mid -o song.wav\n"
+               "  zelvatone render song.mid -o song.wav --program Organ\n"
+               "  zelvatone tour -o tour\n"
+               "'zelvatone COMMAND --help' describes a command.\n"
+               "Exit status: 0 success, 1 bad file or plug-in, 2 bad command line.");
 }
 
 UsageError commandError(const CLI::App& app, const Commands& commands) {
@@ -143,7 +142,7 @@ int runCommand(int argc, char** argv) {
                  "zelvatone");
     describe(app);
     const Commands commands(app);
-    // What is no command is left for us to name. Commands made earlier do not follow this.
+    // An unknown command is named by commandError(). Commands made earlier do not inherit this.
     app.allow_extras();
     if (!parse(app, argc, argv)) {
         return 0;

@@ -1,9 +1,9 @@
-// The program behind main(), of which each platform has its own.
+// The program, called by the main() of each platform.
 #pragma once
 
 namespace zelvatone {
 
-// `argv` is UTF-8. Answers the exit status.
+// `argv` is UTF-8. Returns the exit status.
 int runProgram(int argc, char** argv);
 
 } // namespace zelvatone

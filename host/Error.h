@@ -18,13 +18,13 @@ private:
     int exitStatus_;
 };
 
-// Something that the command was given to work on is no good: a file, a plug-in, a disk.
+// An input is bad: a file, a plug-in, a disk.
 class InputError : public Error {
 public:
     explicit InputError(const std::string& line) : Error(line, 1) {}
 };
 
-// The command line itself asks for something that cannot be, whatever the files hold.
+// The command line is bad, whatever the files hold.
 class UsageError : public Error {
 public:
     explicit UsageError(const std::string& line) : Error(line, 2) {}

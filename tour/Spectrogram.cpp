@@ -83,7 +83,7 @@ Spectrogram::Spectrogram(double sampleRate)
     }
 }
 
-// Decibels by bin of the samples around `centre`; there is silence before and behind them.
+// Decibels by bin of the samples around `centre`; there is silence before and after them.
 std::vector<float> Spectrogram::levels(std::span<const float> samples, double centre) const {
     const auto start = static_cast<std::int64_t>(centre) - kWindow / 2;
     const Samples input = makeSamples();

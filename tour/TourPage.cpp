@@ -73,7 +73,7 @@ std::string parameterLines(const std::vector<ParameterRow>& rows) {
     return text;
 }
 
-// With that many digits behind the point, a minus of a number's width, and no minus for zero.
+// With that many digits after the point, a minus of a number's width, and no minus for zero.
 std::string decibelText(double decibels, int digits) {
     const std::string number = formatText("{:.{}f}", std::abs(decibels), digits);
     const bool isZero = number.find_first_not_of("0.") == std::string::npos;
@@ -85,7 +85,7 @@ std::string peakText(const TourStop& stop) {
                            ? formatText("peak {}", decibelText(stop.peakDecibels, 1))
                            : "silent";
     if (stop.brokenSamples != 0) {
-        text += formatText(", {} samples were no numbers", stop.brokenSamples);
+        text += formatText(", {} samples were NaN or infinite", stop.brokenSamples);
     }
     return text;
 }
@@ -158,7 +158,7 @@ std::string tourPage(const std::string& instrument, double phraseSeconds,
 }
 
 bool holdsOnlyATour(const std::filesystem::path& folder) {
-    std::error_code error; // what cannot be looked at is no tour
+    std::error_code error; // a folder that cannot be read is not a tour
     for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
         const std::string extension = entry.path().extension().string();
         const bool isOurs =

@@ -19,7 +19,7 @@ struct TourStop {
     std::string file; // name of its files, without extension: "07-Cyborg-Pad"
     std::vector<ParameterRow> parameters;
     double peakDecibels = 0.0;      // as the plug-in plays it; full scale is 0
-    std::int64_t brokenSamples = 0; // no number or infinite; silenced
+    std::int64_t brokenSamples = 0; // NaN or infinite; silenced
 };
 
 // A rendered phrase, all as loud as each other at their peaks.

@@ -20,7 +20,7 @@ ChannelChoice parseChannel(std::string_view text);
 // By channel. Throws UsageError, also for a channel that is named twice.
 std::map<int, ChannelChoice> parseChannels(const std::vector<std::string>& texts);
 
-// Whether a program is meant as a preset file.
+// Whether a program is given as a preset file.
 bool isPresetPath(std::string_view program);
 
 } // namespace zelvatone

@@ -17,7 +17,7 @@ namespace {
 std::string noticeText(const EditNotice& notice, HostedPlugin& plugin,
                        const std::vector<std::string>& names) {
     if (notice.parameter < 0 || notice.parameter >= plugin.parameterCount()) {
-        return formatText("a parameter that there is not: {}", notice.parameter);
+        return formatText("unknown parameter {}", notice.parameter);
     }
     const std::string& name = names[static_cast<std::size_t>(notice.parameter)];
     switch (notice.kind) {
@@ -60,10 +60,10 @@ CLI::App* addEditCommand(CLI::App& app, EditOptions& options) {
     addSetupOptions(*command, options.setup);
     command
         ->add_option("--save", options.save,
-                     "When the window is closed, write what was edited: .fxp for the program, "
-                     ".fxb for the bank")
+                     "When the window is closed, write the edited program (.fxp) or bank "
+                     "(.fxb)")
         ->type_name("FILE");
-    command->footer("Nothing is to be heard: render a song with the saved file.\n"
+    command->footer("The editor is silent: render a song with the saved file to hear it.\n"
                     "With --verbose, each move of a knob is printed as it happens.\n"
                     "Examples:\n"
                     "  zelvatone edit --program Organ\n"

@@ -17,7 +17,7 @@ struct EditOptions {
 };
 
 CLI::App* addEditCommand(CLI::App& app, EditOptions& options);
-// Comes back when the user has closed the window.
+// Returns when the user has closed the window.
 void runEdit(const EditOptions& options, const StandardOutput& output);
 
 } // namespace zelvatone

@@ -38,7 +38,7 @@ std::vector<PinInfo> outputPins(HostedPlugin& plugin) {
     constexpr int mostPins = 256; // a count that a broken plug-in reports must not keep us here
     std::vector<PinInfo> pins;
     for (int i = 0; i < std::min(plugin.outputCount(), mostPins); ++i) {
-        // Twice, with nothing behind the label but room, for labels that are not terminated.
+        // Two records: a plug-in may write a label past the end of the first.
         std::array<VstPinProperties, 2> properties{};
         if (plugin.request(effGetOutputProperties, i, 0, properties.data()) == 1) {
             const VstPinProperties& pin = properties[0];
@@ -56,7 +56,7 @@ int number(VstIntPtr answer) {
 std::vector<std::pair<std::string, int>> capabilities(HostedPlugin& plugin) {
     std::vector<std::pair<std::string, int>> answers;
     for (const char* capability : kPluginCapabilities) {
-        std::string question = capability; // a copy, for the interface knows no const
+        std::string question = capability; // a copy: the interface takes no const
         const VstIntPtr answer = plugin.request(effCanDo, 0, 0, question.data());
         answers.emplace_back(capability, answer > 0 ? 1 : std::max(number(answer), -1));
     }

@@ -1,4 +1,4 @@
-// What every command that opens a plug-in is told about it.
+// The options of every command that opens a plug-in.
 #pragma once
 
 #include "host/plugin/PluginLibrary.h"

@@ -34,7 +34,7 @@ void checkName(const std::optional<std::string>& name) {
 }
 
 void rename(HostedPlugin& plugin, const std::string& name) {
-    PluginTextBuffer buffer{}; // the interface knows no const
+    PluginTextBuffer buffer{}; // the interface takes no const
     name.copy(buffer.data(), buffer.size() - 1);
     plugin.request(effSetProgramName, 0, 0, buffer.data());
 }
@@ -78,11 +78,11 @@ void load(const PresetOptions& options, const StandardOutput& output) {
 }
 
 void addSave(CLI::App& preset, PresetOptions& options) {
-    CLI::App* command = preset.add_subcommand("save", "Write a program or the bank into a file");
+    CLI::App* command = preset.add_subcommand("save", "Save a program or the bank to a file");
     command->add_option("file", options.file, "The file: .fxp for a program, .fxb for the bank")
         ->required()
         ->type_name("FILE");
-    command->add_option("--name", options.name, "Give the program this name, of 24 bytes at most")
+    command->add_option("--name", options.name, "Name the program, in 24 bytes at most")
         ->type_name("NAME");
     addSetupOptions(*command, options.setup);
     addPluginOptions(*command, options.plugin);
@@ -93,14 +93,14 @@ void addSave(CLI::App& preset, PresetOptions& options) {
 }
 
 void addLoad(CLI::App& preset, PresetOptions& options) {
-    CLI::App* command = preset.add_subcommand(
-        "load", "Load a file into the plug-in and show what it then displays");
-    command->add_option("file", options.file, "The file, of parameters: .fxp or .fxb")
+    CLI::App* command =
+        preset.add_subcommand("load", "Load a file into the plug-in and show its values");
+    command->add_option("file", options.file, "The file: .fxp or .fxb, with parameters")
         ->required()
         ->type_name("FILE");
     command
         ->add_option("--program", options.setup.program,
-                     "Show this program of a bank, not the list of programs")
+                     "Show this program of a bank instead of the list")
         ->type_name("NAME");
     command->add_flag("--json", options.json, "Write JSON, for programs to read");
     addPluginOptions(*command, options.plugin);

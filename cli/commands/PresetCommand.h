@@ -1,5 +1,4 @@
-// `zelvatone preset`: keeps an instrument's programs in files, for the plug-in itself keeps
-// nothing.
+// `zelvatone preset`: keeps an instrument's programs in files; the plug-in itself stores nothing.
 #pragma once
 
 #include "cli/commands/PluginOptions.h"

@@ -14,7 +14,7 @@ std::string presetSummary(const Preset& preset);
 
 class PresetReport {
 public:
-    // `plugin` is what the file was loaded into. Of a bank, all programs are told by name, or the
+    // `plugin` is what the file was loaded into. Of a bank, all programs are listed by name, or the
     // current one with its parameters when `oneProgram` holds.
     PresetReport(const PresetFile& file, bool oneProgram, HostedPlugin& plugin);
 
@@ -35,7 +35,7 @@ private:
 
     const PresetFile& file_;
     bool isList_;
-    std::vector<Loaded> programs_; // those that are told
+    std::vector<Loaded> programs_; // those that are shown
 };
 
 } // namespace zelvatone

@@ -97,13 +97,13 @@ void addValue(CLI::App& command, const std::string& name, std::string& value,
 void addChannelOptions(CLI::App& command, RenderOptions& options) {
     command
         .add_option("--channel", options.channels,
-                    "Give a MIDI channel an instrument of its own, with its own program (a name, "
-                    "a number or an .fxp file) and level; may be repeated")
+                    "Give a MIDI channel its own instrument, with a program (name, number or .fxp "
+                    "file) and a level; may be repeated")
         ->type_name("CHANNEL=PROGRAM[@LEVELdB]")
         ->allow_extra_args(false);
     command
         .add_option("--stems", options.stems,
-                    "Also write each --channel, and what the rest plays, into a file of its own")
+                    "Also write each --channel, and the rest of the song, to a file of its own")
         ->type_name("FOLDER");
     command
         .add_option("--automate", options.automate,
@@ -121,23 +121,23 @@ constexpr const char* kExamples =
 } // namespace
 
 CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
-    CLI::App* command = app.add_subcommand("render", "Play a MIDI file into a sound file");
+    CLI::App* command = app.add_subcommand("render", "Render a MIDI file to a sound file");
     command->add_option("song", options.song, "The MIDI file, of format 0 or 1")
         ->required()
         ->type_name("SONG.mid");
     command->add_option("-o,--output", options.output, "The sound file: .wav, .flac or .ogg")
         ->required()
         ->type_name("FILE");
-    addValue(*command, "--rate", options.rate, "HZ", "Samples a second, 8000 to 192000");
-    addValue(*command, "--block", options.block, "SAMPLES", "Samples in a block, 1 to 65536");
+    addValue(*command, "--rate", options.rate, "HZ", "Sample rate, 8000 to 192000");
+    addValue(*command, "--block", options.block, "SAMPLES", "Block size, 1 to 65536");
     addValue(*command, "--format", options.format, "16|24|float",
-             "Samples of 16 or 24 bits or floating-point; OGG has its own");
-    addValue(*command, "--gain", options.gain, "DB", "Decibels to make it louder or softer by");
+             "Sample format: 16 bits, 24 bits or floating point; OGG ignores it");
+    addValue(*command, "--gain", options.gain, "DB", "Gain of the whole mix");
     addValue(*command, "--tail", options.tail, "auto|SECONDS",
-             "How long to go on behind the song's end; auto: until there has been silence for "
-             "half a second, 30 s at most");
+             "How long to render after the end of the song; auto: until half a second of "
+             "silence, 30 s at most");
     addValue(*command, "--threads", options.threads, "auto|N",
-             "How many channels to render at once; auto: as many as the machine can");
+             "Channels to render at once; auto: one per processor");
     addSetupOptions(*command, options.setup);
     addChannelOptions(*command, options);
     addPluginOptions(*command, options.plugin);

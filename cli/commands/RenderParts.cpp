@@ -35,9 +35,9 @@ PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) 
     return own;
 }
 
-// The messages that a part hears. What belongs to no channel is for everybody.
-std::function<bool(const SongEvent&)> hears(const PartPlan& plan,
-                                            const std::map<int, ChannelChoice>& channels) {
+// The messages that a part receives. A message without a channel goes to every part.
+std::function<bool(const SongEvent&)> receives(const PartPlan& plan,
+                                               const std::map<int, ChannelChoice>& channels) {
     return [own = plan.channel, &channels](const SongEvent& event) {
         const auto channel = channelOf(event);
         return !channel || (own ? *channel == *own : !channels.contains(*channel));
@@ -80,7 +80,7 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
                         : AutomationSchedule();
         }
         auto player = std::make_unique<InstrumentPlayer>(
-            *plugin, song, scheduleEvents(song, rate, hears(plan, settings.channels)), *moves);
+            *plugin, song, scheduleEvents(song, rate, receives(plan, settings.channels)), *moves);
         const std::string name = stemName(plan.channel, plugin->text(effGetProgramName));
         parts.push_back({name, std::move(plugin), std::move(player), plan.gain * settings.gain});
     }

@@ -23,12 +23,12 @@ struct PartPlan {
 
 // A part for every channel that `channels` names, in their order, each with the bank and the
 // settings of `setup`. After them one with all of `setup` for the rest, if the song plays on any
-// other channel or no channel is named. Throws InputError for a preset file that is no good.
+// other channel or no channel is named. Throws InputError for a bad preset file.
 std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
                                 const PluginSetup& setup);
 
 // Makes the instruments. `automation` is a file of moves for all of them. The song must outlive
-// the parts. Throws InputError when a setup does not fit the plug-in or the file is no good.
+// the parts. Throws InputError when a setup does not fit the plug-in or the file is bad.
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
                             const Song& song, const RenderSettings& settings,
                             const std::optional<std::string>& automation);

@@ -40,7 +40,7 @@ std::string closingLine(const std::string& file, const RenderReport& report) {
         formatText("{}: {}, {}, {}", file, lengthText(report.seconds),
                    peakText(report.peakDecibels), clippedText(report.clippedSamples));
     if (report.brokenSamples != 0) {
-        line += formatText(", {} samples were no numbers (silenced)", report.brokenSamples);
+        line += formatText(", {} samples were NaN or infinite (silenced)", report.brokenSamples);
     }
     const std::string speed = speedText(report.seconds, report.renderSeconds);
     return line + (speed.empty() ? "\n" : formatText(", {}\n", speed));

@@ -11,7 +11,7 @@ struct RenderReport {
     double renderSeconds = 0.0; // of work
     double peakDecibels = 0.0;  // full scale is 0
     std::int64_t clippedSamples = 0;
-    std::int64_t brokenSamples = 0; // no number or infinite; silenced
+    std::int64_t brokenSamples = 0; // NaN or infinite; silenced
 };
 
 // "12.5 x real time".

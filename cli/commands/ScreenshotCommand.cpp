@@ -103,7 +103,7 @@ CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
         ->check(CLI::Range(0, static_cast<int>(kHelpPanels.size())));
     addPluginOptions(*command, options.plugin);
     addSetupOptions(*command, options.setup);
-    command->footer("Without a display (DISPLAY), Xvfb is started for the time being.\n"
+    command->footer("Without a display (DISPLAY), Xvfb is started temporarily.\n"
                     "Examples:\n"
                     "  zelvatone screenshot -o editor.png\n"
                     "  zelvatone screenshot -o organ.png --program Organ --set Attack=0.5\n"

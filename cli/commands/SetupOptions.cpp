@@ -65,11 +65,12 @@ void addSetupOptions(CLI::App& command, SetupOptions& options) {
         ->type_name("FILE");
     command
         .add_option("--program", options.program,
-                    "Choose a program, by its name, the beginning of it, or its number")
+                    "Choose a program by name, by the unique beginning of a name, or by number")
         ->type_name("NAME");
     command
-        .add_option("--set", options.settings,
-                    "Set a parameter, by name or number, to a value from 0 to 1; may be repeated")
+        .add_option(
+            "--set", options.settings,
+            "Set a parameter, chosen like a program, to a value from 0 to 1; may be repeated")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
 }

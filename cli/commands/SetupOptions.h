@@ -38,7 +38,7 @@ struct PresetFile {
     Preset preset;
 };
 
-// A file that was read. Throws InputError with its name when it is no good.
+// Reads a preset file. Throws InputError with its name for a bad file.
 PresetFile readPresetFile(const std::string& path);
 
 // In the order in which they are applied.
@@ -48,8 +48,8 @@ struct PluginSetup {
     std::vector<ParameterSetting> settings;
 };
 
-// Reads the options and the preset file that they name. Throws UsageError for what is no setting,
-// InputError for a file that is no good or that leaves no program to choose.
+// Reads the options and the preset file that they name. Throws UsageError for a bad setting,
+// InputError for a bad file or one that leaves no program to choose.
 PluginSetup readSetup(const SetupOptions& options);
 
 // Throws InputError, with nothing set, for a preset that is not for this plug-in and for a program

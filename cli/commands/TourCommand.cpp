@@ -92,7 +92,7 @@ CLI::App* addTourCommand(CLI::App& app, TourOptions& options) {
         ->type_name("FOLDER");
     command
         ->add_option("--threads", options.threads,
-                     "How many programs to render at once; auto: as many as the machine can")
+                     "Programs to render at once; auto: one per processor")
         ->type_name("auto|N")
         ->capture_default_str();
     addPluginOptions(*command, options.plugin);

@@ -15,7 +15,7 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    // `done` from 0 to 1; `note` stands behind the bar. Draws a few times a second at most.
+    // `done` from 0 to 1; `note` follows the bar. Draws a few times a second at most.
     void show(double done, const std::string& note);
 
 private:

@@ -1,4 +1,4 @@
-// What the program can expect of whoever reads what it says.
+// What the terminal of standard error can do.
 #pragma once
 
 namespace zelvatone {

@@ -1,4 +1,4 @@
-// What a plug-in tells its host while the user works in its editor.
+// What a plug-in reports to its host while the user works in its editor.
 #pragma once
 
 namespace zelvatone {

@@ -1,4 +1,4 @@
-// Collects what a plug-in tells its host about edits, for the thread that shows it.
+// Collects the edits that a plug-in reports to its host, for the thread that shows it.
 #pragma once
 
 #include "host/plugin/EditListener.h"

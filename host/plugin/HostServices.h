@@ -27,7 +27,7 @@ public:
     // Whether blocks are being rendered, so that a plug-in may take its time over them.
     void setRendering(bool rendering) { rendering_ = rendering; }
 
-    // Who hears of what the user does in the editor; null for nobody. The listener must live until
+    // Receives what the user does in the editor; null for none. The listener must live until
     // it is taken off, and no call may be under way then.
     void setEditListener(EditListener* listener) { listener_ = listener; }
 

@@ -18,12 +18,12 @@ AEffect* construct(const PluginLibrary& library, HostServices& services) {
     const HostServices::ConstructionScope scope(services);
     AEffect* effect = library.entryPoint()(HostServices::callback);
     if (effect == nullptr) {
-        throw InputError(library.path().string() + " refuses to start: it hands out no plug-in");
+        throw InputError(library.path().string() + " refuses to start: it returns no plug-in");
     }
     if (effect->magic != kEffectMagic || effect->dispatcher == nullptr ||
         effect->getParameter == nullptr || effect->setParameter == nullptr) {
         throw InputError(library.path().string() +
-                         " is no plug-in: what it hands out lacks the interface's mark");
+                         " is not a plug-in: what it returns lacks the interface's mark");
     }
     return effect;
 }

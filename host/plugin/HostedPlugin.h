@@ -13,8 +13,8 @@ namespace zelvatone {
 // Instances share nothing but the library; each may be used from a thread of its own.
 class HostedPlugin {
 public:
-    // Creates and opens an instance and tells it the stream's format. Throws InputError when the
-    // entry point answers no plug-in.
+    // Creates and opens an instance and sets the stream's format. Throws InputError when the
+    // entry point returns no plug-in.
     HostedPlugin(const PluginLibrary& library, const StreamFormat& format);
     // Switches off and closes.
     ~HostedPlugin();

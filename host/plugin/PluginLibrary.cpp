@@ -13,14 +13,14 @@ PluginLibrary::PluginLibrary(const std::filesystem::path& path)
     }
     const SharedLibrary library = loadLibrary(path_);
     if (library.handle == nullptr) {
-        throw InputError(formatText("{} is no plug-in: {}", path.string(), library.error));
+        throw InputError(formatText("{} is not a plug-in: {}", path.string(), library.error));
     }
     void* entry = findFunction(library, "VSTPluginMain");
     if (entry == nullptr) {
         entry = findFunction(library, "main"); // what the interface called it before version 2.4
     }
     if (entry == nullptr) {
-        throw InputError(path.string() + " is no plug-in: it has no entry point VSTPluginMain");
+        throw InputError(path.string() + " is not a plug-in: it has no entry point VSTPluginMain");
     }
     entryPoint_ = reinterpret_cast<EntryPoint>(entry);
 }

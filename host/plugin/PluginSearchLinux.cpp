@@ -10,7 +10,7 @@ namespace zelvatone {
 namespace {
 
 std::string environment(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nobody sets any
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): no thread sets any
     return value == nullptr ? "" : value;
 }
 

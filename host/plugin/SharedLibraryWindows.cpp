@@ -14,7 +14,7 @@ namespace {
 std::string lastError() {
     const DWORD error = GetLastError();
     if (error == ERROR_BAD_EXE_FORMAT) {
-        return "it is no library for 64-bit Windows";
+        return "it is not a library for 64-bit Windows";
     }
     std::string text = std::system_category().message(static_cast<int>(error));
     std::replace(text.begin(), text.end(), '\n', ' ');

@@ -5,7 +5,7 @@
 //   bank (.fxb)     mark, size, kind, 1 or 2, plug-in id, plug-in version, programs, reserved[128],
 //                   then each program as a whole .fxp record
 //
-// The size counts what stands behind it. A bank of version 2 has the current program's number in
+// The size counts the bytes after it. A bank of version 2 has the current program's number in
 // the first four reserved bytes.
 #pragma once
 

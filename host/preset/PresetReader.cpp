@@ -59,7 +59,7 @@ void checkSize(std::uint64_t announced, std::uint64_t there, const std::string& 
 // `reader` holds the record and nothing else.
 RecordHead takeHead(ByteReader& reader, const std::string& what) {
     if (reader.remaining() < kMarkAndSize || reader.number32() != kPresetMark) {
-        throw InputError(what + " is no preset: it does not begin with 'CcnK'");
+        throw InputError(what + " is not a preset: it does not begin with 'CcnK'");
     }
     const std::uint32_t size = reader.number32();
     checkSize(size, reader.remaining(), what);
@@ -90,14 +90,14 @@ std::string takeName(ByteReader& reader, const std::string& what) {
 
 float takeValue(ByteReader& reader, std::uint32_t index, const std::string& what) {
     const auto value = std::bit_cast<float>(reader.number32());
-    if (!(value >= 0.0F && value <= 1.0F)) { // no number fails too
-        const std::string number = value == value ? formatText("{:.6f}", value) : "no number";
+    if (!(value >= 0.0F && value <= 1.0F)) { // NaN fails too
+        const std::string number = value == value ? formatText("{:.6f}", value) : "NaN";
         throw InputError(formatText("parameter {} of {} is {}, not 0 to 1", index, what, number));
     }
     return value;
 }
 
-// What stands behind a program's head. `reader` holds it and nothing else.
+// What follows a program's head. `reader` holds it and nothing else.
 PresetProgram takeProgram(ByteReader& reader, const RecordHead& head, const std::string& what) {
     checkVersion(head.version, 1, what);
     PresetProgram program;
@@ -112,7 +112,7 @@ PresetProgram takeProgram(ByteReader& reader, const RecordHead& head, const std:
     return program;
 }
 
-// One record off the front of what stands behind the bank's head.
+// One record off the front of what follows the bank's head.
 std::span<const std::uint8_t> takeRecord(ByteReader& reader, const std::string& what) {
     if (reader.remaining() < kMarkAndSize) {
         throw InputError(what + " is cut short");
@@ -162,7 +162,7 @@ void takeBank(ByteReader& reader, const RecordHead& head, Preset& bank) {
     }
     if (!reader.atEnd()) {
         throw InputError(
-            formatText("{} and has {} bytes behind them", announced, reader.remaining()));
+            formatText("{} and has {} bytes after them", announced, reader.remaining()));
     }
 }
 

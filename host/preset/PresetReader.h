@@ -9,9 +9,9 @@
 
 namespace zelvatone {
 
-// Throws InputError with the file's name for a file that is missing, no preset file, of the kind
+// Throws InputError with the file's name for a file that is missing, not a preset, of the kind
 // that holds a chunk, cut short or too long, inconsistent, with a name that does not end, or with
-// a value that is no number from 0 to 1.
+// a value that is not a number from 0 to 1.
 Preset readPreset(const std::filesystem::path& path);
 
 // The same from memory; the error's text names no file.

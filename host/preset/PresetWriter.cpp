@@ -74,7 +74,7 @@ Bytes presetBytes(const Preset& preset) {
 void writePreset(const std::filesystem::path& path, const Preset& preset) {
     const Bytes bytes = presetBytes(preset);
     try {
-        parsePreset(bytes); // a plug-in may report values that nobody could read back
+        parsePreset(bytes); // a plug-in may report values that cannot be read back
     } catch (const InputError& error) {
         throw InputError(formatText("cannot write {}: {}", path.string(), error.what()));
     }

@@ -31,11 +31,11 @@ AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& n
     }
     const auto seconds = realNumber(fields[0]);
     if (!seconds || *seconds < 0.0 || *seconds > kLatestSeconds) {
-        throw InputError(formatText("'{}' is no time: seconds, from 0 to a day", fields[0]));
+        throw InputError(formatText("'{}' is not a time: seconds, from 0 to a day", fields[0]));
     }
     const auto value = realNumber(fields[2]);
     if (!value || *value < 0.0 || *value > 1.0) {
-        throw InputError(formatText("'{}' is no value from 0 to 1", fields[2]));
+        throw InputError(formatText("'{}' is not a value from 0 to 1", fields[2]));
     }
     return {*seconds, findParameter(names, fields[1]), static_cast<float>(*value)};
 }
@@ -48,7 +48,7 @@ std::string_view takeLine(std::string_view& text) {
     return line;
 }
 
-bool isPassedOver(std::string_view line) {
+bool isSkipped(std::string_view line) {
     const std::size_t start = line.find_first_not_of(" \t\r");
     return start == std::string_view::npos || line[start] == '#';
 }
@@ -64,7 +64,7 @@ std::vector<AutomationMove> parseAutomation(std::string_view text,
     bool mayBeHeading = true;
     for (int number = 1; !text.empty(); ++number) {
         const std::string_view line = takeLine(text);
-        if (isPassedOver(line)) {
+        if (isSkipped(line)) {
             continue;
         }
         try {

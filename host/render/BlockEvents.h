@@ -33,7 +33,7 @@ private:
     std::int64_t blockStart_ = 0; // sample that the next block starts at
     std::vector<VstMidiEvent> midi_;
     std::vector<VstMidiSysexEvent> exclusive_;
-    std::vector<VstIntPtr> list_; // room for a VstEvents record and the pointers behind it
+    std::vector<VstIntPtr> list_; // room for a VstEvents record and the pointers after it
 };
 
 } // namespace zelvatone

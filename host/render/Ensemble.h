@@ -31,7 +31,7 @@ public:
     std::size_t size() const { return parts_.size(); }
     const std::string& name(std::size_t part) const { return parts_[part].name; }
 
-    // Renders the next blocks of every part. Answers the mix, channels interleaved.
+    // Renders the next blocks of every part. Returns the mix, channels interleaved.
     std::span<float> renderRound();
     // What a part came to in the last round, with its gain; as long as the mix.
     std::span<float> samples(std::size_t part) { return samples_[part]; }

@@ -15,9 +15,10 @@ namespace zelvatone {
 // Players of one song share nothing that changes, so each may render on a thread of its own.
 class InstrumentPlayer {
 public:
-    // Switches the instrument on. Throws InputError for a plug-in that is no instrument. `plugin`
-    // and `song` must outlive the player; the block size is the plug-in's. Each move is made at the
-    // first start of a block at or behind its frame; instruments read parameters once a block.
+    // Switches the instrument on. Throws InputError for a plug-in that is not an instrument.
+    // `plugin` and `song` must outlive the player; the block size is the plug-in's. Each move is
+    // made at the first start of a block at or after its frame; instruments read parameters once a
+    // block.
     InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule,
                      AutomationSchedule moves = {});
     ~InstrumentPlayer();

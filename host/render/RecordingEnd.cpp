@@ -22,7 +22,7 @@ RecordingEnd::RecordingEnd(std::int64_t songFrames, std::optional<double> tailSe
       silenceNeeded_(tailSeconds ? 0 : frameAt(kSilenceSeconds, sampleRate)),
       isOver_(lastFrame_ == 0) {}
 
-// Counts the silence behind the song; false when there has been enough.
+// Counts the silence after the song; false when there has been enough.
 bool RecordingEnd::soundsOn(std::span<const float> frame) {
     if (silenceNeeded_ == 0 || position_ < songFrames_) {
         return true;

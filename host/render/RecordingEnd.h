@@ -9,7 +9,7 @@ namespace zelvatone {
 
 class RecordingEnd {
 public:
-    // The song lasts `songFrames`; behind it come `tailSeconds`, or without them whatever sounds
+    // The song lasts `songFrames`; after it come `tailSeconds`, or without them whatever sounds
     // on, until there has been silence for half a second or half a minute has passed. Rate in Hz.
     RecordingEnd(std::int64_t songFrames, std::optional<double> tailSeconds, double sampleRate);
 

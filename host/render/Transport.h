@@ -1,4 +1,4 @@
-// Where the music stands at each sample, as plug-ins are told.
+// The position in the music at each sample, for plug-ins that ask.
 #pragma once
 
 #include "host/midi/Song.h"

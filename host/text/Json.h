@@ -9,7 +9,7 @@ namespace zelvatone {
 
 using Json = nlohmann::ordered_json;
 
-// Indented, with a line end; bytes that are no UTF-8 (a path may hold such) become U+FFFD.
+// Indented, with a line end; bytes that are not UTF-8 (a path may hold some) become U+FFFD.
 inline std::string jsonText(const Json& json) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

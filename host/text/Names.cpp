@@ -34,7 +34,7 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
     return editRow(a, b, std::move(row)).back();
 }
 
-// To the part of `text` that is nearest: leaving out what is before and behind it costs nothing.
+// To the part of `text` that is nearest: leaving out what is before and after it costs nothing.
 std::size_t partDistance(std::string_view wanted, std::string_view text) {
     const auto row = editRow(wanted, text, std::vector<std::size_t>(text.size() + 1));
     return *std::min_element(row.begin(), row.end());

@@ -157,7 +157,7 @@ TEST_F(ChannelRenderTest, RefusesWhatCannotBe) {
     EXPECT_THAT(errorWith({"--threads", "0"}), HasSubstr("2 zelvatone: --threads takes"));
     EXPECT_THAT(errorWith({"--threads", "65"}), HasSubstr("2 zelvatone: --threads takes"));
     EXPECT_THAT(errorWith({"--automate", path("moves.csv")}),
-                HasSubstr("moves.csv:2: '2' is no value from 0 to 1\n"));
+                HasSubstr("moves.csv:2: '2' is not a value from 0 to 1\n"));
     EXPECT_THAT(errorWith({"--automate", path("none.csv")}), HasSubstr("none.csv: no such file"));
     EXPECT_THAT(errorWith({"--stems", path("song.mid")}), HasSubstr("1 zelvatone: cannot make"));
     EXPECT_THAT(errorWith({"--stems", path("no/stems")}), HasSubstr("1 zelvatone: cannot make"));

@@ -83,8 +83,8 @@ TEST_F(ErrorAnswersTest, AboutTheOutput) {
 
 TEST_F(ErrorAnswersTest, AboutThePlugIn) {
     expectPluginAnswer(path("none.so"), "none.so: no such plug-in");
-    expectPluginAnswer(path("text.mid"), "text.mid is no plug-in: file too short");
-    expectPluginAnswer(path("folder.wav"), "folder.wav is no plug-in: ");
+    expectPluginAnswer(path("text.mid"), "text.mid is not a plug-in: file too short");
+    expectPluginAnswer(path("folder.wav"), "folder.wav is not a plug-in: ");
     expectPluginAnswer(testPlugin("noentry"), "it has no entry point VSTPluginMain");
     expectPluginAnswer(testPlugin("refusing"), "refuses to start");
     expectPluginAnswer(testPlugin("unmarked"), "lacks the interface's mark");

@@ -1,4 +1,4 @@
-// The manual and the completion keep up with the options that there are.
+// The manual and the completion know every option.
 
 #include "tests/support/Program.h"
 
@@ -20,7 +20,7 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-// The word of small letters and hyphens behind the first `mark` in a line; empty without one.
+// The word of small letters and hyphens after the first `mark` in a line; empty without one.
 std::string wordBehind(const std::string& line, const std::string& mark) {
     const std::size_t at = line.find(mark);
     if (at == std::string::npos) {

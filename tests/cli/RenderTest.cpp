@@ -108,7 +108,7 @@ TEST_F(RenderTest, SilencesWhatIsNoNumberAndSaysSo) {
     const auto result = zelvatoneWith({"render", song_.string(), "-o", output_.string(), "--plugin",
                                        testPlugin("broken"), "--tail", "0", "--rate", "8000"});
     EXPECT_THAT(result.output, HasSubstr("peak 6.0 dBFS, 16000 clipped samples, 16000 samples were "
-                                         "no numbers (silenced)"));
+                                         "NaN or infinite (silenced)"));
     EXPECT_FLOAT_EQ(readSoundFile(output_).samples[0], 0.0F);
     EXPECT_FLOAT_EQ(readSoundFile(output_).samples[1], -1.0F);
 }

@@ -68,12 +68,13 @@ TEST(Automation, SortsByTimeAndKeepsTheOrderOfEquals) {
 }
 
 TEST(Automation, SaysWhichLineIsNoGood) {
-    EXPECT_EQ(errorOf("1,Level,0\n\nx,Level,0\n"), "3: 'x' is no time: seconds, from 0 to a day");
-    EXPECT_THAT(errorOf("-1,Level,0"), HasSubstr("1: '-1' is no time"));
-    EXPECT_THAT(errorOf("nan,Level,0"), HasSubstr("is no time"));
-    EXPECT_THAT(errorOf("86401,Level,0"), HasSubstr("is no time"));
-    EXPECT_EQ(errorOf("1,Level,1.5"), "1: '1.5' is no value from 0 to 1");
-    EXPECT_EQ(errorOf("1,Level,"), "1: '' is no value from 0 to 1");
+    EXPECT_EQ(errorOf("1,Level,0\n\nx,Level,0\n"),
+              "3: 'x' is not a time: seconds, from 0 to a day");
+    EXPECT_THAT(errorOf("-1,Level,0"), HasSubstr("1: '-1' is not a time"));
+    EXPECT_THAT(errorOf("nan,Level,0"), HasSubstr("is not a time"));
+    EXPECT_THAT(errorOf("86401,Level,0"), HasSubstr("is not a time"));
+    EXPECT_EQ(errorOf("1,Level,1.5"), "1: '1.5' is not a value from 0 to 1");
+    EXPECT_EQ(errorOf("1,Level,"), "1: '' is not a value from 0 to 1");
     EXPECT_EQ(errorOf("1,Level"), "1: a move has three fields (seconds, parameter, value), not 2");
     EXPECT_THAT(errorOf("1;Level;0"), HasSubstr("not 1"));
     EXPECT_THAT(errorOf("1,Level,0,5"), HasSubstr("not 4"));

@@ -61,7 +61,7 @@ TEST(HostedPlugin, StartsThroughTheOlderEntryPoint) {
 TEST(HostedPlugin, SaysWhyAFileIsNotAPlugIn) {
     EXPECT_THAT(refusal("/no/such.so"), HasSubstr("no such plug-in"));
     EXPECT_THAT(refusal(TEST_PLUGINS "../CTestTestfile.cmake"),
-                HasSubstr("is no plug-in: invalid ELF header"));
+                HasSubstr("is not a plug-in: invalid ELF header"));
     EXPECT_THAT(refusal(testPlugin("noentry")), HasSubstr("no entry point"));
     EXPECT_THAT(refusal(testPlugin("refusing")), HasSubstr("refuses to start"));
     EXPECT_THAT(refusal(testPlugin("unmarked")), HasSubstr("lacks the interface's mark"));

@@ -22,7 +22,7 @@ TEST(PluginText, RefusesUtf8ThatIsNotTheShortestOrNoCharacter) {
     EXPECT_FALSE(isUtf8("\xC0\x80"));         // a zero in two bytes
     EXPECT_FALSE(isUtf8("\xE0\x80\x80"));     // and in three
     EXPECT_FALSE(isUtf8("\xED\xA0\x80"));     // half of a pair
-    EXPECT_FALSE(isUtf8("\xF4\x90\x80\x80")); // behind the last character
+    EXPECT_FALSE(isUtf8("\xF4\x90\x80\x80")); // after the last character
     EXPECT_FALSE(isUtf8("\xE2\x99"));         // cut
 }
 

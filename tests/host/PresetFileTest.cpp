@@ -83,7 +83,8 @@ TEST(PresetReader, RefusesEveryShorterFile) {
     for (const Bytes& whole : {programBytes({}), bankBytes({})}) {
         for (std::size_t length = 0; length < whole.size(); ++length) {
             const std::string error = errorOf(Bytes(whole.begin(), whole.begin() + length));
-            EXPECT_THAT(error, length < 8 ? HasSubstr("is no preset") : HasSubstr("is cut short"));
+            EXPECT_THAT(error,
+                        length < 8 ? HasSubstr("is not a preset") : HasSubstr("is cut short"));
         }
     }
 }
@@ -96,7 +97,7 @@ TEST(PresetReader, RefusesBytesAfterTheEnd) {
 
 TEST(PresetReader, RefusesAnotherMark) {
     EXPECT_EQ(programError([](auto& f) { f.mark = "RIFF"; }),
-              "the file is no preset: it does not begin with 'CcnK'");
+              "the file is not a preset: it does not begin with 'CcnK'");
 }
 
 TEST(PresetReader, RefusesChunksAndUnknownKinds) {
@@ -129,7 +130,7 @@ TEST(PresetReader, RefusesSizesAndCountsThatAreNotTrue) {
     EXPECT_EQ(bankError([](auto& f) { f.countError = 1; }),
               "the bank announces 5 programs and has 4");
     EXPECT_EQ(bankError([](auto& f) { f.countError = -1; }),
-              "the bank announces 3 programs and has 68 bytes behind them");
+              "the bank announces 3 programs and has 68 bytes after them");
     EXPECT_EQ(bankError([](auto& f) { f.countError = -5; }),
               "the bank announces 4294967295 programs and has 4");
     EXPECT_EQ(bankError([](auto& f) { f.programs[3].resize(7); }), "program 3 is cut short");
@@ -144,7 +145,7 @@ TEST(PresetReader, RefusesValuesThatAreNotFromZeroToOne) {
     const auto errorWith = [](std::uint32_t bits) {
         return programError([&](auto& f) { f.values[1] = bits; });
     };
-    EXPECT_EQ(errorWith(0x7FC00000), "parameter 1 of the program is no number, not 0 to 1");
+    EXPECT_EQ(errorWith(0x7FC00000), "parameter 1 of the program is NaN, not 0 to 1");
     EXPECT_EQ(errorWith(0x3F800001), // the float next to 1
               "parameter 1 of the program is 1.000000, not 0 to 1");
     EXPECT_EQ(errorWith(0xBE800000), "parameter 1 of the program is -0.250000, not 0 to 1");
@@ -156,7 +157,8 @@ TEST(PresetReader, RefusesABankWithADifferentProgram) {
     const auto errorWith = [](const ProgramFields& program) {
         return bankError([&](auto& f) { f.programs[2] = programBytes(program); });
     };
-    EXPECT_EQ(errorWith({.mark = "CcnX"}), "program 2 is no preset: it does not begin with 'CcnK'");
+    EXPECT_EQ(errorWith({.mark = "CcnX"}),
+              "program 2 is not a preset: it does not begin with 'CcnK'");
     EXPECT_EQ(errorWith({.pluginId = 1}), "program 2 is for another plug-in than its bank");
     EXPECT_EQ(errorWith({.kind = "FxBk"}), "program 2 is a bank inside a bank");
     EXPECT_THAT(errorWith({.kind = "FPCh"}), HasSubstr("program 2 is a chunk"));
@@ -178,7 +180,7 @@ TEST(PresetReader, NamesTheFile) {
         readPreset(folder / "a.fxp");
         FAIL();
     } catch (const InputError& error) {
-        EXPECT_THAT(error.what(), HasSubstr("a.fxp: the file is no preset"));
+        EXPECT_THAT(error.what(), HasSubstr("a.fxp: the file is not a preset"));
     }
 }
 

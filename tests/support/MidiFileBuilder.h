@@ -13,7 +13,7 @@ using Bytes = std::vector<std::uint8_t>;
 // The content of a track chunk.
 class TrackBytes {
 public:
-    // `delta` ticks behind the event before.
+    // `delta` ticks after the event before.
     TrackBytes& event(std::uint32_t delta, std::initializer_list<int> bytes);
     TrackBytes& tempo(std::uint32_t delta, int microsecondsPerQuarter);
     // Notes of velocity 64 on channel 1.

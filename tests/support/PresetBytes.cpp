@@ -26,7 +26,7 @@ RecordBytes& RecordBytes::bytes(const Bytes& bytes) {
 
 namespace {
 
-// The mark and the size of what stands behind them.
+// The mark and the size of what follows them.
 Bytes whole(const std::string& mark, int sizeError, const RecordBytes& rest) {
     const auto size = static_cast<int>(rest.all().size()) + sizeError;
     return RecordBytes()

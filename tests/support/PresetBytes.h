@@ -10,7 +10,7 @@
 
 namespace zelvatone {
 
-// Bytes put one behind the other.
+// Bytes put one after the other.
 class RecordBytes {
 public:
     RecordBytes& text(const std::string& text);

@@ -74,7 +74,7 @@ TEST(TourInBrowser, HasAPlayerWithADurationAndPicturesForEachProgram) {
     const std::string shown = shownBy(page);
     const std::size_t at = shown.find("<pre id=\"report\">");
     ASSERT_NE(at, std::string::npos) << shown.substr(0, 1000);
-    // The first line stands behind the element's own mark.
+    // The first line follows the element's own mark.
     const std::string report = shown.substr(shown.find('>', at) + 1);
     // The phrase lasts six seconds.
     EXPECT_EQ(linesOf(report, "player 6.0", " ok"), 42) << report;

@@ -106,7 +106,7 @@ class HostProgram(unittest.TestCase):
     def testRefusesWhatIsNotAPluginInOneLine(self):
         result = run(WINDOWS, "info", "--plugin", SONG)
         self.assertRefusedInOneLine(
-            result, 1, f"{SONG} is no plug-in: it is no library for 64-bit Windows"
+            result, 1, f"{SONG} is not a plug-in: it is not a library for 64-bit Windows"
         )
 
     def testRefusesTheTourInOneLine(self):

@@ -1,4 +1,4 @@
-// An instrument whose output is no number on the left and far too loud on the right.
+// An instrument whose output is NaN on the left and far too loud on the right.
 
 #include "tests/support/plugins/SmallPlugin.h"
 

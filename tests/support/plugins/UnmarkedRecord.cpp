@@ -1,4 +1,4 @@
-// An entry point that hands out a record without the interface's mark.
+// An entry point that returns a record without the interface's mark.
 
 #include "tests/support/plugins/SmallPlugin.h"
 
