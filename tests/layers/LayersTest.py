@@ -70,6 +70,8 @@ LAYERS = [
     ("tests/cli", ["tests/cli"], ["host", "threads", "files", "text", "audio", "hosted plug-in",
                                   "preset", "render", "terminal", "commands", "tests/vstgui",
                                   "tests/editor", "tests/support"]),
+    ("tests/fuzz", ["tests/fuzz"], ["vst2", "host", "text", "midi", "hosted plug-in", "preset",
+                                    "render", "commands"]),
     ("bench", ["bench"], ["params", "vst2", "voices", "fast", "engine", "host", "files", "text",
                           "hosted plug-in"]),
 ]

@@ -1,0 +1,90 @@
+// MIDI files, from their bytes to the events of each block.
+#include "host/Error.h"
+#include "host/midi/MidiFileReader.h"
+#include "host/midi/Song.h"
+#include "host/render/BlockEvents.h"
+#include "tests/fuzz/Fuzzer.h"
+
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <utility>
+
+namespace zelvatone::test {
+namespace {
+
+constexpr double kRate = 44100.0;
+constexpr int kBlock = 512;
+constexpr double kPlayedSeconds = 20.0; // of a song: 1700 blocks take a millisecond
+// A position may lie before its bar by a rounding: of its own, and of a nanopart of the longest
+// bar.
+constexpr double kRounding = 1.0 + 1e-12;
+constexpr double kBarRounding = 2e-6; // quarters: 1e-9 of 255 whole notes, doubled
+
+std::optional<Song> songOf(std::span<const std::uint8_t> bytes) {
+    try {
+        return makeSong(parseMidiFile(bytes));
+    } catch (const InputError&) {
+        return std::nullopt;
+    }
+}
+
+// A song has a time for everything, within its own length, and a tempo and a bar at every time.
+void checkTimes(const Song& song) {
+    double seconds = 0.0;
+    for (const SongEvent& event : song.events) {
+        require(event.seconds >= seconds, "events are sorted by time");
+        seconds = event.seconds;
+    }
+    require(seconds <= song.seconds, "no event lies after the end of the song");
+    for (const double time : {0.0, seconds, song.seconds}) {
+        const double tempo = song.tempo.tempoAtSeconds(time);
+        require(std::isfinite(tempo) && tempo > 0.0, "the tempo is a positive number");
+        const double quarters = song.tempo.quartersAtSeconds(time);
+        require(quarters >= 0.0, "no position lies before the start");
+        const MeterMap::Bar bar = song.meter.barAt(quarters);
+        require(bar.startQuarters <= quarters * kRounding + kBarRounding,
+                "a bar starts before the positions in it");
+        require(bar.numerator >= 1 && bar.denominator >= 1, "a bar has a length");
+    }
+}
+
+// Counts the events of a block, each of which must lie in it.
+VstInt32 checkBlock(const VstEvents& events) {
+    for (VstInt32 i = 0; i < events.numEvents; ++i) {
+        const VstEvent* event = (&events.events[0])[i];
+        require(event->deltaFrames >= 0 && event->deltaFrames < kBlock,
+                "an event lies in its block");
+    }
+    return events.numEvents;
+}
+
+void checkBlocks(const Song& song) {
+    EventSchedule schedule = scheduleEvents(song, kRate);
+    const auto blocks = static_cast<int>(kPlayedSeconds * kRate) / kBlock;
+    std::size_t expected = 0;
+    while (expected < schedule.size() && schedule[expected].frame < blocks * kBlock) {
+        ++expected;
+    }
+    BlockEvents events(std::move(schedule), kBlock);
+    std::size_t played = 0;
+    for (int block = 0; block < blocks; ++block) {
+        if (const VstEvents* list = events.next()) {
+            played += static_cast<std::size_t>(checkBlock(*list));
+        }
+    }
+    require(played == expected, "each event is in one block");
+}
+
+} // namespace
+} // namespace zelvatone::test
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace zelvatone::test;
+    if (const auto song = songOf({data, size})) {
+        checkTimes(*song);
+        checkBlocks(*song);
+    }
+    return 0;
+}
