@@ -74,4 +74,30 @@ END
     expect_silent_about 'Sum.IsFine'
 }
 
+# A stand-in for a fuzzer that stops at its first input.
+NamesTheInputThatAFuzzerFound() {
+    # shellcheck disable=SC2016 # the inner shell expands it
+    with_tools "source '$project/tools/fuzz.sh'; log_folder='$sandbox/logs'"'
+        fuzz_build=$log_folder/fuzz fuzzers=(midi) CMAKE_BUILD_PARALLEL_LEVEL=2
+        mkdir -p "$fuzz_build/fuzzers"
+        printf "%s\n" "#!/bin/bash" "echo broken promise: times are sorted" \
+            "echo Test unit written to $fuzz_build/found/midi-crash-1; exit 77" \
+            >"$fuzz_build/fuzzers/fuzz_midi"
+        chmod +x "$fuzz_build/fuzzers/fuzz_midi"
+        run_fuzzers 1 || echo "status $?"'
+    expect_says '| broken promise: times are sorted'
+    expect_says 'fuzz_midi found '"$sandbox/logs/fuzz/found/midi-crash-1"
+    expect_says 'make a test:   give the bytes that'
+    expect_says 'status 1'
+}
+
+FuzzesForANumberOfSecondsOnly() {
+    local seconds
+    for seconds in '' 0 x -1; do
+        capture "$project/check" --fuzz $seconds
+        expect_status 2
+        expect_says '--fuzz takes a number of seconds'
+    done
+}
+
 run_rule "$@"
