@@ -19,6 +19,10 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 // and prove nothing more.
 constexpr std::size_t kMostPrinted = 1'000'000;
 
+// Numbers of programs whose frequencies run away.
+constexpr std::int32_t kLaserShots = 16;
+constexpr std::int32_t kRobobass = 26;
+
 enum Status : std::int32_t { kNoteOff = 0x80, kNoteOn = 0x90, kController = 0xB0, kBend = 0xE0 };
 
 } // namespace
@@ -42,6 +46,7 @@ Scenario::Scenario(std::uint64_t seed)
               .crowd = random_.oneOf({1, 1, 3, 8, 32}),
               .knobs = random_.oneOf({1, 3, 10, 100}),
               .breakage = random_.oneOf({0, 0, 0, 0, 30, 5}),
+              .runaways = random_.oneOf({0, 0, 30, 5}),
               .manyModes = random_.oneIn(2)} {
     engines_.push_back(std::make_unique<Engine>(Renderer::kReference));
     names_.emplace_back("reference");
@@ -61,8 +66,10 @@ void Scenario::forAll(Action action) {
 
 void Scenario::prepare() {
     const float rate = random_.oneOf({22050.0F, 44100.0F, 48000.0F, 88200.0F, 96000.0F, 192000.0F});
-    const std::int32_t program =
-        random_.below(static_cast<std::int32_t>(engines_[0]->programs.size()));
+    const auto programs = static_cast<std::int32_t>(engines_[0]->programs.size());
+    const std::int32_t program = temper_.runaways > 0 && random_.oneIn(2)
+                                     ? random_.oneOf({kLaserShots, kRobobass})
+                                     : random_.below(programs);
     forAll([&](Engine& engine) {
         engine.setSampleRate(rate);
         engine.setProgram(program);
@@ -114,6 +121,9 @@ void Scenario::act() {
     }
     if (temper_.breakage > 0 && random_.oneIn(temper_.breakage)) {
         breakSomething();
+    }
+    if (temper_.runaways > 0 && random_.oneIn(temper_.runaways)) {
+        driveAway();
     }
 }
 
@@ -174,6 +184,38 @@ void Scenario::setKnob(std::int32_t index, float normalised) {
     forAll([=](Engine& engine) {
         SynthParameter& parameter = *engine.currentProgram->parameters[index];
         parameter.setValue(parameter.toUnits(parameter.min, parameter.max, normalised));
+    });
+}
+
+// What knobs and notes bring about within seconds or minutes, at once.
+void Scenario::driveAway() {
+    switch (random_.below(4)) {
+    case 0:
+        setKnob(kFreqDrop, 1.0F);
+        setKnob(kDropMod, random_.oneOf({0.0F, random_.fraction()}));
+        break;
+    case 1: {
+        // Below 1/1024 no entry is in use.
+        const float chop = random_.oneOf({0.0005F, 0.001F, 0.5F, 1.0F});
+        forAll([=](Engine& engine) { engine.currentProgram->parameters[kChop]->value = chop; });
+        break;
+    }
+    default:
+        scaleFrequencies();
+        break;
+    }
+}
+
+// Takes some modes of a voice far away, all of them or those from some mode on.
+void Scenario::scaleFrequencies() {
+    const std::int32_t slot = Engine::kVoiceCount - 1 - random_.below(temper_.crowd);
+    const std::int32_t first = random_.oneOf({0, random_.below(20)});
+    const float factor = random_.oneOf({1e4F, 1e7F, -1e10F, 1e20F, 1e36F, kInfinity, -kInfinity});
+    forAll([=](Engine& engine) {
+        ModeVoice& voice = *engine.voices[slot];
+        for (std::int32_t i = first; i < voice.activeCount; ++i) {
+            voice.freq[i] *= factor;
+        }
     });
 }
 

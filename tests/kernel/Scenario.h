@@ -17,7 +17,7 @@ std::vector<zelvatone::Renderer> renderersUnderTest();
 
 // Everything that hosts, players and broken values can do to an engine, chosen by a seed: notes in
 // crowds and alone, bends, events that are overdue or far ahead, any program, knobs between blocks,
-// tempo and sample rate, values that are not numbers.
+// tempo and sample rate, frequencies that run away, values that are not numbers.
 class Scenario {
 public:
     explicit Scenario(std::uint64_t seed);
@@ -35,6 +35,7 @@ private:
         std::int32_t crowd;    // most notes started at once
         std::int32_t knobs;    // one block in so many turns some
         std::int32_t breakage; // one block in so many breaks a value; 0: none does
+        std::int32_t runaways; // one block in so many sends frequencies far away; 0: none does
         bool manyModes;
     };
 
@@ -47,6 +48,8 @@ private:
     std::int32_t someOffset();
     void turnKnob();
     void setKnob(std::int32_t index, float normalised);
+    void driveAway();
+    void scaleFrequencies();
     void breakSomething();
     void breakMode();
     // Lets every engine render the next block; returns what was different, if anything was.
