@@ -1,6 +1,6 @@
 // Stage 1: where in the wave table each mode reads at each sample, and how loud it is.
-// Lanes are modes. Columns are worked on in groups,
-// because each depends on its own last sample and would leave the processor waiting alone.
+// Lanes are modes. Columns are worked on in groups, because each depends on its own last sample and
+// would leave the processor waiting alone.
 #pragma once
 
 #include "engine/fast/kernel/Phases.h"
@@ -13,6 +13,9 @@ namespace {
 // and what is enough for the few columns of one small voice.
 constexpr std::int32_t kWideGroup = 7;
 constexpr std::int32_t kNarrowGroup = 4;
+// The exact wrap is so much work for one column that few keep the processor busy.
+constexpr std::int32_t kWideExactGroup = 4;
+constexpr std::int32_t kNarrowExactGroup = 2;
 static_assert(kPaddedModes / kWidestLanes % kWideGroup == 0);
 static_assert(KernelScratch::kMostIdleVectors == kWideGroup - 1);
 // Elements of one column in each array of the scratch.
@@ -89,7 +92,7 @@ void turnGroup(const Column* columns, const Chunk& chunk, const BlockConstants& 
     }
     repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
         if constexpr (wrap == Wrap::kExact) {
-            if (anyLane(lanes[c].failed & unreportedLanes(columns[c])) != 0) {
+            if (anySet(lanes[c].failed & unreportedLanes(columns[c]))) {
                 reportFailures<motion>(columns[c], chunk, constants, failures);
             }
         }
@@ -156,13 +159,17 @@ TurnGroup turnGroupFor(const BankTraits& traits) {
         return turnGroup<kGroup, FrequencyMotion::kStill, Wrap::kFar>;
     case Wrap::kEither:
         return turnGroupFor<kGroup, Wrap::kEither>(traits.motion);
-    case Wrap::kAny:
+    default:
         return turnGroupFor<kGroup, Wrap::kAny>(traits.motion);
-    default: // the analysis gives two motions only
-        return traits.motion == FrequencyMotion::kGlideAndDrop
-                   ? turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, Wrap::kExact>
-                   : turnGroup<kGroup, FrequencyMotion::kUnderway, Wrap::kExact>;
     }
+}
+
+// The same for the exact wrap, for which the analysis gives two motions only.
+template<std::int32_t kGroup>
+TurnGroup turnExactGroupFor(const BankTraits& traits) {
+    return traits.motion == FrequencyMotion::kGlideAndDrop
+               ? turnGroup<kGroup, FrequencyMotion::kGlideAndDrop, Wrap::kExact>
+               : turnGroup<kGroup, FrequencyMotion::kUnderway, Wrap::kExact>;
 }
 
 } // namespace

@@ -2,8 +2,7 @@
 // sounds again; only its frequency and its amplitude still move.
 #pragma once
 
-#include "engine/fast/kernel/Lookups.h"
-#include "engine/fast/kernel/Phases.h"
+#include "engine/fast/kernel/Columns.h"
 
 namespace zelvatone {
 namespace {
@@ -12,30 +11,66 @@ namespace {
 bool isDead(const Column& column) {
     const Ints active = lanesBelow(column.modes.count, 0);
     const Floats phase = loadActive(active, column.modes.phase);
-    return anyLane((active & ~isNan(phase)) | unreportedLanes(column)) == 0;
+    return !anySet((active & ~isNan(phase)) | unreportedLanes(column));
 }
 
-// Moves the frequencies and amplitudes of `column` on, up to where nothing changes any more.
-void moveDead(const Column& column, std::int32_t samples, const BlockConstants& constants) {
-    const ModeBank& modes = column.modes;
-    const Ints active = lanesBelow(modes.count, 0);
-    const Floats targetAmp = loadActive(active, modes.targetAmp);
-    Floats amp = loadActive(active, modes.amp);
-    Floats ampStep = loadActive(active, modes.ampStep);
-    FrequencyLanes<FrequencyMotion::kGlideAndDrop> frequencies;
-    frequencies.read(active, column, constants);
-    Ints changes = active;
-    for (std::int32_t k = 0; k < samples && anyLane(changes) != 0; ++k) {
-        const Floats lastAmp = amp;
-        const Floats lastFreq = frequencies.freq;
-        glideOnce(amp, targetAmp, ampStep);
+template<FrequencyMotion motion>
+struct DeadLanes {
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
+        active = lanesBelow(column.modes.count, 0);
+        frequencies.read(active, column, constants);
+        loudness.read(column);
+    }
+
+    ZELVATONE_INLINE void next() {
         frequencies.glide();
         frequencies.drop();
-        changes = (bits(amp) != bits(lastAmp)) | (bits(frequencies.freq) != bits(lastFreq));
+        loudness.next();
     }
-    storeActive(active, modes.amp, amp);
-    storeActive(active, modes.ampStep, ampStep);
-    frequencies.write(active, column);
+
+    ZELVATONE_INLINE Ints differsFrom(const DeadLanes& other) const {
+        return (bits(frequencies.freq) ^ bits(other.frequencies.freq)) |
+               (bits(loudness.amp) ^ bits(other.loudness.amp));
+    }
+
+    ZELVATONE_INLINE void write(const Column& column) const {
+        frequencies.write(active, column);
+        loudness.write(column);
+    }
+
+    Ints active;
+    FrequencyLanes<motion> frequencies;
+    LoudnessLanes loudness;
+};
+
+// Most dead columns do not move any more: then the first sample shows it.
+template<FrequencyMotion motion>
+void moveDeadGroup(const Column* columns, std::int32_t samples, const BlockConstants& constants) {
+    DeadLanes<motion> lanes[kNarrowGroup];
+    Ints moved{};
+    repeat<kNarrowGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
+        lanes[c].read(columns[c], constants);
+        const DeadLanes<motion> before = lanes[c];
+        lanes[c].next();
+        moved |= lanes[c].differsFrom(before);
+    });
+    const std::int32_t end = anyLane(moved) != 0 ? samples : 1;
+    for (std::int32_t k = 1; k < end; ++k) {
+        repeat<kNarrowGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA { lanes[c].next(); });
+    }
+    repeat<kNarrowGroup>([&](std::int32_t c)
+                             ZELVATONE_INLINE_LAMBDA { lanes[c].write(columns[c]); });
+}
+
+// Moves `count` dead columns, whole groups of them, on by `samples` samples.
+void moveDead(const Column* columns, std::int32_t count, std::int32_t samples,
+              const BankTraits& traits, const BlockConstants& constants) {
+    const auto moveGroup = traits.motion == FrequencyMotion::kGlideAndDrop
+                               ? moveDeadGroup<FrequencyMotion::kGlideAndDrop>
+                               : moveDeadGroup<FrequencyMotion::kUnderway>;
+    for (std::int32_t c = 0; c < count; c += kNarrowGroup) {
+        moveGroup(columns + c, samples, constants);
+    }
 }
 
 } // namespace

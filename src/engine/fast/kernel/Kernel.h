@@ -10,24 +10,37 @@
 namespace zelvatone {
 namespace {
 
+// One chunk of a batch, and what stage 1 needs to know of it.
+struct Preparation {
+    const Batch& batch;
+    const Chunk& chunk;
+    const BankTraits& traits;
+    const BlockConstants& constants;
+    FailedLookups& failures;
+};
+
+// Prepares the columns from `first` on, as far as they fill groups of kGroup, and returns where the
+// rest begins.
 template<std::int32_t kGroup>
-void prepareGroup(const Column* columns, const Chunk& chunk, const BankTraits& traits,
-                  const BlockConstants& constants, FailedLookups& failures) {
-    turnGroupFor<kGroup>(traits)(columns, chunk, constants, failures);
-    if (traits.loudnessMoves) {
-        glideGroup<kGroup>(columns, chunk.samples);
+std::int32_t prepareGroups(const Preparation& p, std::int32_t first, TurnGroup turn) {
+    for (; p.batch.count - first >= kGroup; first += kGroup) {
+        turn(p.batch.columns + first, p.chunk, p.constants, p.failures);
+        if (p.traits.loudnessMoves) {
+            glideGroup<kGroup>(p.batch.columns + first, p.chunk.samples);
+        }
     }
+    return first;
 }
 
-void prepare(const Batch& batch, const Chunk& chunk, const BankTraits& traits,
-             const BlockConstants& constants, FailedLookups& failures) {
-    std::int32_t c = 0;
-    for (; batch.count - c >= kWideGroup; c += kWideGroup) {
-        prepareGroup<kWideGroup>(batch.columns + c, chunk, traits, constants, failures);
+void prepare(const Preparation& p) {
+    if (p.traits.wrap == Wrap::kExact) {
+        const std::int32_t rest =
+            prepareGroups<kWideExactGroup>(p, 0, turnExactGroupFor<kWideExactGroup>(p.traits));
+        prepareGroups<kNarrowExactGroup>(p, rest, turnExactGroupFor<kNarrowExactGroup>(p.traits));
+        return;
     }
-    if (c < batch.count) {
-        prepareGroup<kNarrowGroup>(batch.columns + c, chunk, traits, constants, failures);
-    }
+    const std::int32_t rest = prepareGroups<kWideGroup>(p, 0, turnGroupFor<kWideGroup>(p.traits));
+    prepareGroups<kNarrowGroup>(p, rest, turnGroupFor<kNarrowGroup>(p.traits));
 }
 
 void sum(const Batch& batch, const Segment* segments, std::int32_t count, const Chunk& chunk,
@@ -48,13 +61,14 @@ void render(const Segment* segments, std::int32_t count, std::int32_t samples,
             const BankTraits& traits, const BlockConstants& constants, KernelScratch& scratch) {
     Batch batch;
     for (std::int32_t s = 0; s < count; ++s) {
-        batch.ofSegment[s] = appendSegment(batch, segments[s], samples, traits, constants, scratch);
+        batch.ofSegment[s] = appendSegment(batch, segments[s], traits, scratch);
     }
-    fillUp(batch, scratch);
+    fillUp(batch, traits, scratch);
+    moveDead(batch.dead, batch.deadCount, samples, traits, constants);
     for (std::int32_t first = 0; first < samples; first += kChunkSamples) {
         const std::int32_t left = samples - first;
         const Chunk chunk{.first = first, .samples = left < kChunkSamples ? left : kChunkSamples};
-        prepare(batch, chunk, traits, constants, scratch.failures);
+        prepare({batch, chunk, traits, constants, scratch.failures});
         sum(batch, segments, count, chunk, traits, constants);
     }
 }

@@ -94,6 +94,17 @@ ZELVATONE_INLINE std::int32_t anyLane(Ints v) {
     return all;
 }
 
+// Whether any lane of a mask is set. Its lanes have all bits set or none.
+ZELVATONE_INLINE bool anySet(Ints mask) {
+#if ZELVATONE_LANES == 4 && defined(__SSE2__)
+    return __builtin_ia32_movmskps(fromBits(mask)) != 0;
+#elif ZELVATONE_LANES == 8 && defined(__AVX2__)
+    return __builtin_ia32_movmskps256(fromBits(mask)) != 0;
+#else
+    return anyLane(mask) != 0;
+#endif
+}
+
 // Calls `work` with 0 to kCount - 1. These are constants to the compiler, so that what they index
 // can stay in registers.
 template<std::int32_t kCount, class Work>

@@ -68,7 +68,7 @@ struct TurnReducer {
     // fmod(phase, kTurn), with the sign of `phase`; NaN for what is not a finite number.
     ZELVATONE_INLINE Floats remainder(Floats phase) {
         const Floats size = absolute(phase);
-        if (anyLane((size < lowest) | (size >= limit)) != 0) { // never for NaN
+        if (anySet((size < lowest) | (size >= limit))) { // never for NaN
             renew(size);
         }
         const Doubles reduced = __builtin_convertvector(size, Doubles) * factor;

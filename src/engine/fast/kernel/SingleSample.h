@@ -13,7 +13,7 @@ float sumOnce(const Segment& segment, const BlockConstants& constants, KernelScr
         const Floats phase = loadActive(lanesBelow(bank.count, i), bank.phase + i);
         const Entries entries = findEntries(phase, constants);
         store(scratch.index + i, entries.index);
-        if (anyLane(~entries.found) != 0) {
+        if (anySet(~entries.found & unreportedLanes(column))) {
             reportLanes(column, ~entries.found, 0, phase, scratch.failures);
         }
     }
