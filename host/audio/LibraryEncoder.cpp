@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/audio/OggSerial.h"
+#include "host/text/Format.h"
 
 #include <sndfile.h>
 
@@ -86,7 +87,7 @@ LibraryEncoder::~LibraryEncoder() {
 }
 
 void LibraryEncoder::fail(const char* reason) const {
-    throw InputError("cannot write " + file_.path().string() + ": " + reason);
+    throw InputError(formatText("cannot write {}: {}", file_.path().string(), reason));
 }
 
 void LibraryEncoder::expect(sf_count_t written, std::size_t wanted) const {

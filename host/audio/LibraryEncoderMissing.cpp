@@ -1,12 +1,13 @@
 #include "host/Error.h"
 #include "host/audio/LibraryEncoder.h"
+#include "host/text/Format.h"
 
 namespace zelvatone {
 
 std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file,
                                                  const SoundFileFormat& /*format*/) {
-    throw UsageError("cannot write " + file.path().string() +
-                     ": on Windows sound files are .wav files");
+    throw UsageError(
+        formatText("cannot write {}: on Windows sound files are .wav files", file.path().string()));
 }
 
 } // namespace zelvatone

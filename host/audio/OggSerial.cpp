@@ -1,6 +1,7 @@
 #include "host/audio/OggSerial.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 
 #include <ogg/ogg.h>
 
@@ -61,7 +62,8 @@ void settleOggSerial(OutputFile& file) {
     Page page;
     while (at < end) {
         if (!readPage(file, page)) {
-            throw InputError("cannot write " + file.path().string() + ": it cannot be read back");
+            throw InputError(
+                formatText("cannot write {}: it cannot be read back", file.path().string()));
         }
         renumber(page);
         file.seek(at, SEEK_SET);

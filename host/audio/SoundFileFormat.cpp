@@ -1,6 +1,7 @@
 #include "host/audio/SoundFileFormat.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 #include "host/text/Names.h"
 
 namespace zelvatone {
@@ -16,8 +17,9 @@ Container containerOf(const std::filesystem::path& path) {
     if (extension == ".ogg") {
         return Container::Ogg;
     }
-    throw UsageError("cannot tell the kind of file from '" + path.string() +
-                     "': end its name in .wav, .flac or .ogg");
+    throw UsageError(
+        formatText("cannot tell the kind of file from '{}': end its name in .wav, .flac or .ogg",
+                   path.string()));
 }
 
 SampleKind sampleKindOf(const std::string& text) {
@@ -30,7 +32,7 @@ SampleKind sampleKindOf(const std::string& text) {
     if (text == "float") {
         return SampleKind::Float;
     }
-    throw UsageError("unknown format '" + text + "': 16, 24 and float are known");
+    throw UsageError(formatText("unknown format '{}': 16, 24 and float are known", text));
 }
 
 void checkFormat(const SoundFileFormat& format) {

@@ -11,7 +11,7 @@ enum class SampleKind { Int16, Int24, Float };
 
 struct SoundFileFormat {
     Container container = Container::Wav;
-    SampleKind samples = SampleKind::Int24; // OGG has a kind of its own and passes over this
+    SampleKind samples = SampleKind::Int24; // OGG has its own and ignores this
     int sampleRate = 44100;                 // Hz
     int channels = 2;
 };

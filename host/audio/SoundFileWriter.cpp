@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/audio/SampleFormat.h"
+#include "host/text/Format.h"
 
 #include <string>
 
@@ -15,7 +16,7 @@ SoundFileWriter::SoundFileWriter(const std::filesystem::path& path, const SoundF
 SoundFileWriter::~SoundFileWriter() = default;
 
 void SoundFileWriter::fail(const char* reason) const {
-    throw InputError("cannot write " + file_.path().string() + ": " + reason);
+    throw InputError(formatText("cannot write {}: {}", file_.path().string(), reason));
 }
 
 void SoundFileWriter::require(std::int64_t frames) const {

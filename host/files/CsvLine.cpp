@@ -1,6 +1,7 @@
 #include "host/files/CsvLine.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 
 namespace zelvatone {
 
@@ -49,7 +50,7 @@ std::string unquoted(std::string_view field) {
             break;
         }
     }
-    throw InputError("quotes around only a part of '" + std::string(field) + "'");
+    throw InputError(formatText("quotes around only a part of '{}'", field));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/files/InputGuard.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
 
 #include <system_error>
 
@@ -25,14 +26,15 @@ void checkOutputs(const std::vector<fs::path>& outputs, const std::vector<fs::pa
     for (auto output = outputs.begin(); output != outputs.end(); ++output) {
         for (const fs::path& input : inputs) {
             if (isSameFile(*output, input)) {
-                throw InputError("cannot write " + output->string() + ": it is the same file as " +
-                                 input.string() + ", which is read");
+                throw InputError(
+                    formatText("cannot write {}: it is the same file as {}, which is read",
+                               output->string(), input.string()));
             }
         }
         for (auto other = outputs.begin(); other != output; ++other) {
             if (isSameFile(*output, *other)) {
-                throw InputError("cannot write " + output->string() + " twice: " + other->string() +
-                                 " is the same file");
+                throw InputError(formatText("cannot write {} twice: {} is the same file",
+                                            output->string(), other->string()));
             }
         }
     }

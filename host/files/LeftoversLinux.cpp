@@ -1,4 +1,5 @@
 #include "host/files/Leftovers.h"
+#include "host/text/Format.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -51,8 +52,7 @@ void sweep(const fs::path& folder) {
 } // namespace
 
 fs::path hiddenName(const fs::path& folder, int number) {
-    return folder /
-           (std::string(kPrefix) + std::to_string(getpid()) + "-" + std::to_string(number));
+    return folder / formatText("{}{}-{}", kPrefix, getpid(), number);
 }
 
 bool claim(int descriptor) {

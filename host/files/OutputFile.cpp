@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/files/SystemFile.h"
+#include "host/text/Format.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -19,8 +20,10 @@ std::filesystem::path followLinks(const std::filesystem::path& path) {
     std::error_code error; // what cannot be looked at shows when it is opened
     for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(followed, error); ++i) {
         if (mayBePlanted(followed)) {
-            throw InputError("cannot write " + path.string() + ": " + followed.string() +
-                             " is another user's link in a folder that all users can write to");
+            throw InputError(
+                formatText("cannot write {}: {} is another user's link in a folder that "
+                           "all users can write to",
+                           path.string(), followed.string()));
         }
         followed = followed.parent_path() / std::filesystem::read_symlink(followed, error);
     }
@@ -34,10 +37,10 @@ OutputFile::OutputFile(const std::filesystem::path& path)
     std::error_code error; // what cannot be looked at shows when it is opened
     const auto status = std::filesystem::status(target_, error);
     if (std::filesystem::is_directory(status)) {
-        throw InputError("cannot write " + path_.string() + ": it is a directory");
+        throw InputError(formatText("cannot write {}: it is a directory", path_.string()));
     }
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        throw InputError("cannot write " + path_.string() + ": it is not a regular file");
+        throw InputError(formatText("cannot write {}: it is not a regular file", path_.string()));
     }
     // Replacing a file needs no permission to write to it, so that is asked for here.
     if (std::filesystem::exists(status) && !mayWrite(target_)) {
@@ -50,8 +53,8 @@ OutputFile::OutputFile(const std::filesystem::path& path)
 }
 
 void OutputFile::fail(int error) const {
-    throw InputError("cannot write " + path_.string() + ": " +
-                     std::generic_category().message(error));
+    throw InputError(
+        formatText("cannot write {}: {}", path_.string(), std::generic_category().message(error)));
 }
 
 std::int64_t OutputFile::read(void* target, std::int64_t count) const {

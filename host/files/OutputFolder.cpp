@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/files/Leftovers.h"
+#include "host/text/Format.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -74,7 +75,7 @@ void OutputFolder::makeHidden() {
 }
 
 void OutputFolder::fail(const std::string& reason) const {
-    throw InputError("cannot write " + path_.string() + ": " + reason);
+    throw InputError(formatText("cannot write {}: {}", path_.string(), reason));
 }
 
 void OutputFolder::commit() {

@@ -1,6 +1,7 @@
 #include "host/files/StagedFile.h"
 
 #include "host/files/Leftovers.h"
+#include "host/text/Format.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,7 +29,7 @@ fs::path folderOf(const fs::path& target) {
 
 // The link through which a file without a name gets one.
 std::string linkTo(int descriptor) {
-    return "/proc/self/fd/" + std::to_string(descriptor);
+    return formatText("/proc/self/fd/{}", descriptor);
 }
 
 // A file without a name, or -1 where the file system has none or could not name it later.

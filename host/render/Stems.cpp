@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "host/audio/NonFinite.h"
 #include "host/files/UserPath.h"
+#include "host/text/Format.h"
 
 #include <system_error>
 #include <utility>
@@ -13,8 +14,8 @@ StemFolder::StemFolder(std::filesystem::path path) : path_(std::move(path)) {
     std::error_code error;
     isNew_ = std::filesystem::create_directory(path_, error);
     if (error || !std::filesystem::is_directory(path_, error)) {
-        throw InputError("cannot make the folder " + path_.string() + ": " +
-                         (error ? error.message() : "there is a file of that name"));
+        throw InputError(formatText("cannot make the folder {}: {}", path_.string(),
+                                    error ? error.message() : "there is a file of that name"));
     }
 }
 
