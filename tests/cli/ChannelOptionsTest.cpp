@@ -29,7 +29,7 @@ TEST(ChannelOption, HoldsAChannelAndAProgram) {
     EXPECT_EQ(choice.gain, 1.0F);
 }
 
-TEST(ChannelOption, HoldsALevelBehindTheLastAt) {
+TEST(ChannelOption, HoldsALevelAfterTheLastAt) {
     EXPECT_FLOAT_EQ(parseChannel("2=Organ@-20dB").gain, 0.1F);
     EXPECT_FLOAT_EQ(parseChannel("2=Organ@-20 DB").gain, 0.1F);
     EXPECT_FLOAT_EQ(parseChannel("2=Organ@20").gain, 10.0F);
@@ -37,7 +37,7 @@ TEST(ChannelOption, HoldsALevelBehindTheLastAt) {
     EXPECT_EQ(parseChannel("2=A@B=C@0dB").program, "A@B=C");
 }
 
-TEST(ChannelOption, RefusesWhatIsNoChannel) {
+TEST(ChannelOption, RefusesABadChannel) {
     for (const char* text : {"0=Organ", "17=Organ", "-1=Organ", "x=Organ", "1.5=Organ", "=Organ"}) {
         EXPECT_THAT(errorOf({text}), HasSubstr("--channel takes channels from 1 to 16")) << text;
     }
@@ -46,7 +46,7 @@ TEST(ChannelOption, RefusesWhatIsNoChannel) {
     }
 }
 
-TEST(ChannelOption, RefusesWhatIsNoLevel) {
+TEST(ChannelOption, RefusesABadLevel) {
     for (const char* level : {"", "dB", "loud", "121dB", "-121", "nandB", "-6dBFS", "- 6dB"}) {
         EXPECT_THAT(errorOf({std::string("1=Organ@") + level}),
                     HasSubstr("--channel takes levels from -120dB to 120dB"))
@@ -58,7 +58,7 @@ TEST(ChannelOption, RefusesAChannelThatIsNamedTwice) {
     EXPECT_EQ(errorOf({"1=Organ", "2=Meow", "1=Meow"}), "--channel names channel 1 twice");
 }
 
-TEST(ChannelOption, TakesFilesForPresets) {
+TEST(ChannelOption, TakesANameThatEndsInFxpForAPreset) {
     EXPECT_TRUE(isPresetPath("organ.fxp"));
     EXPECT_TRUE(isPresetPath("/some/where/Organ.FXP"));
     EXPECT_FALSE(isPresetPath("Organ"));

@@ -18,10 +18,10 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-class ChannelRenderTest : public ::testing::Test {
+class ChannelRender : public ::testing::Test {
 protected:
     // A note on each of the channels 1, 2 and 10, at 0, 0.25 and 0.5 s.
-    ChannelRenderTest() {
+    ChannelRender() {
         writeBytes(folder_ / "song.mid", midiFileBytes(0, 480,
                                                        {TrackBytes()
                                                             .event(0, {0x90, 60, 64})
@@ -55,7 +55,7 @@ protected:
 };
 
 // The programmed instrument's levels: Low 0.125, High 0.5, High Low 0.25, Up/Down 0.3.
-TEST_F(ChannelRenderTest, GivesEachNamedChannelItsProgramAndTheRestTheChosenOne) {
+TEST_F(ChannelRender, GivesEachNamedChannelItsProgramAndTheRestTheChosenOne) {
     EXPECT_THAT(notes({}), ElementsAre(0.125F, 0.125F, 0.125F));
     EXPECT_THAT(notes({"--program", "High"}), ElementsAre(0.5F, 0.5F, 0.5F));
     EXPECT_THAT(notes({"--channel", "2=high low"}), ElementsAre(0.125F, 0.25F, 0.125F));
@@ -63,7 +63,7 @@ TEST_F(ChannelRenderTest, GivesEachNamedChannelItsProgramAndTheRestTheChosenOne)
                 ElementsAre(0.5F, 0.25F, 0.125F));
 }
 
-TEST_F(ChannelRenderTest, GivesEachChannelItsLevel) {
+TEST_F(ChannelRender, GivesEachChannelItsLevel) {
     const float half = std::pow(10.0F, -6.0F / 20.0F);
     const auto heights = notes({"--channel", "2=High@-6dB", "--gain", "20"});
     EXPECT_FLOAT_EQ(heights[0], 1.25F);
@@ -71,7 +71,7 @@ TEST_F(ChannelRenderTest, GivesEachChannelItsLevel) {
     EXPECT_FLOAT_EQ(heights[2], 1.25F);
 }
 
-TEST_F(ChannelRenderTest, TakesPresetFilesForPrograms) {
+TEST_F(ChannelRender, TakesPresetFilesForPrograms) {
     writeBytes(folder_ / "a.fxp", programBytes({.values = {0x3F400000, 0, 0}})); // level 0.75
     EXPECT_THAT(notes({"--channel", "2=" + path("a.fxp")}), ElementsAre(0.125F, 0.75F, 0.125F));
     BankFields fields;
@@ -81,7 +81,7 @@ TEST_F(ChannelRenderTest, TakesPresetFilesForPrograms) {
                 ElementsAre(0.25F, 0.25F, 1.0F));
 }
 
-TEST_F(ChannelRenderTest, MovesParametersOfAllInstruments) {
+TEST_F(ChannelRender, MovesParametersOfAllInstruments) {
     writeText(folder_ / "moves.csv", "0.2,Level,1\n0.4,Level,0.0625\n");
     EXPECT_THAT(notes({"--automate", path("moves.csv"), "--channel", "10=High"}),
                 ElementsAre(0.125F, 1.0F, 0.0625F));
@@ -96,7 +96,7 @@ Words orchestra(const Words& more) {
     return words;
 }
 
-TEST_F(ChannelRenderTest, MakesTheSameFileOnAnyNumberOfThreads) {
+TEST_F(ChannelRender, MakesTheSameFileOnAnyNumberOfThreads) {
     EXPECT_EQ(render("1.wav", TEST_INSTRUMENT, orchestra({"--threads", "1"})).errors, "");
     const std::string reference = readText(folder_ / "1.wav");
     EXPECT_GT(reference.size(), 100000U);
@@ -106,7 +106,7 @@ TEST_F(ChannelRenderTest, MakesTheSameFileOnAnyNumberOfThreads) {
     }
 }
 
-TEST_F(ChannelRenderTest, WritesStemsThatAddUpToTheMix) {
+TEST_F(ChannelRender, WritesStemsThatAddUpToTheMix) {
     EXPECT_EQ(render("mix.wav", TEST_INSTRUMENT, orchestra({"--stems", path("stems")})).errors, "");
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder_ / "stems")) {
@@ -125,13 +125,13 @@ TEST_F(ChannelRenderTest, WritesStemsThatAddUpToTheMix) {
     EXPECT_TRUE(sum == mix);
 }
 
-TEST_F(ChannelRenderTest, WritesOneStemOfASongWithoutNamedChannels) {
+TEST_F(ChannelRender, WritesOneStemOfASongWithoutNamedChannels) {
     render("mix.wav", testPlugin("programmed"), {"--stems", path("")});
     EXPECT_THAT(folder_.names(), ElementsAre("mix.wav", "rest-Low.wav", "song.mid"));
     EXPECT_TRUE(readText(folder_ / "mix.wav") == readText(folder_ / "rest-Low.wav"));
 }
 
-TEST_F(ChannelRenderTest, LeavesNoFileAndNoFolderBehindAFailure) {
+TEST_F(ChannelRender, LeavesNoFileAndNoFolderWhenItFails) {
     const auto result =
         shellWith(R"(ulimit -f 4; exec "$0" render "$1" -o "$2" --plugin "$3" )"
                   R"(--stems "$4" --channel 1=High --tail 60)",
@@ -141,7 +141,7 @@ TEST_F(ChannelRenderTest, LeavesNoFileAndNoFolderBehindAFailure) {
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
 }
 
-TEST_F(ChannelRenderTest, RefusesWhatCannotBe) {
+TEST_F(ChannelRender, RefusesBadOptionsAndLeavesNoFile) {
     const auto errorWith = [&](const Words& more) {
         const auto result = render("out.wav", testPlugin("programmed"), more);
         EXPECT_THAT(folder_.names(), ElementsAre("moves.csv", "song.mid"));

@@ -101,7 +101,7 @@ TEST_F(EditCommand, EndsByTheSignalThatStopsIt) {
     EXPECT_EQ(program.wait().signal, SIGTERM);
 }
 
-TEST_F(EditCommand, SaysInOneLineWhatIsNoGood) {
+TEST_F(EditCommand, GivesAOneLineMessageForBadInput) {
     const auto expectError = [](const Words& options, int status, const std::string& line) {
         Words arguments{"edit"};
         arguments.insert(arguments.end(), options.begin(), options.end());

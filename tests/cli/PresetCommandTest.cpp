@@ -21,7 +21,7 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 using Words = std::vector<std::string>;
 
-class PresetCommandTest : public ::testing::Test {
+class PresetCommand : public ::testing::Test {
 protected:
     std::string path(const std::string& name) const { return (folder_ / name).string(); }
 
@@ -48,7 +48,7 @@ protected:
     const TemporaryFolder folder_;
 };
 
-TEST_F(PresetCommandTest, SavesAProgramAsItIsSet) {
+TEST_F(PresetCommand, SavesAProgramAsItIsSet) {
     const auto result = run({"preset", "save", path("a.fxp"), "--program", "high low", "--set",
                              "Level=0.75", "--name", "Mine"});
     EXPECT_EQ(result.output, path("a.fxp") + ": program 'Mine', 3 parameters\n");
@@ -56,7 +56,7 @@ TEST_F(PresetCommandTest, SavesAProgramAsItIsSet) {
               programBytes({.name = "Mine", .values = {0x3F400000, 0x3E4CCCCD, 0x3F000000}}));
 }
 
-TEST_F(PresetCommandTest, SavesTheBankWithItsCurrentProgram) {
+TEST_F(PresetCommand, SavesTheBankWithItsCurrentProgram) {
     const auto result = run({"preset", "save", path("a.FXB"), "--program", "3"});
     EXPECT_EQ(result.output, path("a.FXB") + ": bank of 4 programs, 3 parameters each\n");
     const BankFields fields{
@@ -69,7 +69,7 @@ TEST_F(PresetCommandTest, SavesTheBankWithItsCurrentProgram) {
     EXPECT_EQ(bytesOf("a.FXB"), bankBytes(fields));
 }
 
-TEST_F(PresetCommandTest, ShowsWhatTheInstrumentMakesOfAProgram) {
+TEST_F(PresetCommand, ShowsWhatTheInstrumentMakesOfAProgram) {
     // 0.6 stands in the file; the instrument rounds it down to two quarters.
     writeBytes(folder_ / "a.fxp", programBytes({.values = {0x3E800000, 0, 0x3F19999A}}));
     EXPECT_EQ(run({"preset", "load", path("a.fxp")}).output,
@@ -80,7 +80,7 @@ TEST_F(PresetCommandTest, ShowsWhatTheInstrumentMakesOfAProgram) {
                               "    2  Quarter            0.6    0.5\n");
 }
 
-TEST_F(PresetCommandTest, ShowsABankAndOneProgramOfIt) {
+TEST_F(PresetCommand, ShowsABankAndOneProgramOfIt) {
     BankFields fields;
     fields.programs[2] = programBytes({.name = "Other"});
     fields.currentProgram = 1;
@@ -96,7 +96,7 @@ TEST_F(PresetCommandTest, ShowsABankAndOneProgramOfIt) {
                 HasSubstr("Program 2 'Other'\nIndex  Name"));
 }
 
-TEST_F(PresetCommandTest, WritesJson) {
+TEST_F(PresetCommand, WritesJson) {
     writeBytes(folder_ / "a.fxp", programBytes({}));
     const json answer = json::parse(run({"preset", "load", path("a.fxp"), "--json"}).output);
     EXPECT_EQ(answer["kind"], "program");
@@ -106,14 +106,14 @@ TEST_F(PresetCommandTest, WritesJson) {
     EXPECT_EQ(answer["programs"][0]["parameters"][0]["stored"], 0.25);
 }
 
-TEST_F(PresetCommandTest, ChangesASavedPreset) {
+TEST_F(PresetCommand, ChangesASavedPreset) {
     run({"preset", "save", path("a.fxp"), "--program", "High"});
     run({"preset", "save", path("b.fxp"), "--preset", path("a.fxp"), "--set", "Level=1"});
     EXPECT_EQ(bytesOf("b.fxp"),
               programBytes({.name = "High", .values = {0x3F800000, 0, 0x3F000000}}));
 }
 
-TEST_F(PresetCommandTest, RendersWithAPreset) {
+TEST_F(PresetCommand, RendersWithAPreset) {
     writeBytes(folder_ / "a.fxp", programBytes({})); // level 0.25
     BankFields fields;
     fields.programs[3] = programBytes({.name = "Loud", .values = {0x3F400000, 0, 0}});
@@ -131,7 +131,7 @@ TEST_F(PresetCommandTest, RendersWithAPreset) {
     EXPECT_EQ(peakWith({"--preset", path("a.fxp"), "--set", "Level=0.5"}), 0.5F);
 }
 
-TEST_F(PresetCommandTest, RefusesNamesThatCannotBe) {
+TEST_F(PresetCommand, RefusesBadNames) {
     expectError({"preset", "save", path("a.fxx")}, 2, "end its name in .fxp");
     expectError({"preset", "save", path("a.fxp"), "--name", std::string(25, 'n')}, 2,
                 "--name takes");
@@ -143,7 +143,7 @@ TEST_F(PresetCommandTest, RefusesNamesThatCannotBe) {
     EXPECT_THAT(folder_.names(), IsEmpty());
 }
 
-TEST_F(PresetCommandTest, RefusesFilesThatAreNoGood) {
+TEST_F(PresetCommand, RefusesBadFiles) {
     expectError({"preset", "load", path("none.fxp")}, 1, "none.fxp: no such file");
     expectError({"preset", "load", folder_.path().string()}, 1,
                 "is a directory, not a preset file");

@@ -27,7 +27,7 @@ TEST(RenderReport, SaysSilentInsteadOfAPeakWithoutEnd) {
               "a.wav: 1.000 s, silent, no clipped samples\n");
 }
 
-TEST(RenderReport, TellsOfSamplesThatWereNoNumbers) {
+TEST(RenderReport, CountsSilencedSamples) {
     EXPECT_EQ(closingLine("a.wav", {1.0, 0.1, 0.0, 7, 3}),
               "a.wav: 1.000 s, peak 0.0 dBFS, 7 clipped samples, 3 samples were NaN or "
               "infinite (silenced), 10.0 x real time\n");

@@ -16,10 +16,10 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 
-class RenderTest : public ::testing::Test {
+class RenderCommand : public ::testing::Test {
 protected:
     // Notes at 0 s, 0.5 s and, after the tempo halves, 1.5 s; the song lasts 2 s.
-    RenderTest() {
+    RenderCommand() {
         writeBytes(song_,
                    midiFileBytes(1, 480,
                                  {TrackBytes().tempo(480, 1000000), TrackBytes()
@@ -42,7 +42,7 @@ protected:
     const std::filesystem::path output_ = folder_ / "song.wav";
 };
 
-TEST_F(RenderTest, PlaysASongIntoAFile) {
+TEST_F(RenderCommand, PlaysASongIntoAFile) {
     const auto result = render(output_, {"--format", "float", "--rate", "48000", "--tail", "0"});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     const SoundFile sound = readSoundFile(output_);
@@ -55,7 +55,7 @@ TEST_F(RenderTest, PlaysASongIntoAFile) {
     EXPECT_TRUE(left == expected);
 }
 
-TEST_F(RenderTest, EndsWithOneLineAboutTheResult) {
+TEST_F(RenderCommand, EndsWithOneLineAboutTheResult) {
     const auto result = render(output_, {"--tail", "0"});
     EXPECT_THAT(result.output,
                 MatchesRegex(".*song\\.wav: 2\\.000 s, peak -6\\.0 dBFS, no clipped samples, "
@@ -63,22 +63,22 @@ TEST_F(RenderTest, EndsWithOneLineAboutTheResult) {
     EXPECT_EQ(result.errors, ""); // no progress bar without a terminal
 }
 
-TEST_F(RenderTest, SaysNothingWhenQuiet) {
+TEST_F(RenderCommand, SaysNothingWhenQuiet) {
     const auto result = render(output_, {"--quiet"});
     EXPECT_EQ(result.output + result.errors, "");
 }
 
-TEST_F(RenderTest, WaitsForHalfASecondOfSilence) {
+TEST_F(RenderCommand, WaitsForHalfASecondOfSilence) {
     render(output_);
     EXPECT_EQ(readSoundFile(output_).channel(0).size(), 44100U * 5 / 2);
 }
 
-TEST_F(RenderTest, AppliesParametersAndGain) {
+TEST_F(RenderCommand, AppliesParametersAndGain) {
     render(output_, {"--format", "float", "--set", "level=0.5", "--gain", "-20"});
     EXPECT_NEAR(readSoundFile(output_).samples[0], 0.5F * 0.5F * 0.1F, 1e-8);
 }
 
-TEST_F(RenderTest, CountsClippedSamples) {
+TEST_F(RenderCommand, CountsClippedSamples) {
     // 0.5, 0.25 and 0.125 twelve decibels up: 1.99, 1.0 less a little, 0.5; the right channel
     // holds 0.5 each time.
     const auto result = render(output_, {"--gain", "12", "--format", "16"});
@@ -86,7 +86,7 @@ TEST_F(RenderTest, CountsClippedSamples) {
     EXPECT_FLOAT_EQ(readSoundFile(output_).samples[0], 32767.0F / 32768.0F);
 }
 
-TEST_F(RenderTest, MakesTheSameFileAtEveryBlockSize) {
+TEST_F(RenderCommand, MakesTheSameFileAtEveryBlockSize) {
     render(output_, {"--block", "512"});
     const std::string reference = readText(output_);
     for (const char* block : {"1", "441", "4096", "65536"}) {
@@ -95,7 +95,7 @@ TEST_F(RenderTest, MakesTheSameFileAtEveryBlockSize) {
     }
 }
 
-TEST_F(RenderTest, MakesTheSameFileEachTime) {
+TEST_F(RenderCommand, MakesTheSameFileEachTime) {
     for (const char* name : {"a.wav", "a.flac", "a.ogg"}) {
         EXPECT_EQ(render(folder_ / name).exitStatus, 0);
         EXPECT_EQ(render(folder_ / (std::string("second-") + name)).exitStatus, 0);
@@ -104,7 +104,7 @@ TEST_F(RenderTest, MakesTheSameFileEachTime) {
     }
 }
 
-TEST_F(RenderTest, SilencesWhatIsNoNumberAndSaysSo) {
+TEST_F(RenderCommand, SilencesNonFiniteSamplesAndSaysSo) {
     const auto result = zelvatoneWith({"render", song_.string(), "-o", output_.string(), "--plugin",
                                        testPlugin("broken"), "--tail", "0", "--rate", "8000"});
     EXPECT_THAT(result.output, HasSubstr("peak 6.0 dBFS, 16000 clipped samples, 16000 samples were "
@@ -113,7 +113,7 @@ TEST_F(RenderTest, SilencesWhatIsNoNumberAndSaysSo) {
     EXPECT_FLOAT_EQ(readSoundFile(output_).samples[1], -1.0F);
 }
 
-TEST_F(RenderTest, LeavesNoFileWhenTheDiskIsFull) {
+TEST_F(RenderCommand, LeavesNoFileWhenTheDiskIsFull) {
     for (const char* name : {"song.wav", "song.flac", "song.ogg"}) {
         // Four blocks of a kilobyte hold no second of anything.
         const auto result = shellWith(
@@ -126,7 +126,7 @@ TEST_F(RenderTest, LeavesNoFileWhenTheDiskIsFull) {
     }
 }
 
-TEST_F(RenderTest, RefusesToOverwriteItsSongThroughALink) {
+TEST_F(RenderCommand, RefusesToOverwriteItsSongThroughALink) {
     const std::string before = readText(song_);
     std::filesystem::create_hard_link(song_, folder_ / "hard.wav");
     const auto result = render(folder_ / "hard.wav");
@@ -136,7 +136,7 @@ TEST_F(RenderTest, RefusesToOverwriteItsSongThroughALink) {
     EXPECT_THAT(folder_.names(), ElementsAre("hard.wav", "song.mid"));
 }
 
-TEST_F(RenderTest, RefusesToWriteTheMixOverAStem) {
+TEST_F(RenderCommand, RefusesToWriteTheMixOverAStem) {
     const auto result = render(folder_ / "rest.wav", {"--stems", folder_.path().string()});
     EXPECT_THAT(result.errors, HasSubstr(" twice: "));
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
@@ -162,9 +162,9 @@ bool writesInto(const TemporaryFolder& folder, pid_t process) {
     return false;
 }
 
-class RenderInterrupted : public RenderTest, public ::testing::WithParamInterface<int> {};
+class InterruptedRender : public RenderCommand, public ::testing::WithParamInterface<int> {};
 
-TEST_P(RenderInterrupted, LeavesNoFile) {
+TEST_P(InterruptedRender, LeavesNoFile) {
     writeBytes(song_, midiFileBytes(0, 1, {TrackBytes().end(2 * 60 * 60 * 20)})); // 20 hours
     const TemporaryFolder scratch;
     Program program({TEST_PROGRAM, "render", song_.string(), "-o", (folder_ / "a.flac").string(),
@@ -179,7 +179,7 @@ TEST_P(RenderInterrupted, LeavesNoFile) {
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
 }
 
-INSTANTIATE_TEST_SUITE_P(, RenderInterrupted, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(, InterruptedRender, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 } // namespace
 } // namespace zelvatone

@@ -95,7 +95,7 @@ TEST_F(ScreenshotCommand, StartsADisplayWhereThereIsNoneAndLeavesNothingOfIt) {
     EXPECT_NE(kill(server, 0), 0);
 }
 
-TEST_F(ScreenshotCommand, SaysInOneLineWhatIsNoGoodAndWritesNoFile) {
+TEST_F(ScreenshotCommand, GivesAOneLineMessageForBadInputAndWritesNoFile) {
     const auto expectError = [&](Words options, int status, const std::string& text) {
         options.insert(options.begin(), {"screenshot", "-o", path("none.png")});
         const ProgramResult result = zelvatoneWith(options);

@@ -66,7 +66,7 @@ TEST(TourPage, NeedsNothingFromElsewhere) {
     }
 }
 
-class TourCommandTest : public ::testing::Test {
+class TourCommand : public ::testing::Test {
 protected:
     ProgramResult tour(const std::vector<std::string>& more = {}) const {
         std::vector<std::string> arguments{"tour", "-o", target_.string(), "--plugin",
@@ -88,7 +88,7 @@ protected:
     const std::filesystem::path target_ = folder_ / "tour";
 };
 
-TEST_F(TourCommandTest, WritesAPageASoundAndTwoPicturesForEachProgram) {
+TEST_F(TourCommand, WritesAPageASoundAndTwoPicturesForEachProgram) {
     const auto result = tour();
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output, (target_ / "index.html").string() + ": 4 programs\n");
@@ -108,7 +108,7 @@ TEST_F(TourCommandTest, WritesAPageASoundAndTwoPicturesForEachProgram) {
     }
 }
 
-TEST_F(TourCommandTest, WritesTheSameOnAnyNumberOfThreadsAndInPlaceOfATour) {
+TEST_F(TourCommand, WritesTheSameOnAnyNumberOfThreadsAndInPlaceOfATour) {
     tour({"--threads", "1"});
     std::vector<std::string> before;
     for (const std::string& name : files()) {
@@ -123,7 +123,7 @@ TEST_F(TourCommandTest, WritesTheSameOnAnyNumberOfThreadsAndInPlaceOfATour) {
     EXPECT_THAT(folder_.names(), ElementsAre("tour"));
 }
 
-TEST_F(TourCommandTest, KeepsItsHandsOffOtherFolders) {
+TEST_F(TourCommand, LeavesOtherFoldersAlone) {
     std::filesystem::create_directory(target_);
     writeText(target_ / "index.html", "my page");
     const auto result = tour();
@@ -137,14 +137,14 @@ TEST_F(TourCommandTest, KeepsItsHandsOffOtherFolders) {
     EXPECT_EQ(readText(target_ / "notes.txt"), "mine");
 }
 
-TEST_F(TourCommandTest, RefusesAPlugInThatRendersNothing) {
+TEST_F(TourCommand, RefusesAPlugInThatRendersNothing) {
     const auto result =
         zelvatoneWith({"tour", "-o", target_.string(), "--plugin", testPlugin("effect")});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_THAT(folder_.names(), IsEmpty());
 }
 
-TEST_F(TourCommandTest, LeavesNothingWhenItIsStopped) {
+TEST_F(TourCommand, LeavesNothingWhenItIsStopped) {
     const TemporaryFolder scratch;
     Program program({TEST_PROGRAM, "tour", "-o", target_.string(), "--threads", "2"}, scratch);
     for (int i = 0; i < 1000 && folder_.names().empty(); ++i) {
