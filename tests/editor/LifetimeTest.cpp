@@ -1,21 +1,16 @@
 // The editor through openings, closings and hosts with bad habits. The leak sanitizer watches the
 // memory, the tests watch files and windows.
 #include "tests/editor/EditorFixture.h"
+#include "tests/editor/OpenFiles.h"
 
 #include <array>
 #include <atomic>
-#include <filesystem>
-#include <iterator>
 #include <thread>
 
 namespace zelvatone::test {
 namespace {
 
 constexpr int kSustain = 20;
-
-std::ptrdiff_t countOpenFiles() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-}
 
 class EditorLifetime : public EditorTest {
 protected:

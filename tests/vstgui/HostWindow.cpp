@@ -114,6 +114,11 @@ void HostWindow::destroy() {
     sync();
 }
 
+void HostWindow::destroyChildren() {
+    xcb_destroy_subwindows(connection.get(), window);
+    sync();
+}
+
 void HostWindow::hide() {
     xcb_unmap_window(connection.get(), window);
     sync();

@@ -39,6 +39,8 @@ public:
     // As a host passes it to an editor.
     void* handle() const;
     void destroy();
+    // Destroys what others have put into it.
+    void destroyChildren();
     void hide();
     void show();
     std::vector<xcb_window_t> children() const;

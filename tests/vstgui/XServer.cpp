@@ -40,13 +40,22 @@ std::string readNumber(int pipe) {
 
 } // namespace
 
-std::string XServer::start(int depth) {
+XServer& XServer::instance() {
     static XServer server;
+    return server;
+}
+
+std::string XServer::start(int depth) {
+    XServer& server = instance();
     return server.depth == depth ? "" : server.launch(depth);
 }
 
+void XServer::kill() {
+    instance().stop(SIGKILL);
+}
+
 std::string XServer::launch(int newDepth) {
-    stop();
+    stop(SIGTERM);
     int ends[2];
     if (pipe(ends) != 0) {
         return "no pipe to the X server";
@@ -74,12 +83,12 @@ std::string XServer::launch(int newDepth) {
 }
 
 XServer::~XServer() {
-    stop();
+    stop(SIGTERM);
 }
 
-void XServer::stop() {
+void XServer::stop(int signal) {
     if (process > 0) {
-        kill(process, SIGTERM);
+        ::kill(process, signal);
         waitpid(process, nullptr, 0);
     }
     process = -1;

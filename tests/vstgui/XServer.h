@@ -17,11 +17,14 @@ public:
     // Starts the server with pixels of `depth` bits, unless it runs already, and names it in the
     // environment. Returns "", or that it is not installed. Throws if it does not start.
     static std::string start(int depth = 24);
+    // Ends the server without a word to its clients, as a crash does. `start` starts a new one.
+    static void kill();
 
 private:
     XServer() = default;
+    static XServer& instance();
     std::string launch(int newDepth);
-    void stop();
+    void stop(int signal);
 
     pid_t process = -1;
     int depth = 0;
