@@ -84,8 +84,8 @@ TEST_F(EditCommand, MakesItsWindowAsLargeAsTheEditorAsks) {
     desktop->clickCloseButton(window);
     const ProgramResult result = program.wait();
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "a parameter that there is not: -1\n"
-                             "a parameter that there is not: 1\n");
+    EXPECT_EQ(result.output, "unknown parameter -1\n"
+                             "unknown parameter 1\n");
 }
 
 TEST_F(EditCommand, EndsWhenItsWindowIsDestroyed) {
