@@ -117,12 +117,13 @@ void FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) const {
         return;
     }
     ModeBank bank = bankOf(*active.voice);
-    active.traits = kernel_.analyse(bank, constants_, samples);
-    active.isInRange = active.traits.inFastRange;
     active.changes = samplesBeforeChange(*active.voice, samples) < samples;
-    if (active.changes && active.isInRange) { // modes may enter with what they hold from earlier
+    if (active.changes) { // modes may enter with what they hold from earlier
         bank.count = kMaxModeCount;
-        active.isInRange = kernel_.analyse(bank, constants_, samples).inFastRange;
+        active.isInRange = kernel_.amplitudesAreInRange(bank);
+    } else {
+        active.traits = kernel_.analyse(bank, constants_, samples);
+        active.isInRange = active.traits.inFastRange;
     }
 }
 

@@ -121,6 +121,8 @@ struct ModeKernel {
     // Analyses the next `samples` samples (1..kRunSamples), during which no target changes.
     BankTraits (*analyse)(const ModeBank& bank, const BlockConstants& constants,
                           std::int32_t samples);
+    // Whether amplitudes, their targets and steps are in the input range, used or left over.
+    bool (*amplitudesAreInRange)(const ModeBank& bank);
     // Renders `samples` of each of `count` segments, all with the same traits and in the fast
     // range, and moves their banks on. Together their banks fill kBatchLanes at most.
     void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,

@@ -77,18 +77,20 @@ ZELVATONE_INLINE Ints analyseTurning(Floats lowest, Floats highest,
            flagIf(isOutOfRange(size, kLargestTurning), kPhaseTooFast);
 }
 
-// The first pass. If it finds all values on their targets there is nothing else to find, unless
-// frequencies drop.
-ZELVATONE_INLINE Ints analyseIdle(const LaneView& view, const BlockConstants& constants) {
+ZELVATONE_INLINE Ints analyseState(const LaneView& view) {
     const Floats amp = view.read(view.bank.amp);
-    const Floats freq = view.read(view.bank.freq);
     const Floats phase = view.read(view.bank.phase);
-    const Ints offTarget =
-        (amp != view.read(view.bank.targetAmp)) | (freq != view.read(view.bank.targetFreq));
+    const Ints offTarget = (amp != view.read(view.bank.targetAmp)) |
+                           (view.read(view.bank.freq) != view.read(view.bank.targetFreq));
     return flagIf(isOutOfRange(amp), kOutOfRange) | flagIf(offTarget, kOffTarget) |
            flagIf(bits(phase) < 0, kNegativePhase) |
-           flagIf(isOutOfRange(phase, kTurn), kPhaseTooFast) |
-           analyseTurning(freq, freq, constants);
+           flagIf(isOutOfRange(phase, kTurn), kPhaseTooFast);
+}
+
+// All there is to find in a lane on its targets, unless frequencies drop.
+ZELVATONE_INLINE Ints analyseIdle(const LaneView& view, const BlockConstants& constants) {
+    const Floats freq = view.read(view.bank.freq);
+    return analyseState(view) | analyseTurning(freq, freq, constants);
 }
 
 ZELVATONE_INLINE Ints analyseLoudness(const LaneView& view) {
@@ -137,20 +139,34 @@ ZELVATONE_INLINE Ints analyseFrequency(const LaneView& view, const BlockConstant
            analyseTurning(lowest, highest, constants);
 }
 
+Ints analyseIdle(const ModeBank& bank, const BlockConstants& constants) {
+    Ints flags{};
+    for (std::int32_t first = 0; first < bank.count; first += kLanes) {
+        flags |= analyseIdle(LaneView(bank, first), constants);
+    }
+    return flags;
+}
+
+Ints analyseMoving(const ModeBank& bank, const BlockConstants& constants, std::int32_t samples) {
+    Ints flags{};
+    for (std::int32_t first = 0; first < bank.count; first += kLanes) {
+        const LaneView view(bank, first);
+        flags |=
+            analyseState(view) | analyseLoudness(view) | analyseFrequency(view, constants, samples);
+    }
+    return flags;
+}
+
 // The flags of all lanes together.
 std::int32_t analyseBank(const ModeBank& bank, const BlockConstants& constants,
                          std::int32_t samples) {
-    Ints flags{};
-    for (std::int32_t first = 0; first < bank.count; first += kLanes) {
-        flags |= analyseIdle({bank, first}, constants);
-    }
-    if (constants.drops || (anyLane(flags) & kOffTarget) != 0) {
-        for (std::int32_t first = 0; first < bank.count; first += kLanes) {
-            const LaneView view(bank, first);
-            flags |= analyseLoudness(view) | analyseFrequency(view, constants, samples);
+    if (!constants.drops) {
+        const std::int32_t flags = anyLane(analyseIdle(bank, constants));
+        if ((flags & kOffTarget) == 0) {
+            return flags;
         }
     }
-    return anyLane(flags);
+    return anyLane(analyseMoving(bank, constants, samples));
 }
 
 FrequencyMotion motionOf(std::int32_t flags) {
@@ -175,6 +191,16 @@ Wrap wrapOf(std::int32_t flags, FrequencyMotion motion) {
     return motion == FrequencyMotion::kStill && (flags & (kNearTwoTurns | kBackwards)) == 0
                ? Wrap::kFar
                : Wrap::kAny;
+}
+
+bool amplitudesAreInRange(const ModeBank& bank) {
+    Ints outOfRange{};
+    for (std::int32_t first = 0; first < bank.count; first += kLanes) {
+        const LaneView view(bank, first);
+        outOfRange |= isOutOfRange(view.read(bank.amp)) | isOutOfRange(view.read(bank.targetAmp)) |
+                      isOutOfRange(view.read(bank.ampStep));
+    }
+    return !anySet(outOfRange);
 }
 
 BankTraits analyse(const ModeBank& bank, const BlockConstants& constants, std::int32_t samples) {

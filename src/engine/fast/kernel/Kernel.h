@@ -105,6 +105,7 @@ constexpr ModeKernel makeKernel(const char* name) {
     return {.name = name,
             .lanes = kLanes,
             .analyse = analyse,
+            .amplitudesAreInRange = amplitudesAreInRange,
             .render = render,
             .sum = sumOnce,
             .glide = glideOnce,
