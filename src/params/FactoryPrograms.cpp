@@ -4,6 +4,8 @@
 #include "params/FactoryTable.h"
 #include "params/ParameterTable.h"
 
+#include <cstdint>
+
 namespace zelvatone {
 
 namespace {

@@ -5,6 +5,7 @@
 #include "params/SynthParameter.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace zelvatone {

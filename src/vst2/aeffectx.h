@@ -4,6 +4,8 @@
 
 #include "vst2/aeffect.h"
 
+#include <cstdint>
+
 // Says that this header defines VstKeyCode: a GUI toolkit that brings a definition of its own
 // leaves it out when it sees the macro.
 #ifndef __aeffectx__

@@ -3,6 +3,7 @@
 #include "vst2/aeffeditor.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 

@@ -8,6 +8,7 @@
 #include "vstguieditor/HelpButton.h"
 #include "vstguieditor/QuillfeatherBadge.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <string_view>
 #include <utility>

@@ -8,6 +8,7 @@
 #include "vstguieditor/EditorPlatform.h"
 #include "vstguieditor/HelpOverlay.h"
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 

@@ -6,6 +6,8 @@
 #include "vstgui/lib/platform/iplatformbitmap.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <utility>
+
 namespace VSTGUI {
 
 // Shared by all who show it. User-interface thread.

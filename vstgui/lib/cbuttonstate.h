@@ -3,6 +3,8 @@
 
 #include "vstgui/lib/vstguibase.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 enum CButton : std::int32_t {

@@ -5,6 +5,9 @@
 #include "vstgui/lib/platform/iplatformfont.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <cstdint>
+#include <utility>
+
 namespace VSTGUI {
 
 enum CTxtFace : std::int32_t { kNormalFace = 0, kBoldFace = 2, kItalicFace = 4 };

@@ -3,6 +3,9 @@
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
+#include <chrono>
+#include <utility>
+
 namespace VSTGUI {
 namespace {
 

@@ -6,6 +6,8 @@
 #include "vstgui/lib/platform/iplatformframe.h"
 #include "vstgui/lib/platform/iplatformframecallback.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 class CControl;

@@ -3,6 +3,7 @@
 
 #include "vstgui/lib/vstguibase.h"
 
+#include <cstddef>
 #include <string>
 #include <utility>
 

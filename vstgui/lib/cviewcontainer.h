@@ -4,6 +4,7 @@
 #include "vstgui/lib/ccolor.h"
 #include "vstgui/lib/cview.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace VSTGUI {

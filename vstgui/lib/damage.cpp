@@ -1,5 +1,7 @@
 #include "vstgui/lib/damage.h"
 
+#include <cstddef>
+
 namespace VSTGUI {
 namespace {
 

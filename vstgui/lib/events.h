@@ -4,6 +4,8 @@
 #include "vstgui/lib/cbuttonstate.h"
 #include "vstgui/lib/cpoint.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 enum class EventType { MouseDown, MouseMove, MouseUp, MouseCancel, MouseWheel };

@@ -3,6 +3,8 @@
 
 #include "vstgui/lib/controls/ccontrol.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 // A button that is down only while it is held: 1 while the left button holds it and the pointer is

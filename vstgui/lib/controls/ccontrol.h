@@ -5,6 +5,7 @@
 #include "vstgui/lib/cview.h"
 
 #include <atomic>
+#include <cstdint>
 
 namespace VSTGUI {
 

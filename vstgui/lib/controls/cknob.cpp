@@ -3,6 +3,7 @@
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/events.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 

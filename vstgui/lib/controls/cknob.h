@@ -3,6 +3,8 @@
 
 #include "vstgui/lib/controls/ccontrol.h"
 
+#include <chrono>
+#include <cstdint>
 #include <optional>
 
 namespace VSTGUI {

@@ -2,6 +2,9 @@
 
 #include "vstgui/lib/cdrawcontext.h"
 
+#include <string>
+#include <utility>
+
 namespace VSTGUI {
 
 CTextLabel::CTextLabel(const CRect& size, UTF8StringPtr text, CBitmap* background,

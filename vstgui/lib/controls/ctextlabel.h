@@ -6,6 +6,9 @@
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/textmailbox.h"
 
+#include <chrono>
+#include <cstdint>
+
 namespace VSTGUI {
 
 // White on black with a black edge, unless it is transparent: then it shows the text alone. The

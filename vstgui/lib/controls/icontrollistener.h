@@ -4,6 +4,8 @@
 #include "vstgui/lib/cbuttonstate.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 // User-interface thread.

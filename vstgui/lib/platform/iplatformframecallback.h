@@ -4,6 +4,8 @@
 #include "vstgui/lib/crect.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <cstdint>
+
 namespace VSTGUI {
 
 // The kind of window that a frame is opened in.

@@ -4,6 +4,8 @@
 #include "vstgui/lib/platform/iplatformframecallback.h"
 #include "vstgui/lib/vstguibase.h"
 
+#include <cstdint>
+
 namespace VSTGUI::X11 {
 
 struct IEventHandler {

@@ -9,6 +9,7 @@
 #include "vstgui/lib/platform/platformfwd.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 

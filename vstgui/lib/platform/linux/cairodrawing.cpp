@@ -5,7 +5,9 @@
 
 #include <pango/pangocairo.h>
 
+#include <cstddef>
 #include <cstring>
+#include <utility>
 
 namespace VSTGUI {
 namespace {

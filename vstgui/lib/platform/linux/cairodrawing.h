@@ -7,6 +7,7 @@
 
 #include <cairo/cairo.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 

@@ -3,6 +3,9 @@
 
 #include "vstgui/lib/platform/platformfactory.h"
 
+#include <cstdint>
+#include <string>
+
 namespace VSTGUI {
 
 // User-interface thread.

@@ -6,10 +6,14 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace VSTGUI {
 namespace {

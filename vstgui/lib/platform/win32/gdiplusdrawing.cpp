@@ -9,7 +9,9 @@
 #include <gdiplus.h>
 
 #include <array>
+#include <cstddef>
 #include <cstring>
+#include <utility>
 
 namespace VSTGUI {
 namespace {

@@ -2,6 +2,8 @@
 
 #include "vstgui/lib/platform/win32/win32string.h"
 
+#include <memory>
+
 namespace VSTGUI {
 
 SharedPointer<IPlatformFrame> Win32Factory::createFrame(IPlatformFrameCallback& callback,

@@ -5,6 +5,9 @@
 #include "vstgui/lib/platform/win32/gdiplusdrawing.h"
 #include "vstgui/lib/platform/win32/win32frame.h"
 
+#include <cstdint>
+#include <string>
+
 namespace VSTGUI {
 
 // User-interface thread, and not within DllMain.

@@ -6,7 +6,9 @@
 
 #include <windowsx.h>
 
+#include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace VSTGUI {
