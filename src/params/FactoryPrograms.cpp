@@ -32,7 +32,7 @@ void applyRow(const FactoryRow& row, SynthProgram& program) {
 } // namespace
 
 void buildFactoryPrograms(ProgramBank& bank) {
-    for (const FactoryRow& row : factoryTable) {
+    for (const FactoryRow& row : kFactoryTable) {
         bank.push_back(makeDefaultProgram());
         bank.back() = checkedAt(bank, 0);
         applyRow(row, bank.back());

@@ -17,6 +17,6 @@ struct FactoryRow {
 // Marks a parameter that a program leaves as the default program has it.
 constexpr double kUnset = -1.0;
 
-extern const std::array<FactoryRow, 41> factoryTable;
+extern const std::array<FactoryRow, 41> kFactoryTable;
 
 } // namespace zelvatone

@@ -107,11 +107,11 @@ SynthParameter* IntegerSynthParameter::clone() const {
 }
 
 std::string WaveSynthParameter::getDisplay() const {
-    static constexpr std::array<const char*, 5> names = {"Sine", "Square", "Saw", "Poly",
-                                                         "Son of Poly"};
+    static constexpr std::array<const char*, 5> kNames = {"Sine", "Square", "Saw", "Poly",
+                                                          "Son of Poly"};
     const auto choice =
         static_cast<std::uint32_t>(truncateToInt32(static_cast<double>(loadShared(value))));
-    return choice < names.size() ? names[choice] : "";
+    return choice < kNames.size() ? kNames[choice] : "";
 }
 
 SynthParameter* WaveSynthParameter::clone() const {

@@ -10,10 +10,10 @@ namespace zelvatone {
 // the answer of the x86-64 conversion instruction, where C++ itself leaves the result open.
 constexpr std::int32_t truncateToInt32(double value) {
     // Just outside the range on either side; both are exact as doubles, and NaN fails both tests.
-    constexpr double tooLow = -2147483649.0;
-    constexpr double tooHigh = 2147483648.0;
-    return value > tooLow && value < tooHigh ? static_cast<std::int32_t>(value)
-                                             : std::numeric_limits<std::int32_t>::min();
+    constexpr double kTooLow = -2147483649.0;
+    constexpr double kTooHigh = 2147483648.0;
+    return value > kTooLow && value < kTooHigh ? static_cast<std::int32_t>(value)
+                                               : std::numeric_limits<std::int32_t>::min();
 }
 
 // `value` to the nearest integer, halves away from zero, by way of half a unit and truncation.

@@ -4,7 +4,7 @@
 
 namespace VSTGUI {
 
-std::int32_t AEffGUIEditor::knobMode = kCircularMode;
+std::int32_t AEffGUIEditor::knobMode_ = kCircularMode;
 
 AEffGUIEditor::AEffGUIEditor(void* pEffect) : AEffEditor(static_cast<AudioEffect*>(pEffect)) {
     effect->setEditor(this);
@@ -41,22 +41,21 @@ bool AEffGUIEditor::onWheel(float /*distance*/) {
 }
 
 void AEffGUIEditor::doIdleStuff() {
-    constexpr bool isExpectedCall = false;
-    ZELVATONE_EDITOR_ASSERT(isExpectedCall);
+    constexpr bool kIsExpectedCall = false;
+    ZELVATONE_EDITOR_ASSERT(kIsExpectedCall);
 }
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static): an object's, for its callers
 std::int32_t AEffGUIEditor::getVstGuiVersion() {
     return (VSTGUI_VERSION_MAJOR << 16) + VSTGUI_VERSION_MINOR;
 }
 
 bool AEffGUIEditor::setKnobMode(std::int32_t val) {
-    knobMode = val;
+    knobMode_ = val;
     return true;
 }
 
 std::int32_t AEffGUIEditor::getKnobMode() const {
-    return knobMode;
+    return knobMode_;
 }
 
 bool AEffGUIEditor::beforeSizeChange(const CRect& newSize, const CRect& /*oldSize*/) {

@@ -29,7 +29,7 @@ public:
 
     AudioEffect* getEffect() { return effect; }
     // The toolkit's version: the major number in the upper half, the minor one in the lower.
-    std::int32_t getVstGuiVersion();
+    static std::int32_t getVstGuiVersion();
 
     // How the mouse turns a knob (CKnobMode), in all editors of this library.
     bool setKnobMode(std::int32_t val) override;
@@ -48,7 +48,7 @@ protected:
 private:
     AudioEffectX& effectX() const;
 
-    static std::int32_t knobMode;
+    static std::int32_t knobMode_;
 };
 
 } // namespace VSTGUI

@@ -6,8 +6,8 @@
 namespace zelvatone {
 
 void ControlGate::close() {
-    isOpen.store(false);
-    while (inside.load() != 0) {
+    isOpen_.store(false);
+    while (inside_.load() != 0) {
         // To sleep rather than to yield lets a thread of lower priority finish too.
         std::this_thread::sleep_for(std::chrono::microseconds(50));
     }

@@ -12,7 +12,7 @@ namespace zelvatone {
 class ControlGate {
 public:
     // User-interface thread, with the controls complete.
-    void open() { isOpen.store(true); }
+    void open() { isOpen_.store(true); }
     // User-interface thread, not from inside. When it returns nobody is inside.
     void close();
 
@@ -20,24 +20,24 @@ public:
     class Pass {
     public:
         // The order makes it safe: whoever closes sees the count, or else we see the gate closed.
-        explicit Pass(ControlGate& gate) : gate(gate) {
-            gate.inside.fetch_add(1);
-            admitted = gate.isOpen.load();
+        explicit Pass(ControlGate& gate) : gate_(gate) {
+            gate_.inside_.fetch_add(1);
+            admitted_ = gate_.isOpen_.load();
         }
-        ~Pass() { gate.inside.fetch_sub(1); }
+        ~Pass() { gate_.inside_.fetch_sub(1); }
         Pass(const Pass&) = delete;
         Pass& operator=(const Pass&) = delete;
 
-        explicit operator bool() const { return admitted; }
+        explicit operator bool() const { return admitted_; }
 
     private:
-        ControlGate& gate;
-        bool admitted;
+        ControlGate& gate_;
+        bool admitted_;
     };
 
 private:
-    std::atomic<bool> isOpen = false;
-    std::atomic<int> inside = 0;
+    std::atomic<bool> isOpen_ = false;
+    std::atomic<int> inside_ = 0;
 };
 
 } // namespace zelvatone

@@ -25,7 +25,7 @@ struct Row {
 // Appends records to the list.
 class LayoutWriter {
 public:
-    explicit LayoutWriter(WidgetRecords& records) : records(records) {}
+    explicit LayoutWriter(WidgetRecords& records) : records_(records) {}
 
     // The rows' knobs, then their displays, then their labels.
     void addGroup(std::span<const Row> rows) {
@@ -42,8 +42,8 @@ public:
     }
 
     void add(const WidgetRecord& record) {
-        ZELVATONE_EDITOR_ASSERT(count < records.size());
-        records[count++] = record;
+        ZELVATONE_EDITOR_ASSERT(count_ < records_.size());
+        records_[count_++] = record;
     }
 
 private:
@@ -64,8 +64,8 @@ private:
         }
     }
 
-    WidgetRecords& records;
-    std::size_t count = 0;
+    WidgetRecords& records_;
+    std::size_t count_ = 0;
 };
 
 } // namespace

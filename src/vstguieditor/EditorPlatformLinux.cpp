@@ -21,31 +21,31 @@ namespace X11 = VSTGUI::X11;
 class RunLoop final : public X11::IRunLoop, public VSTGUI::NonAtomicReferenceCounted {
 public:
     bool registerEventHandler(int /*fd*/, X11::IEventHandler* handler) override {
-        eventHandlers.push_back(handler);
+        eventHandlers_.push_back(handler);
         return true;
     }
     bool unregisterEventHandler(X11::IEventHandler* handler) override {
-        return std::erase(eventHandlers, handler) != 0;
+        return std::erase(eventHandlers_, handler) != 0;
     }
     bool registerTimer(std::uint64_t intervalMs, X11::ITimerHandler* handler) override {
         const std::chrono::milliseconds interval(intervalMs);
-        timers.push_back({handler, interval, Clock::now() + interval});
+        timers_.push_back({handler, interval, Clock::now() + interval});
         return true;
     }
     bool unregisterTimer(X11::ITimerHandler* handler) override {
-        return std::erase_if(timers, [=](const Timer& t) { return t.handler == handler; }) != 0;
+        return std::erase_if(timers_, [=](const Timer& t) { return t.handler == handler; }) != 0;
     }
 
     // Handlers come and go while others are called: walks through copies, and calls nobody who has
     // left meanwhile.
     void turn() {
-        for (X11::IEventHandler* handler : std::vector(eventHandlers)) {
-            if (std::ranges::find(eventHandlers, handler) != eventHandlers.end()) {
+        for (X11::IEventHandler* handler : std::vector(eventHandlers_)) {
+            if (std::ranges::find(eventHandlers_, handler) != eventHandlers_.end()) {
                 handler->onEvent();
             }
         }
         const auto now = Clock::now();
-        for (const Timer& timer : std::vector(timers)) {
+        for (const Timer& timer : std::vector(timers_)) {
             fireIfDue(timer.handler, now);
         }
     }
@@ -61,16 +61,16 @@ private:
 
     // A host that idles seldom gets one call, not one for every interval that it missed.
     void fireIfDue(X11::ITimerHandler* handler, Clock::time_point now) {
-        const auto timer = std::ranges::find(timers, handler, &Timer::handler);
-        if (timer == timers.end() || timer->due > now) {
+        const auto timer = std::ranges::find(timers_, handler, &Timer::handler);
+        if (timer == timers_.end() || timer->due > now) {
             return;
         }
         timer->due = now + timer->interval;
         handler->onTimer();
     }
 
-    std::vector<X11::IEventHandler*> eventHandlers;
-    std::vector<Timer> timers;
+    std::vector<X11::IEventHandler*> eventHandlers_;
+    std::vector<Timer> timers_;
 };
 
 int users = 0;

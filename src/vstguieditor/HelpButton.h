@@ -16,7 +16,7 @@ public:
                                         const VSTGUI::CButtonState& buttons) override;
 
 private:
-    VSTGuiEditor& editor;
+    VSTGuiEditor& editor_;
 };
 
 } // namespace zelvatone

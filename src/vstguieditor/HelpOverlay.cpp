@@ -32,25 +32,25 @@ bool contains(const VSTGUI::CRect& area, const VSTGUI::CPoint& point) {
 } // namespace
 
 HelpOverlay::HelpOverlay(const VSTGUI::CRect& size, VSTGuiEditor& editor)
-    : ClickArea(size, 0), editor(editor), areas(areasOf(size)) {
+    : ClickArea(size, 0), editor_(editor), areas_(areasOf(size)) {
     showIndex();
 }
 
 VSTGUI::CMouseEventResult HelpOverlay::onMouseUp(VSTGUI::CPoint& where,
                                                  const VSTGUI::CButtonState& /*buttons*/) {
-    if (!isIndexShown) {
+    if (!isIndexShown_) {
         showIndex();
     } else if (const int page = pageAt(where); page != 0) {
         showPage(page);
     } else {
-        editor.closeHelp();
+        editor_.closeHelp();
     }
     return VSTGUI::kMouseEventHandled;
 }
 
 int HelpOverlay::pageAt(const VSTGUI::CPoint& where) const {
     int page = 1;
-    for (const VSTGUI::CRect& area : areas) {
+    for (const VSTGUI::CRect& area : areas_) {
         if (contains(area, where)) {
             return page;
         }
@@ -61,14 +61,14 @@ int HelpOverlay::pageAt(const VSTGUI::CPoint& where) const {
 
 void HelpOverlay::showIndex() {
     showPicture("helpoverlay.png");
-    isIndexShown = true;
+    isIndexShown_ = true;
 }
 
 void HelpOverlay::showPage(int page) {
     char name[16]; // "help5.png" and some room
     std::snprintf(name, sizeof name, "help%d.png", page);
     showPicture(name);
-    isIndexShown = false;
+    isIndexShown_ = false;
 }
 
 void HelpOverlay::showPicture(const char* name) {

@@ -27,9 +27,9 @@ private:
     void showPicture(const char* name);
     int pageAt(const VSTGUI::CPoint& where) const; // 0 beside the areas
 
-    VSTGuiEditor& editor;
-    std::array<VSTGUI::CRect, kPages> areas; // in page order
-    bool isIndexShown = true;
+    VSTGuiEditor& editor_;
+    std::array<VSTGUI::CRect, kPages> areas_; // in page order
+    bool isIndexShown_ = true;
 };
 
 } // namespace zelvatone

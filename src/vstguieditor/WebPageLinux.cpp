@@ -16,20 +16,20 @@ namespace {
 class FileActions {
 public:
     FileActions() {
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDWR, 0);
-        posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDERR_FILENO);
-        posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
+        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
     }
-    ~FileActions() { posix_spawn_file_actions_destroy(&actions); }
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
     FileActions(const FileActions&) = delete;
     FileActions& operator=(const FileActions&) = delete;
 
-    const posix_spawn_file_actions_t* get() const { return &actions; }
+    const posix_spawn_file_actions_t* get() const { return &actions_; }
 
 private:
-    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_t actions_{};
 };
 
 // A session of its own, so that the browser outlives the host and its terminal, and the signal
@@ -37,23 +37,23 @@ private:
 class Attributes {
 public:
     Attributes() {
-        posix_spawnattr_init(&attributes);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK |
-                                                  POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK |
+                                                   POSIX_SPAWN_SETSIGDEF);
         sigset_t signals;
         sigemptyset(&signals);
-        posix_spawnattr_setsigmask(&attributes, &signals);
+        posix_spawnattr_setsigmask(&attributes_, &signals);
         sigfillset(&signals);
-        posix_spawnattr_setsigdefault(&attributes, &signals);
+        posix_spawnattr_setsigdefault(&attributes_, &signals);
     }
-    ~Attributes() { posix_spawnattr_destroy(&attributes); }
+    ~Attributes() { posix_spawnattr_destroy(&attributes_); }
     Attributes(const Attributes&) = delete;
     Attributes& operator=(const Attributes&) = delete;
 
-    const posix_spawnattr_t* get() const { return &attributes; }
+    const posix_spawnattr_t* get() const { return &attributes_; }
 
 private:
-    posix_spawnattr_t attributes{};
+    posix_spawnattr_t attributes_{};
 };
 
 // The shell has no child by then, so this is a matter of an instant. A host that reaps every child

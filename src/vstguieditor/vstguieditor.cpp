@@ -48,9 +48,9 @@ CTextLabel* makeText(const WidgetRecord& record, const char* text) {
 
 VSTGuiEditor::VSTGuiEditor(VstInterface* plugin)
     : AEffGUIEditor(static_cast<AudioEffect*>(plugin)),
-      plugin(plugin),
+      plugin_(plugin),
       m_pSynthEngine(plugin->getSynthEngine()),
-      font(VSTGUI::makeOwned<VSTGUI::CFontDesc>("Arial", 12.0)) {
+      font_(VSTGUI::makeOwned<VSTGUI::CFontDesc>("Arial", 12.0)) {
     std::printf("calling setEditor(this)\n");
     plugin->setEditor(this);
 }
@@ -60,10 +60,10 @@ VSTGuiEditor::~VSTGuiEditor() {
 }
 
 bool VSTGuiEditor::getRect(ERect** ppErect) {
-    rect.top = static_cast<std::int16_t>(editorRect.top);
-    rect.left = static_cast<std::int16_t>(editorRect.left);
-    rect.bottom = static_cast<std::int16_t>(editorRect.bottom);
-    rect.right = static_cast<std::int16_t>(editorRect.right);
+    rect.top = static_cast<std::int16_t>(editorRect_.top);
+    rect.left = static_cast<std::int16_t>(editorRect_.left);
+    rect.bottom = static_cast<std::int16_t>(editorRect_.bottom);
+    rect.right = static_cast<std::int16_t>(editorRect_.right);
     *ppErect = &rect;
     return true;
 }
@@ -72,25 +72,25 @@ bool VSTGuiEditor::open(void* parent) {
     std::printf("opening editor\n");
     discardControls(); // of a host that opens twice
     AEffGUIEditor::open(parent);
-    if (!toolkit) {
-        toolkit.emplace();
+    if (!toolkit_) {
+        toolkit_.emplace();
     }
-    m_pSynthEngine = plugin->getSynthEngine();
-    parameters = loadShared(m_pSynthEngine->currentProgram)->parameters;
-    knobs.assign(parameterCount(), nullptr);
-    displays.assign(parameterCount(), nullptr);
-    labels.assign(parameterCount(), nullptr);
+    m_pSynthEngine = plugin_->getSynthEngine();
+    parameters_ = loadShared(m_pSynthEngine->currentProgram)->parameters;
+    knobs_.assign(parameterCount(), nullptr);
+    displays_.assign(parameterCount(), nullptr);
+    labels_.assign(parameterCount(), nullptr);
     CFrame* newFrame = buildFrame();
     if (newFrame == nullptr) {
         return true;
     }
     frame = newFrame;
-    gate.open();
+    gate_.open();
     showAllParameters();
     frame->addView(new QuillfeatherBadge(CRect(580, 0, 713, 30)));
     frame->addView(new HelpButton(CRect(550, 0, 575, 30), *this));
     if (!openFrame(*frame, parent)) {
-        gate.close();
+        gate_.close();
         std::exchange(frame, nullptr)->forget(); // there is nothing to close
         discardControls();
     }
@@ -105,7 +105,7 @@ CFrame* VSTGuiEditor::buildFrame() {
         std::printf("Error: Zelv pixmaps not found on disk!\n");
         return nullptr;
     }
-    auto* newFrame = new CFrame(editorRect, this);
+    auto* newFrame = new CFrame(editorRect_, this);
     // Never seen under the picture, and not to be overlooked without it.
     newFrame->setBackgroundColor(CColor(255, 0, 0, 255));
     newFrame->setBackground(background);
@@ -125,15 +125,15 @@ void VSTGuiEditor::buildControl(const WidgetRecord& record, CFrame& newFrame,
         auto* knob = new CAnimKnob(rectOf(record), this, record.parameter, kKnobPictures,
                                    kKnobPictureHeight, knobStrip, CPoint(0, 0));
         newFrame.addView(knob);
-        checkedAt(knobs, record.parameter) = knob;
+        checkedAt(knobs_, record.parameter) = knob;
     } else if (kind == "ParamDisplay") {
         auto* display = makeText(record, nullptr);
         newFrame.addView(display);
-        checkedAt(displays, record.parameter) = display;
+        checkedAt(displays_, record.parameter) = display;
     } else if (kind == "CTextLabel") {
-        auto* label = makeText(record, checkedAt(parameters, record.parameter)->name.c_str());
+        auto* label = makeText(record, checkedAt(parameters_, record.parameter)->name.c_str());
         newFrame.addView(label);
-        checkedAt(labels, record.parameter) = label;
+        checkedAt(labels_, record.parameter) = label;
     } else {
         std::printf("Error: Unknown VST widget type!\n");
     }
@@ -143,7 +143,7 @@ void VSTGuiEditor::showAllParameters() {
     ZELVATONE_EDITOR_ASSERT(m_pSynthEngine);
     const auto count = static_cast<VstInt32>(parameterCount());
     for (VstInt32 index = 0; index < count; ++index) {
-        setParameter(index, plugin->getParameter(index));
+        setParameter(index, plugin_->getParameter(index));
     }
 }
 
@@ -153,15 +153,15 @@ void VSTGuiEditor::close() {
 }
 
 void VSTGuiEditor::discardControls() {
-    gate.close();
-    helpOverlay = nullptr;
+    gate_.close();
+    helpOverlay_ = nullptr;
     if (CFrame* closing = std::exchange(frame, nullptr)) {
         closing->close();
     }
     ZELVATONE_EDITOR_ASSERT(m_pSynthEngine);
-    knobs.clear();
-    displays.clear();
-    labels.clear();
+    knobs_.clear();
+    displays_.clear();
+    labels_.clear();
 }
 
 void VSTGuiEditor::idle() {
@@ -174,12 +174,12 @@ std::size_t VSTGuiEditor::parameterCount() const {
 }
 
 void VSTGuiEditor::setParameter(VstInt32 index, float value) {
-    const ControlGate::Pass pass(gate);
+    const ControlGate::Pass pass(gate_);
     // A negative index becomes a huge one.
     if (!pass || static_cast<std::size_t>(index) >= parameterCount()) {
         return;
     }
-    if (CAnimKnob* knob = checkedAt(knobs, index)) {
+    if (CAnimKnob* knob = checkedAt(knobs_, index)) {
         knob->setValue(value);
     }
     showText(index);
@@ -188,7 +188,7 @@ void VSTGuiEditor::setParameter(VstInt32 index, float value) {
 void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
     const VstInt32 index = control->getTag();
     // Comes back through setParameter, before the value is stored: the text is still the old one.
-    plugin->setParameterAutomated(index, control->getValue());
+    plugin_->setParameterAutomated(index, control->getValue());
     // The host, now told, may have closed the window, and the control is gone.
     if (frame != nullptr) {
         showText(index);
@@ -196,19 +196,19 @@ void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
 }
 
 void VSTGuiEditor::showText(VstInt32 index) {
-    if (CTextLabel* display = checkedAt(displays, index)) {
+    if (CTextLabel* display = checkedAt(displays_, index)) {
         display->setText(
             checkedAt(loadShared(m_pSynthEngine->currentProgram)->parameters, index)->getDisplay());
     }
 }
 
 void VSTGuiEditor::showHelp() {
-    helpOverlay = new HelpOverlay(editorRect, *this);
-    frame->addView(helpOverlay);
+    helpOverlay_ = new HelpOverlay(editorRect_, *this);
+    frame->addView(helpOverlay_);
 }
 
 void VSTGuiEditor::closeHelp() {
-    frame->removeView(std::exchange(helpOverlay, nullptr), true);
+    frame->removeView(std::exchange(helpOverlay_, nullptr), true);
     frame->invalid();
 }
 

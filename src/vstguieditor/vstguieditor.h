@@ -55,21 +55,21 @@ private:
     void showText(VstInt32 index);
     void discardControls();
 
-    VstInterface* plugin;
+    VstInterface* plugin_;
     // Set while there is nobody inside `gate`.
     SynthEngine* m_pSynthEngine;
-    std::vector<SynthParameter*> parameters; // of the program that was current at opening
+    std::vector<SynthParameter*> parameters_; // of the program that was current at opening
 
     // By parameter index; null for one without such a control. Empty while closed.
-    std::vector<VSTGUI::CAnimKnob*> knobs;
-    std::vector<VSTGUI::CTextLabel*> displays;
-    std::vector<VSTGUI::CTextLabel*> labels;
-    ControlGate gate; // open while these vectors and `frame` may be used by any thread
+    std::vector<VSTGUI::CAnimKnob*> knobs_;
+    std::vector<VSTGUI::CTextLabel*> displays_;
+    std::vector<VSTGUI::CTextLabel*> labels_;
+    ControlGate gate_; // open while these vectors and `frame` may be used by any thread
 
-    VSTGUI::CRect editorRect{0, 0, kEditorWidth, kEditorHeight};
-    std::optional<ToolkitUse> toolkit; // from the first opening on
-    VSTGUI::SharedPointer<VSTGUI::CFontDesc> font;
-    HelpOverlay* helpOverlay = nullptr; // the frame's, while the help is shown
+    VSTGUI::CRect editorRect_{0, 0, kEditorWidth, kEditorHeight};
+    std::optional<ToolkitUse> toolkit_; // from the first opening on
+    VSTGUI::SharedPointer<VSTGUI::CFontDesc> font_;
+    HelpOverlay* helpOverlay_ = nullptr; // the frame's, while the help is shown
 };
 
 } // namespace zelvatone
