@@ -1,6 +1,7 @@
 #include "tour/TourPhrase.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace zelvatone {
@@ -19,7 +20,7 @@ constexpr Note kNotes[] = {{0.0, 0.45, 45},  {0.5, 0.7, 52},  {0.75, 0.95, 57}, 
                            {2.0, 4.5, 60},   {2.0, 4.5, 64}};
 constexpr double kPhraseSeconds = 6.0;
 
-std::vector<std::uint8_t> message(int status, int key, int velocity) {
+std::array<std::uint8_t, 3> message(int status, int key, int velocity) {
     return {static_cast<std::uint8_t>(status), static_cast<std::uint8_t>(key),
             static_cast<std::uint8_t>(velocity)};
 }
@@ -28,10 +29,10 @@ std::vector<std::uint8_t> message(int status, int key, int velocity) {
 
 Song tourPhrase() {
     constexpr int velocity = 100; // a firm stroke, as keyboards send it
-    Song song{{}, TempoMap(480.0, {}), MeterMap({}), kPhraseSeconds};
+    Song song{{}, TempoMap(480.0, {}), MeterMap({}), kPhraseSeconds, {}};
     for (const Note& note : kNotes) {
-        song.events.push_back({note.start, message(0x90, note.key, velocity)});
-        song.events.push_back({note.end, message(0x80, note.key, 0)});
+        song.add(note.start, message(0x90, note.key, velocity));
+        song.add(note.end, message(0x80, note.key, 0));
     }
     std::stable_sort(song.events.begin(), song.events.end(),
                      [](const auto& a, const auto& b) { return a.seconds < b.seconds; });

@@ -7,6 +7,7 @@
 #include "host/text/Format.h"
 
 #include <algorithm>
+#include <bitset>
 #include <utility>
 
 namespace zelvatone {
@@ -36,11 +37,14 @@ PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) 
 }
 
 // The messages that a part receives. A message without a channel goes to every part.
-std::function<bool(const SongEvent&)> receives(const PartPlan& plan,
-                                               const std::map<int, ChannelChoice>& channels) {
-    return [own = plan.channel, &channels](const SongEvent& event) {
+EventSchedule::Filter receives(const PartPlan& plan, const std::map<int, ChannelChoice>& channels) {
+    std::bitset<17> named; // channels count from 1
+    for (const auto& [channel, choice] : channels) {
+        named.set(static_cast<std::size_t>(channel));
+    }
+    return [own = plan.channel, named](const SongEvent& event) {
         const auto channel = channelOf(event);
-        return !channel || (own ? *channel == *own : !channels.contains(*channel));
+        return !channel || (own ? *channel == *own : !named[static_cast<std::size_t>(*channel)]);
     };
 }
 
@@ -80,7 +84,7 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
                         : AutomationSchedule();
         }
         auto player = std::make_unique<InstrumentPlayer>(
-            *plugin, song, scheduleEvents(song, rate, receives(plan, settings.channels)), *moves);
+            *plugin, song, EventSchedule(song, rate, receives(plan, settings.channels)), *moves);
         const std::string name = stemName(plan.channel, plugin->text(effGetProgramName));
         parts.push_back({name, std::move(plugin), std::move(player), plan.gain * settings.gain});
     }

@@ -1,21 +1,18 @@
-// A Standard MIDI File as it stands in the file: tracks of messages at ticks, nothing interpreted.
+// A Standard MIDI File as it stands in the file: tracks of messages, nothing interpreted.
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace zelvatone {
 
-// One message of a track. Channel messages carry their status (running status is resolved);
-// a system exclusive message is whole, 0xF0 to 0xF7; a meta event is 0xFF, its kind, its data.
-struct MidiFileEvent {
-    std::int64_t tick = 0; // from the start of the file
-    std::vector<std::uint8_t> bytes;
-};
-
+// The messages of a track are read where they lie, see MidiTrackParser: a file of many events would
+// fill the memory otherwise.
 struct MidiTrack {
-    std::vector<MidiFileEvent> events; // in file order, so ticks never fall
-    std::int64_t endTick = 0;          // where the track says that it ends
+    std::span<const std::uint8_t> bytes; // of whole messages, in the file's bytes
+    int number = 0;                      // from 1
+    std::int64_t endTick = 0;            // where the track says that it ends
 };
 
 // What a tick lasts: either a part of a quarter note, whose length the tempo gives, or a part of a
@@ -26,9 +23,18 @@ struct MidiDivision {
 };
 
 struct MidiFile {
+    MidiFile() = default;
+    // The tracks point into the bytes.
+    MidiFile(const MidiFile&) = delete;
+    MidiFile& operator=(const MidiFile&) = delete;
+    MidiFile(MidiFile&&) = default;
+    MidiFile& operator=(MidiFile&&) = default;
+    ~MidiFile() = default;
+
     int format = 0; // 0: one track, 1: tracks that sound together
     MidiDivision division;
     std::vector<MidiTrack> tracks;
+    std::vector<std::uint8_t> bytes; // the whole file
 };
 
 } // namespace zelvatone

@@ -9,7 +9,7 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace zelvatone {
 
@@ -86,9 +86,16 @@ MidiFile readHeader(ByteReader& reader, int& announcedTracks) {
     return file;
 }
 
+MidiTrack readTrack(std::span<const std::uint8_t> bytes, int number) {
+    MidiTrackParser parser(bytes, number);
+    while (parser.next()) {
+    }
+    return {bytes, number, parser.tick()};
+}
+
 } // namespace
 
-MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
+MidiFile parseMidiFile(std::vector<std::uint8_t> bytes) {
     ByteReader reader(bytes, "the file");
     int announcedTracks = 0;
     MidiFile file = readHeader(reader, announcedTracks);
@@ -100,12 +107,13 @@ MidiFile parseMidiFile(std::span<const std::uint8_t> bytes) {
         const Chunk chunk = takeChunk(reader);
         if (chunk.kind == "MTrk") {
             const int number = static_cast<int>(file.tracks.size()) + 1;
-            file.tracks.push_back(MidiTrackParser(chunk.content, number).parse());
+            file.tracks.push_back(readTrack(chunk.content, number));
         }
     }
     if (file.tracks.empty()) {
         throw InputError("no tracks in it");
     }
+    file.bytes = std::move(bytes); // stay where they are
     return file;
 }
 

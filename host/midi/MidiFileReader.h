@@ -6,7 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <span>
+#include <vector>
 
 namespace zelvatone {
 
@@ -15,6 +15,6 @@ namespace zelvatone {
 MidiFile readMidiFile(const std::filesystem::path& path);
 
 // The same from memory; the error's text names no file.
-MidiFile parseMidiFile(std::span<const std::uint8_t> bytes);
+MidiFile parseMidiFile(std::vector<std::uint8_t> bytes);
 
 } // namespace zelvatone

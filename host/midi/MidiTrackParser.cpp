@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 namespace zelvatone {
 
@@ -44,13 +43,13 @@ bool isWholeShortMessage(std::span<const std::uint8_t> bytes) {
 MidiTrackParser::MidiTrackParser(std::span<const std::uint8_t> bytes, int number)
     : reader_(bytes, "track " + std::to_string(number)) {}
 
-MidiTrack MidiTrackParser::parse() {
-    while (!ended_ && !reader_.atEnd()) {
+bool MidiTrackParser::next() {
+    message_.clear();
+    while (message_.empty() && !ended_ && !reader_.atEnd()) {
         tick_ += reader_.variableLength();
         readMessage();
-        track_.endTick = tick_;
     }
-    return std::move(track_);
+    return !message_.empty();
 }
 
 void MidiTrackParser::readMessage() {
@@ -69,44 +68,42 @@ void MidiTrackParser::readMessage() {
 }
 
 void MidiTrackParser::readMeta() {
-    std::vector<std::uint8_t> bytes{reader_.byte(), reader_.byte()};
+    reader_.byte();
+    const std::uint8_t kind = reader_.byte();
     const auto data = reader_.take(reader_.variableLength());
-    if (bytes[1] == kMetaEndOfTrack) {
+    if (kind == kMetaEndOfTrack) {
         ended_ = true;
         return;
     }
-    bytes.insert(bytes.end(), data.begin(), data.end());
-    add(std::move(bytes));
+    message_.assign({kMeta, kind});
+    message_.insert(message_.end(), data.begin(), data.end());
+}
+
+// An exclusive message goes out whole, once its last packet is there.
+void MidiTrackParser::endPacket() {
+    if (exclusive_.back() == kEscape) {
+        message_.swap(exclusive_);
+        exclusive_.clear();
+    }
 }
 
 void MidiTrackParser::readExclusive() {
     exclusive_.assign(1, reader_.byte());
     const auto data = reader_.take(reader_.variableLength());
     exclusive_.insert(exclusive_.end(), data.begin(), data.end());
-    if (exclusive_.back() == kEscape) {
-        add(std::exchange(exclusive_, {}));
-    }
+    endPacket();
 }
 
-// Either the next packet of an exclusive message, which goes out whole once its last packet is
-// there, or bytes that are a message of their own.
+// Either the next packet of an exclusive message or bytes that are a message of their own. A
+// plug-in takes whole messages only; other bytes are dropped.
 void MidiTrackParser::readEscape() {
     reader_.byte();
     const auto data = reader_.take(reader_.variableLength());
-    if (exclusive_.empty()) {
-        addEscaped(data);
-        return;
-    }
-    exclusive_.insert(exclusive_.end(), data.begin(), data.end());
-    if (exclusive_.back() == kEscape) {
-        add(std::exchange(exclusive_, {}));
-    }
-}
-
-// A plug-in takes whole messages only; escaped bytes that are none have nobody to go to.
-void MidiTrackParser::addEscaped(std::span<const std::uint8_t> bytes) {
-    if (isWholeExclusive(bytes) || isWholeShortMessage(bytes)) {
-        add({bytes.begin(), bytes.end()});
+    if (!exclusive_.empty()) {
+        exclusive_.insert(exclusive_.end(), data.begin(), data.end());
+        endPacket();
+    } else if (isWholeExclusive(data) || isWholeShortMessage(data)) {
+        message_.assign(data.begin(), data.end());
     }
 }
 
@@ -118,18 +115,13 @@ void MidiTrackParser::readChannelMessage() {
     if (runningStatus_ == 0) {
         reader_.fail("data without a status");
     }
-    std::vector<std::uint8_t> bytes{runningStatus_};
+    message_.assign(1, runningStatus_);
     for (int i = 0; i < dataBytesOf(runningStatus_); ++i) {
-        bytes.push_back(reader_.byte());
-        if (isStatus(bytes.back())) {
+        message_.push_back(reader_.byte());
+        if (isStatus(message_.back())) {
             reader_.fail("a status where data belongs");
         }
     }
-    add(std::move(bytes));
-}
-
-void MidiTrackParser::add(std::vector<std::uint8_t> bytes) {
-    track_.events.push_back({tick_, std::move(bytes)});
 }
 
 } // namespace zelvatone

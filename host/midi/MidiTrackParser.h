@@ -1,18 +1,30 @@
-// Turns the bytes of one track chunk into messages at ticks.
+// Reads the bytes of one track chunk, message by message.
 #pragma once
 
 #include "host/midi/ByteReader.h"
-#include "host/midi/MidiFile.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
 
 namespace zelvatone {
 
 class MidiTrackParser {
 public:
-    // `bytes` is the chunk's content; `number` counts tracks from 1, for errors.
+    // `bytes` is the chunk's content and outlives the parser; `number` counts tracks from 1, for
+    // errors.
     MidiTrackParser(std::span<const std::uint8_t> bytes, int number);
 
-    // Throws InputError when the track is cut short or damaged.
-    MidiTrack parse();
+    // Goes to the next message; false at the end of the track. Throws InputError when the track is
+    // cut short or damaged.
+    bool next();
+
+    // Of the message, or behind the last one of the end of the track; from the start of the file.
+    std::int64_t tick() const { return tick_; }
+    // The message, until the next one is read. Channel messages carry their status (running status
+    // is resolved); a system exclusive message is whole, 0xF0 to 0xF7; a meta event is 0xFF, its
+    // kind, its data.
+    std::span<const std::uint8_t> message() const { return message_; }
 
 private:
     void readMessage();
@@ -20,11 +32,10 @@ private:
     void readExclusive();
     void readEscape();
     void readChannelMessage();
-    void addEscaped(std::span<const std::uint8_t> bytes);
-    void add(std::vector<std::uint8_t> bytes);
+    void endPacket();
 
     ByteReader reader_;
-    MidiTrack track_;
+    std::vector<std::uint8_t> message_; // empty: none was read
     std::int64_t tick_ = 0;
     bool ended_ = false;
     std::uint8_t runningStatus_ = 0;      // 0: none yet

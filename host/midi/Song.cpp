@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/midi/MidiFileReader.h"
+#include "host/midi/TrackMerger.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,67 +11,78 @@ namespace zelvatone {
 
 namespace {
 
+constexpr std::uint8_t kExclusive = 0xF0;
 constexpr std::uint8_t kMeta = 0xFF;
 constexpr std::uint8_t kMetaTempo = 0x51;
 constexpr std::uint8_t kMetaTimeSignature = 0x58;
 // A damaged number can make a song of decades; a day is longer than any piece that is meant.
 constexpr double kLongestSongSeconds = 24.0 * 60.0 * 60.0;
 
-bool isMeta(const MidiFileEvent& event, std::uint8_t kind) {
-    return event.bytes[0] == kMeta && event.bytes[1] == kind;
+using Bytes = std::span<const std::uint8_t>;
+
+bool isMeta(Bytes message, std::uint8_t kind) {
+    return message[0] == kMeta && message[1] == kind;
 }
 
-std::vector<const MidiFileEvent*> mergeTracks(const MidiFile& file) {
-    std::vector<const MidiFileEvent*> merged;
+// How many messages are what; lists of them are made as large as they become.
+struct Counts {
+    std::size_t events = 0;
+    std::size_t tempos = 0;
+    std::size_t meters = 0;
+};
+
+Counts countMessages(const MidiFile& file) {
+    Counts counts;
     for (const MidiTrack& track : file.tracks) {
-        for (const MidiFileEvent& event : track.events) {
-            merged.push_back(&event);
+        MidiTrackParser parser(track.bytes, track.number);
+        while (parser.next()) {
+            counts.events += parser.message()[0] != kMeta ? 1 : 0;
+            counts.tempos += isMeta(parser.message(), kMetaTempo) ? 1 : 0;
+            counts.meters += isMeta(parser.message(), kMetaTimeSignature) ? 1 : 0;
         }
     }
-    std::stable_sort(merged.begin(), merged.end(),
-                     [](const auto* a, const auto* b) { return a->tick < b->tick; });
-    return merged;
+    return counts;
 }
 
 // Three bytes: microseconds a quarter note.
-TempoMap::Change tempoChange(const MidiFileEvent& event) {
-    const auto& bytes = event.bytes;
-    if (bytes.size() != 5) {
+double secondsPerQuarter(Bytes tempo) {
+    if (tempo.size() != 5) {
         throw InputError("a tempo change is damaged");
     }
-    const int microseconds = (bytes[2] << 16) | (bytes[3] << 8) | bytes[4];
+    const int microseconds = (tempo[2] << 16) | (tempo[3] << 8) | tempo[4];
     if (microseconds == 0) {
         throw InputError("a tempo change asks for infinitely many quarter notes a minute");
     }
-    return {event.tick, microseconds * 1e-6};
+    return microseconds * 1e-6;
 }
 
-TempoMap makeTempoMap(const MidiDivision& division,
-                      const std::vector<const MidiFileEvent*>& events) {
-    if (division.ticksPerQuarter == 0) {
+TempoMap makeTempoMap(const MidiFile& file, std::size_t count) {
+    if (file.division.ticksPerQuarter == 0) {
         // Film frames pass at their own rate: the instrument is told the usual tempo, which turns
         // seconds into quarter notes, and tempo changes move nothing.
-        return {division.ticksPerSecond * 60.0 / kTempoBeforeAnyChange, {}};
+        return {file.division.ticksPerSecond * 60.0 / kTempoBeforeAnyChange, {}};
     }
     std::vector<TempoMap::Change> changes;
-    for (const MidiFileEvent* event : events) {
-        if (isMeta(*event, kMetaTempo)) {
-            changes.push_back(tempoChange(*event));
+    changes.reserve(count);
+    for (TrackMerger merger(file); merger.next();) {
+        if (isMeta(merger.message(), kMetaTempo)) {
+            changes.push_back({merger.tick(), secondsPerQuarter(merger.message())});
         }
     }
-    return {static_cast<double>(division.ticksPerQuarter), changes};
+    return {static_cast<double>(file.division.ticksPerQuarter), changes};
 }
 
-// Numerator, then the denominator as a power of two. One that makes no sense is passed over: it
-// would only tell the instrument where bars start, and the notes stand without it.
-MeterMap makeMeterMap(const TempoMap& tempo, const std::vector<const MidiFileEvent*>& events) {
+// Numerator, then the denominator as a power of two. One that makes no sense is skipped: it would
+// only tell the instrument where bars start, and the notes stand without it.
+MeterMap makeMeterMap(const MidiFile& file, const TempoMap& tempo, std::size_t count) {
     constexpr int largestPower = 6; // sixty-fourths, the shortest note that scores beat in
     std::vector<MeterMap::Change> changes;
-    for (const MidiFileEvent* event : events) {
-        const auto& bytes = event->bytes;
-        if (isMeta(*event, kMetaTimeSignature) && bytes.size() >= 4 && bytes[2] > 0 &&
+    changes.reserve(count + 1); // and the one that holds from the start
+    for (TrackMerger merger(file); count > 0 && merger.next();) {
+        const Bytes bytes = merger.message();
+        if (isMeta(bytes, kMetaTimeSignature) && bytes.size() >= 4 && bytes[2] > 0 &&
             bytes[3] <= largestPower) {
-            changes.push_back({tempo.quartersAtTick(event->tick), bytes[2], 1 << bytes[3]});
+            changes.push_back({tempo.quartersAtTick(merger.tick()), bytes[2], 1 << bytes[3]});
         }
     }
     return MeterMap(std::move(changes));
@@ -89,13 +101,44 @@ double lengthInSeconds(const MidiFile& file, const TempoMap& tempo) {
 
 } // namespace
 
+std::uint32_t ExclusiveMessages::append(Bytes message) {
+    bytes_.insert(bytes_.end(), message.begin(), message.end());
+    ends_.push_back(static_cast<std::uint32_t>(bytes_.size()));
+    return static_cast<std::uint32_t>(ends_.size() - 1);
+}
+
+Bytes ExclusiveMessages::operator[](std::uint32_t number) const {
+    const std::size_t start = number == 0 ? 0 : ends_[number - 1];
+    return Bytes(bytes_).subspan(start, ends_[number] - start);
+}
+
+void Song::add(double atSeconds, Bytes message) {
+    SongEvent event;
+    event.seconds = atSeconds;
+    event.bytes[0] = message[0];
+    if (message[0] == kExclusive) {
+        event.exclusive = exclusives.append(message);
+    } else {
+        std::copy(message.begin(), message.end(), event.bytes.begin());
+        event.size = static_cast<std::uint8_t>(message.size());
+    }
+    events.push_back(event);
+}
+
+Bytes Song::message(const SongEvent& event) const {
+    return event.bytes[0] == kExclusive ? exclusives[event.exclusive]
+                                        : Bytes(event.bytes).first(event.size);
+}
+
 Song makeSong(const MidiFile& file) {
-    const auto merged = mergeTracks(file);
-    const TempoMap tempo = makeTempoMap(file.division, merged);
-    Song song{{}, tempo, makeMeterMap(tempo, merged), lengthInSeconds(file, tempo)};
-    for (const MidiFileEvent* event : merged) {
-        if (event->bytes[0] != kMeta) {
-            song.events.push_back({tempo.secondsAtTick(event->tick), event->bytes});
+    const Counts counts = countMessages(file);
+    const TempoMap tempo = makeTempoMap(file, counts.tempos);
+    Song song{
+        {}, tempo, makeMeterMap(file, tempo, counts.meters), lengthInSeconds(file, tempo), {}};
+    song.events.reserve(counts.events);
+    for (TrackMerger merger(file); merger.next();) {
+        if (merger.message()[0] != kMeta) {
+            song.add(tempo.secondsAtTick(merger.tick()), merger.message());
         }
     }
     return song;

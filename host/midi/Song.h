@@ -5,15 +5,33 @@
 #include "host/midi/MidiFile.h"
 #include "host/midi/TempoMap.h"
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <vector>
 
 namespace zelvatone {
 
+// A MIDI message at a time. Songs have millions of them, so an event takes 16 bytes and no memory
+// beside; an exclusive message lies in the song.
 struct SongEvent {
-    double seconds = 0.0;            // from the start
-    std::vector<std::uint8_t> bytes; // a whole MIDI message; no meta events
+    double seconds = 0.0;                // from the start
+    std::array<std::uint8_t, 3> bytes{}; // a short message; of an exclusive one its 0xF0 alone
+    std::uint8_t size = 0;               // bytes of a short message, 1 to 3
+    std::uint32_t exclusive = 0;         // the number of an exclusive message in the song
+};
+
+// Exclusive messages one behind the other.
+class ExclusiveMessages {
+public:
+    // Returns the number of the new message, from 0.
+    std::uint32_t append(std::span<const std::uint8_t> message);
+    std::span<const std::uint8_t> operator[](std::uint32_t number) const;
+
+private:
+    std::vector<std::uint8_t> bytes_;
+    std::vector<std::uint32_t> ends_; // behind each message
 };
 
 struct Song {
@@ -21,6 +39,12 @@ struct Song {
     TempoMap tempo;
     MeterMap meter;
     double seconds = 0.0; // to the end of the longest track
+    ExclusiveMessages exclusives;
+
+    // Appends a whole MIDI message, which is no meta event, of 1 to 3 bytes or an exclusive one.
+    void add(double atSeconds, std::span<const std::uint8_t> message);
+    // The message of an event of this song.
+    std::span<const std::uint8_t> message(const SongEvent& event) const;
 };
 
 // Merges the tracks. Tempo and time signature changes count in whichever track they stand. Throws

@@ -14,6 +14,7 @@ constexpr double kRoundingSeconds = 1e-9;
 
 TempoMap::TempoMap(double ticksPerQuarter, const std::vector<Change>& changes)
     : ticksPerQuarter_(ticksPerQuarter), stretches_{{0, 0.0, 60.0 / kTempoBeforeAnyChange}} {
+    stretches_.reserve(changes.size() + 1);
     for (const Change& change : changes) {
         const Stretch next{change.tick, secondsAtTick(change.tick), change.secondsPerQuarter};
         if (stretches_.back().tick == next.tick) {

@@ -13,7 +13,7 @@ namespace zelvatone {
 class BlockEvents {
 public:
     // Sets memory aside for the fullest block of `blockSize` samples, so that rendering takes
-    // none and no event is ever left out.
+    // none and no event is ever left out. Throws InputError when it has over a million events.
     BlockEvents(EventSchedule schedule, int blockSize);
     // The records point into each other.
     BlockEvents(const BlockEvents&) = delete;
@@ -24,12 +24,16 @@ public:
     VstEvents* next();
 
 private:
-    std::size_t fullestBlock() const;
-    VstEvent* addMessage(const ScheduledEvent& scheduled);
+    struct Counts {
+        std::size_t midi = 0;
+        std::size_t exclusive = 0;
+    };
+
+    Counts fullestBlock() const; // the most of each kind
+    VstEvent* addMessage();      // of the event that is due next
 
     EventSchedule schedule_;
     std::int64_t blockSize_;
-    std::size_t position_ = 0;    // of the next event in the schedule
     std::int64_t blockStart_ = 0; // sample that the next block starts at
     std::vector<VstMidiEvent> midi_;
     std::vector<VstMidiSysexEvent> exclusive_;

@@ -132,7 +132,8 @@ TEST(AutomationSchedule, MakesMovesOfOneTimeInTheirOrder) {
     const Song song = makeSong(parseMidiFile(midiFileBytes(0, 500, {TrackBytes().end(1)})));
     const PluginLibrary library(testPlugin("pulse"));
     HostedPlugin plugin(library, {1000.0, 10});
-    InstrumentPlayer player(plugin, song, {}, {{0, 0, 0.5F}, {0, 0, 0.75F}, {1, 0, 0.1F}});
+    InstrumentPlayer player(plugin, song, scheduleEvents(song, 1000.0),
+                            {{0, 0, 0.5F}, {0, 0, 0.75F}, {1, 0, 0.1F}});
     player.renderBlock();
     EXPECT_EQ(plugin.parameter(0), 0.75F);
 }

@@ -1,5 +1,6 @@
 #include "host/render/BlockEvents.h"
 
+#include "host/Error.h"
 #include "host/midi/MidiFileReader.h"
 #include "tests/support/MidiFileBuilder.h"
 
@@ -35,21 +36,27 @@ std::vector<int> offsets(VstEvents* events) {
     return found;
 }
 
+std::vector<int> framesOf(EventSchedule schedule) {
+    std::vector<int> frames;
+    for (; !schedule.atEnd(); schedule.advance()) {
+        frames.push_back(static_cast<int>(schedule.frame()));
+    }
+    return frames;
+}
+
 TEST(EventSchedule, RoundsAnEventToItsNearestSample) {
     // 120 quarters a minute at 480 ticks: tick 1 lies at 45.9375 samples of 44.1 kHz.
     const Song song = makeSong(parseMidiFile(
         midiFileBytes(0, 480, {TrackBytes().noteOn(1, 60).noteOn(1, 61).noteOn(1, 62)})));
-    const auto schedule = scheduleEvents(song, 44100.0);
-    EXPECT_EQ(schedule.at(0).frame, 46);  // 45.9375
-    EXPECT_EQ(schedule.at(1).frame, 92);  // 91.875
-    EXPECT_EQ(schedule.at(2).frame, 138); // 137.8125
+    // 45.9375, 91.875 and 137.8125
+    EXPECT_THAT(framesOf(scheduleEvents(song, 44100.0)), ElementsAre(46, 92, 138));
 }
 
 TEST(EventSchedule, LeavesOutWhatIsNotWanted) {
     const Song song = songWithNotesAt({0, 1, 2});
-    const auto schedule =
-        scheduleEvents(song, kRate, [](const SongEvent& event) { return event.bytes[1] != 2; });
-    EXPECT_EQ(schedule.size(), 2U);
+    const EventSchedule schedule(song, kRate,
+                                 [](const SongEvent& event) { return event.bytes[1] != 2; });
+    EXPECT_THAT(framesOf(schedule), ElementsAre(0, 2));
 }
 
 TEST(BlockEvents, PutsEachEventIntoItsBlockAtItsOffset) {
@@ -74,6 +81,14 @@ TEST(BlockEvents, LosesNothingOfAFullBlock) {
     const Song song = songWithNotesAt(std::vector<std::uint32_t>(120, 7));
     BlockEvents events(scheduleEvents(song, kRate), 64);
     EXPECT_EQ(events.next()->numEvents, 120);
+}
+
+TEST(BlockEvents, RefusesABlockOfMoreEventsThanMemoryIsSetAsideFor) {
+    Song song = songWithNotesAt({});
+    song.events.resize((1U << 20U) + 1, {0.0, {0x90, 60, 64}, 3, 0});
+    EXPECT_THROW(BlockEvents(scheduleEvents(song, kRate), 1), InputError);
+    song.events.pop_back();
+    EXPECT_EQ(BlockEvents(scheduleEvents(song, kRate), 1).next()->numEvents, 1 << 20);
 }
 
 TEST(BlockEvents, FillsInAMidiRecord) {

@@ -151,7 +151,7 @@ TEST(InstrumentPlayer, RefusesAnEffect) {
     const PluginLibrary library(testPlugin("effect"));
     HostedPlugin plugin(library, {kRate, 7});
     const Song song = pulses();
-    EXPECT_THROW(InstrumentPlayer(plugin, song, {}), InputError);
+    EXPECT_THROW(InstrumentPlayer(plugin, song, scheduleEvents(song, kRate)), InputError);
 }
 
 } // namespace

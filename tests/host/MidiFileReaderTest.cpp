@@ -1,6 +1,7 @@
 #include "host/midi/MidiFileReader.h"
 
 #include "host/Error.h"
+#include "host/midi/MidiTrackParser.h"
 #include "tests/support/MidiFileBuilder.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -16,8 +17,23 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-MidiFile parseTrack(const TrackBytes& track) {
-    return parseMidiFile(midiFileBytes(0, 480, {track}));
+struct Event {
+    std::int64_t tick;
+    Bytes bytes;
+};
+
+std::vector<Event> eventsOf(const MidiTrack& track) {
+    std::vector<Event> events;
+    for (MidiTrackParser parser(track.bytes, track.number); parser.next();) {
+        events.push_back({parser.tick(), Bytes(parser.message().begin(), parser.message().end())});
+    }
+    return events;
+}
+
+// Of a file with this one track.
+std::vector<Event> parseTrack(const TrackBytes& track) {
+    const MidiFile file = parseMidiFile(midiFileBytes(0, 480, {track}));
+    return eventsOf(file.tracks.at(0));
 }
 
 std::string refusal(const Bytes& bytes) {
@@ -34,9 +50,8 @@ std::string refusalOfTrack(const TrackBytes& track) {
 }
 
 TEST(MidiFileReader, ReadsMessagesAtTheirTicks) {
-    const auto file = parseTrack(
+    const auto events = parseTrack(
         TrackBytes().event(0, {0x90, 60, 100}).event(200, {0x80, 60, 0}).event(20000, {0xC3, 5}));
-    const auto& events = file.tracks.at(0).events;
     ASSERT_EQ(events.size(), 3U);
     EXPECT_EQ(events[0].tick, 0);
     EXPECT_THAT(events[0].bytes, ElementsAre(0x90, 60, 100));
@@ -46,52 +61,51 @@ TEST(MidiFileReader, ReadsMessagesAtTheirTicks) {
 }
 
 TEST(MidiFileReader, FillsInRunningStatus) {
-    const auto file = parseTrack(TrackBytes().event(0, {0x95, 60, 1}).event(1, {61, 2}));
-    EXPECT_THAT(file.tracks.at(0).events.at(1).bytes, ElementsAre(0x95, 61, 2));
+    const auto events = parseTrack(TrackBytes().event(0, {0x95, 60, 1}).event(1, {61, 2}));
+    EXPECT_THAT(events.at(1).bytes, ElementsAre(0x95, 61, 2));
 }
 
 TEST(MidiFileReader, KeepsRunningStatusAcrossMetaEvents) {
-    const auto file = parseTrack(
+    const auto events = parseTrack(
         TrackBytes().event(0, {0x95, 60, 1}).event(0, {0xFF, 1, 1, 'x'}).event(1, {61, 2}));
-    EXPECT_THAT(file.tracks.at(0).events.at(2).bytes, ElementsAre(0x95, 61, 2));
+    EXPECT_THAT(events.at(2).bytes, ElementsAre(0x95, 61, 2));
 }
 
 TEST(MidiFileReader, ReadsAWholeExclusiveMessage) {
-    const auto file = parseTrack(TrackBytes().event(3, {0xF0, 3, 0x43, 0x12, 0xF7}));
-    EXPECT_THAT(file.tracks.at(0).events.at(0).bytes, ElementsAre(0xF0, 0x43, 0x12, 0xF7));
+    const auto events = parseTrack(TrackBytes().event(3, {0xF0, 3, 0x43, 0x12, 0xF7}));
+    EXPECT_THAT(events.at(0).bytes, ElementsAre(0xF0, 0x43, 0x12, 0xF7));
 }
 
 TEST(MidiFileReader, JoinsAnExclusiveMessageThatComesInPackets) {
-    const auto file = parseTrack(TrackBytes()
-                                     .event(3, {0xF0, 2, 0x43, 0x12})
-                                     .event(4, {0xF7, 1, 0x55})
-                                     .event(5, {0xF7, 2, 0x56, 0xF7}));
-    const auto& events = file.tracks.at(0).events;
+    const auto events = parseTrack(TrackBytes()
+                                       .event(3, {0xF0, 2, 0x43, 0x12})
+                                       .event(4, {0xF7, 1, 0x55})
+                                       .event(5, {0xF7, 2, 0x56, 0xF7}));
     ASSERT_EQ(events.size(), 1U);
     EXPECT_EQ(events[0].tick, 12);
     EXPECT_THAT(events[0].bytes, ElementsAre(0xF0, 0x43, 0x12, 0x55, 0x56, 0xF7));
 }
 
 TEST(MidiFileReader, TakesEscapedBytesThatAreAMessageAndDropsOthers) {
-    const auto file = parseTrack(TrackBytes()
-                                     .event(0, {0xF7, 2, 0xF3, 1})  // song select
-                                     .event(0, {0xF7, 1, 0xFF})     // a reset
-                                     .event(0, {0xF7, 2, 0x90, 60}) // half a note
-                                     .event(0, {0xF7, 3, 0x90, 60, 1}));
-    const auto& events = file.tracks.at(0).events;
+    const auto events = parseTrack(TrackBytes()
+                                       .event(0, {0xF7, 2, 0xF3, 1})  // song select
+                                       .event(0, {0xF7, 1, 0xFF})     // a reset
+                                       .event(0, {0xF7, 2, 0x90, 60}) // half a note
+                                       .event(0, {0xF7, 3, 0x90, 60, 1}));
     ASSERT_EQ(events.size(), 2U);
     EXPECT_THAT(events[0].bytes, ElementsAre(0xF3, 1));
     EXPECT_THAT(events[1].bytes, ElementsAre(0x90, 60, 1));
 }
 
 TEST(MidiFileReader, EndsATrackWhereItSaysSo) {
-    const auto file = parseTrack(TrackBytes().noteOn(0, 60).end(960).noteOn(0, 61));
-    EXPECT_EQ(file.tracks.at(0).events.size(), 1U);
+    const auto file =
+        parseMidiFile(midiFileBytes(0, 480, {TrackBytes().noteOn(0, 60).end(960).noteOn(0, 61)}));
+    EXPECT_EQ(eventsOf(file.tracks.at(0)).size(), 1U);
     EXPECT_EQ(file.tracks.at(0).endTick, 960);
 }
 
 TEST(MidiFileReader, AcceptsATrackThatDoesNotSayWhereItEnds) {
-    EXPECT_EQ(parseTrack(TrackBytes().noteOn(0, 60)).tracks.at(0).events.size(), 1U);
+    EXPECT_EQ(parseTrack(TrackBytes().noteOn(0, 60)).size(), 1U);
 }
 
 TEST(MidiFileReader, SkipsUnknownChunks) {

@@ -38,6 +38,11 @@ TrackBytes& TrackBytes::tempo(std::uint32_t delta, int microsecondsPerQuarter) {
                          microsecondsPerQuarter});
 }
 
+TrackBytes& TrackBytes::append(const Bytes& bytes) {
+    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    return *this;
+}
+
 Bytes midiFileBytes(int format, int division, const std::vector<TrackBytes>& tracks) {
     Bytes bytes;
     append(bytes, "MThd");

@@ -18,6 +18,8 @@ public:
     TrackBytes& tempo(std::uint32_t delta, int microsecondsPerQuarter);
     // Notes of velocity 64 on channel 1.
     TrackBytes& noteOn(std::uint32_t delta, int note) { return event(delta, {0x90, note, 64}); }
+    // Bytes as they are, delta times included.
+    TrackBytes& append(const Bytes& bytes);
     TrackBytes& end(std::uint32_t delta) { return event(delta, {0xFF, 0x2F, 0}); }
 
     const Bytes& bytes() const { return bytes_; }
