@@ -14,7 +14,7 @@ def fill(name, fragments, style):
 
 
 def part(name, fragments, style):
-    """The template svg/NAME.svg with names replaced; a name that nobody defines is an error."""
+    """The template svg/NAME.svg with names replaced; a name that is not defined is an error."""
     text = (FOLDER / f"{name}.svg").read_text(encoding="utf-8")
     try:
         return Template(text).substitute(style["colours"] | fragments)

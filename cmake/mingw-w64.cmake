@@ -15,11 +15,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The C++ library and its threads go into the file itself: whoever copies it to Windows needs no
-# other.
+# The C++ library and its threads go into the file itself, which then needs no other on Windows.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 
-# What runs the programs that are built, tests above all.
+# Runs the programs that are built: the tests.
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)

@@ -64,7 +64,7 @@ explain_apt() {
     fail "apt-get failed; the whole output is in ${log_folder#"$PWD"/}/apt-install.log"
 }
 
-# repair_dpkg: puts right what an interrupted dpkg left half done; fails when there is no such thing.
+# repair_dpkg: puts right what an interrupted dpkg left half done; fails when nothing is half done.
 repair_dpkg() {
     [[ -n $(dpkg --audit 2>/dev/null) ]] || return
     note "finishing an interrupted installation"

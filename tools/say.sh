@@ -52,7 +52,7 @@ help_from_head() {
     sed -n '2,/^[^#]/ { s/^# \{0,1\}//p }' "$1"
 }
 
-# live TEXT: replaces the live progress line; nothing when standard output is no terminal.
+# live TEXT: replaces the live progress line; nothing when standard output is not a terminal.
 live() {
     on_terminal || return 0
     local width=$((${COLUMNS:-80} - 7))

@@ -9,8 +9,8 @@
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
 
-# windows_flags: how clang compiles for Windows: with the cross-compiler's headers but for the few
-# that are the compiler's own, and behind them Debian's, for the libraries that are headers only.
+# windows_flags: how clang compiles for Windows: with the cross-compiler's headers, except the few
+# that are the compiler's own, and after them Debian's, for the libraries that are headers only.
 windows_flags() {
     local folder
     printf '%s\n' --target=x86_64-w64-mingw32 -std=c++20 -nostdinc++ -Wno-pragma-pack \
@@ -25,7 +25,7 @@ is_for_windows() {
     [[ $1 == *Windows.cpp || $1 == */[Ww]in32* ]]
 }
 
-# tidy_one COUNT FILE: says which file it is, then what clang-tidy has against it.
+# tidy_one COUNT FILE: says which file it is, then what clang-tidy finds in it.
 tidy_one() {
     local findings status=0 options=(-p build/clang --quiet "$2")
     if is_for_windows "$2"; then

@@ -2,8 +2,8 @@
 # Usage: tools/wine.sh COMMAND...
 #
 # Runs COMMAND, be it `wine PROGRAM.exe` or `ctest --preset windows`, with a Windows of the
-# project's own (Wine's prefix in build/wine-prefix, made at the first call) and a screen that
-# nobody sees. All that Wine has started for it is stopped afterwards.
+# project's own (Wine's prefix in build/wine-prefix, made at the first call) and an invisible
+# screen. All that Wine has started for it is stopped afterwards.
 
 set -euo pipefail
 export LC_ALL=C.UTF-8
@@ -12,7 +12,7 @@ source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/say.sh"
 
 export WINEPREFIX=${ZELVATONE_WINE_PREFIX:-$root/build/wine-prefix}
 export WINEARCH=win64
-export WINEDEBUG=-all # Wine reports much that is missing and that nobody here needs
+export WINEDEBUG=-all # Wine reports much that is missing and not needed here
 # Neither the .NET nor the HTML engine, which Wine would offer to download.
 export WINEDLLOVERRIDES='mscoree,mshtml='
 
@@ -45,14 +45,14 @@ start_screen() {
 }
 
 # keep_running: Windows takes seconds to start, and its services and desktop hold on to the output
-# of whoever starts them. So they are started here, and a program that waits for input keeps them.
+# of the program that starts them. So they are started here, and a program that waits for input keeps them.
 keep_running() {
-    # shellcheck disable=SC2034 # nobody ever writes to it
+    # shellcheck disable=SC2034 # nothing is ever written to it
     exec {input}> >(exec {session}>&- && exec wine cmd >/dev/null 2>&1)
     wine wineboot >/dev/null 2>&1
 }
 
-# stop: ends the prefix's programs, then the screen; what has ended by itself is no failure.
+# stop: ends the prefix's programs, then the screen; a program that has ended by itself is not a failure.
 stop() {
     wineserver --kill || true
     wineserver --wait || true
@@ -64,7 +64,7 @@ if [[ ${1:-} == --help ]]; then
     help_from_head "${BASH_SOURCE[0]}" && exit
 fi
 mkdir -p "$(dirname "$WINEPREFIX")"
-# Who comes second waits: the end of one session would end the programs of the other.
+# A second session waits: the end of the first would end its programs too.
 exec {session}>"$WINEPREFIX.lock"
 flock "$session"
 start_screen

@@ -6,9 +6,9 @@
 
 namespace zelvatone {
 
-// The element at `index` of `list`. An index outside the list is a broken precondition that no
-// caller can mend: being noexcept, the range check's exception ends the process at this line, with
-// the runtime's message, instead of unwinding into the host.
+// The element at `index` of `list`. An index outside the list is a broken precondition from which
+// no caller can recover. The function is noexcept: the range check's exception ends the process at
+// this line, with the runtime's message, instead of unwinding into the host.
 template<class List>
 auto& checkedAt(List& list, std::int32_t index) noexcept {
     // A negative index becomes a huge one, which the range check refuses as well.

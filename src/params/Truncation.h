@@ -7,7 +7,7 @@
 namespace zelvatone {
 
 // `value` with its fraction cut off. What does not fit, NaN included, becomes the lowest int32:
-// the answer of the x86-64 conversion instruction, where C++ itself leaves the result open.
+// the result of the x86-64 conversion instruction, where C++ itself leaves the result open.
 constexpr std::int32_t truncateToInt32(double value) {
     // Just outside the range on either side; both are exact as doubles, and NaN fails both tests.
     constexpr double kTooLow = -2147483649.0;

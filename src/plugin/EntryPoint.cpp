@@ -23,8 +23,8 @@ AudioEffect* createEffectInstance(audioMasterCallback audioMaster) {
 } // namespace
 
 // Exported here and, for hosts of the first days, a second time as `main`; see zelvatone.map,
-// zelvatone.def, and this folder's part of src/CMakeLists.txt. Answers null to a host that reports
-// no version. User-interface thread.
+// zelvatone.def, and platform/Linux.cmake. Returns null to a host that reports no version.
+// User-interface thread.
 extern "C" AEffect* VSTPluginMain(audioMasterCallback audioMaster);
 
 extern "C" AEffect* VSTPluginMain(audioMasterCallback audioMaster) {

@@ -9,8 +9,8 @@ class VSTGuiVSTInterface final : public VstInterface {
 public:
     // Makes the editor, which stays closed.
     VSTGuiVSTInterface(audioMasterCallback audioMaster, SynthEngine* engine, VstInt32 uniqueID);
-    // Closes a window that the host has left open, while there still is a whole object behind it;
-    // the base class deletes the editor.
+    // Closes a window that the host has left open, while the plug-in object is still whole. The
+    // base class deletes the editor.
     ~VSTGuiVSTInterface() override;
     VSTGuiVSTInterface(const VSTGuiVSTInterface&) = delete;
     VSTGuiVSTInterface& operator=(const VSTGuiVSTInterface&) = delete;
@@ -18,7 +18,7 @@ public:
     // Tells the editor first, then stores the value: a change from the host moves the knob at once,
     // while the text beside it is still that of the old value.
     void setParameter(VstInt32 index, float value) override;
-    // Afterwards sends every parameter to the editor, also when there is no such program.
+    // Afterwards sends every parameter to the editor, also when no program has that index.
     void setProgram(VstInt32 index) override;
 };
 

@@ -1,4 +1,4 @@
-// The records of the published VST 2.4 interface that travel behind a request's pointer: events,
+// The records of the published VST 2.4 interface that a request's pointer leads to: events,
 // time information, pin properties, the editor's rectangle and a key press.
 #pragma once
 
@@ -25,7 +25,7 @@ struct VstEvent {
     char data[16];
 };
 
-// One block's events; `events` continues behind the record for numEvents pointers.
+// One block's events; `events` continues after the record for numEvents pointers.
 struct VstEvents {
     VstInt32 numEvents;
     VstIntPtr reserved;

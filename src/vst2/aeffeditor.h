@@ -5,7 +5,7 @@
 
 class AudioEffect;
 
-// All operations run on the host's user-interface thread, but for setParameter.
+// All operations run on the host's user-interface thread, except setParameter.
 class AEffEditor {
 public:
     explicit AEffEditor(AudioEffect* effect = nullptr) : effect(effect) {}
@@ -17,7 +17,8 @@ public:
     // that sets a parameter.
     virtual void setParameter(VstInt32 /*index*/, float /*value*/) {}
 
-    // Hands out the window's rectangle; the record stays the editor's. True when there is one.
+    // Writes the address of the window's rectangle to `rect`; the editor keeps the record. Returns
+    // false without one.
     virtual bool getRect(ERect** rect) {
         *rect = nullptr;
         return false;

@@ -1,5 +1,5 @@
 // Base of a plug-in object: owns the AEffect record and turns the host's requests 0 to 24 into
-// virtual calls. Every default answer is the one of a plug-in that does nothing.
+// virtual calls. Every default result is that of a plug-in that does nothing.
 #pragma once
 
 #include "vst2/aeffect.h"
@@ -15,8 +15,8 @@ public:
     AudioEffect(const AudioEffect&) = delete;
     AudioEffect& operator=(const AudioEffect&) = delete;
 
-    // Answers one host request. Requests without a meaning answer 0, and so does one that lacks
-    // the buffer it is to fill. User-interface thread, but for the audio requests.
+    // Handles one host request and returns its result: 0 for a request without a meaning, and for
+    // one that lacks the buffer it is to fill. User-interface thread, except the audio requests.
     virtual VstIntPtr dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                  float opt);
 
@@ -50,7 +50,7 @@ public:
     virtual void getParameterDisplay(VstInt32 /*index*/, char* text) { *text = '\0'; }
     virtual void getParameterName(VstInt32 /*index*/, char* text) { *text = '\0'; }
 
-    // State as one block of bytes: answers its size, 0 for none.
+    // State as one block of bytes: returns its size, 0 for none.
     virtual VstInt32 getChunk(void** /*data*/, bool /*isPreset*/) { return 0; }
     virtual VstInt32 setChunk(void* /*data*/, VstInt32 /*byteSize*/, bool /*isPreset*/) {
         return 0;

@@ -21,7 +21,7 @@ void AudioEffectX::wantEvents() {
 }
 
 VstTimeInfo* AudioEffectX::getTimeInfo(VstInt32 filter) {
-    // The interface passes the record's address as the answer.
+    // The interface passes the record's address as the result.
     return reinterpret_cast<VstTimeInfo*>(callHost(audioMasterGetTime, 0, filter));
 }
 
@@ -59,7 +59,7 @@ VstIntPtr AudioEffectX::dispatchKey(VstInt32 opcode, VstInt32 index, VstIntPtr v
     if (editor == nullptr) {
         return 0;
     }
-    // The modifier bits travel as a float; anything that is no byte is no modifier.
+    // The modifier bits travel as a float; a value outside 0..255 sets none.
     const auto modifier = opt >= 0.0F && opt < 256.0F ? static_cast<unsigned char>(opt)
                                                       : static_cast<unsigned char>(0);
     VstKeyCode key{index, static_cast<unsigned char>(value), modifier};

@@ -16,7 +16,7 @@ public:
 
     virtual bool canParameterBeAutomated(VstInt32 /*index*/) { return true; }
     virtual bool string2parameter(VstInt32 /*index*/, char* /*text*/) { return false; }
-    // Writes the name of program `index`; false when there is no such program.
+    // Writes the name of program `index`; returns false without such a program.
     virtual bool getProgramNameIndexed(VstInt32 /*category*/, VstInt32 /*index*/, char* /*text*/) {
         return false;
     }
@@ -36,7 +36,7 @@ public:
     virtual VstInt32 getVstVersion() { return kVstVersion; }
     virtual VstPlugCategory getPlugCategory();
 
-    // Host services. Each answers null, 0 or false without a host.
+    // Host services. Each returns null, 0 or false without a host.
     VstTimeInfo* getTimeInfo(VstInt32 filter); // filter: VstTimeInfoFlags wanted; the host's record
     bool canHostDo(char* text);
     bool sizeWindow(VstInt32 width, VstInt32 height); // pixels

@@ -7,15 +7,15 @@
 
 namespace VSTGUI {
 
-// An editor that shows a frame. Whoever derives from it makes the frame in `open`, notes it in
-// `frame`, and takes it back in `close`. User-interface thread, but for setParameter.
+// An editor that shows a frame. A derived class makes the frame in `open`, keeps it in `frame`, and
+// closes it in `close`. User-interface thread, except setParameter.
 class AEffGUIEditor : public AEffEditor, public VSTGUIEditorInterface {
 public:
     // `pEffect` must be the AudioEffect base of an AudioEffectX; registers this editor with it.
     explicit AEffGUIEditor(void* pEffect);
 
     void setParameter(VstInt32 index, float value) override;
-    // Hands out `rect`, which the derived class fills.
+    // Gives the address of `rect`, which the derived class fills.
     bool getRect(ERect** ppErect) override;
     bool open(void* ptr) override;
     // Lets the frame handle what came in, and draw.

@@ -7,8 +7,8 @@
 
 namespace zelvatone {
 
-// Takes the left button's press for the sake of the release, which then comes wherever the pointer
-// has gone. Stands for no parameter: neither value nor gesture is told to anybody, and no key
+// Takes the press of the left button in order to get the release, which then comes wherever the
+// pointer has gone. Is bound to no parameter: it reports neither value nor gesture, and no key
 // presses it. User-interface thread.
 class ClickArea : public VSTGUI::CKickButton {
 public:

@@ -5,21 +5,21 @@
 
 namespace zelvatone {
 
-// A parameter may be set on any thread while the user-interface thread closes the window. Whoever
-// sets one passes through here: he is never made to wait, finds the gate open or goes away, and
-// while he is inside the controls stay. Only the thread that closes waits, for those who entered
+// A parameter may be set on any thread while the user-interface thread closes the window. A thread
+// that sets one passes through this gate. It never waits: it finds the gate open or returns, and
+// while it is inside the controls stay. Only the closing thread waits, for the threads that entered
 // before.
 class ControlGate {
 public:
     // User-interface thread, with the controls complete.
     void open() { isOpen_.store(true); }
-    // User-interface thread, not from inside. When it returns nobody is inside.
+    // User-interface thread, not from inside. When it returns no thread is inside.
     void close();
 
     // Any thread, without lock or allocation.
     class Pass {
     public:
-        // The order makes it safe: whoever closes sees the count, or else we see the gate closed.
+        // The order makes it safe: the closing thread sees the count, or this one a closed gate.
         explicit Pass(ControlGate& gate) : gate_(gate) {
             gate_.inside_.fetch_add(1);
             admitted_ = gate_.isOpen_.load();

@@ -12,7 +12,7 @@ inline constexpr double kEditorWidth = 717; // pixels; the size of the backgroun
 inline constexpr double kEditorHeight = 477;
 
 struct WidgetRecord {
-    const char* kind; // "CKnob", "ParamDisplay", "CTextLabel"; "END" behind the last control
+    const char* kind; // "CKnob", "ParamDisplay", "CTextLabel"; "END" after the last control
     std::int32_t parameter;
     double left; // pixels from the frame's top left
     double top;

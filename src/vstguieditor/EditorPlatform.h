@@ -1,4 +1,4 @@
-// All in which one toolkit and one platform differ from another: starting the toolkit, opening its
+// What differs between toolkits and between platforms: starting the toolkit, opening its
 // frame in the host's window, its event loop, and its pictures.
 #pragma once
 
@@ -15,8 +15,8 @@ public:
     ToolkitUse& operator=(const ToolkitUse&) = delete;
 };
 
-// Opens `frame` in the host's window `parent`; false if there is no such window. With the toolkit
-// started.
+// Opens `frame` in the host's window `parent`; returns false if that window is gone. The toolkit
+// must be started.
 bool openFrame(VSTGUI::CFrame& frame, void* parent);
 
 // Handles what came in for the frames of this library since the last call; never waits. May be

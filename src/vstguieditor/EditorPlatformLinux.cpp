@@ -36,8 +36,8 @@ public:
         return std::erase_if(timers_, [=](const Timer& t) { return t.handler == handler; }) != 0;
     }
 
-    // Handlers come and go while others are called: walks through copies, and calls nobody who has
-    // left meanwhile.
+    // Handlers may register and unregister while others are called: walks through copies, and skips
+    // those that have left meanwhile.
     void turn() {
         for (X11::IEventHandler* handler : std::vector(eventHandlers_)) {
             if (std::ranges::find(eventHandlers_, handler) != eventHandlers_.end()) {
@@ -109,7 +109,7 @@ void runToolkitLoop() {
 VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name) {
     const auto bytes = embeddedPicture(name);
     if (bytes.empty()) {
-        // Leaves the search to the toolkit, which answers an empty picture if it finds none.
+        // Leaves the search to the toolkit, which returns an empty picture if it finds none.
         return VSTGUI::makeOwned<VSTGUI::CBitmap>(name);
     }
     return VSTGUI::makeOwned<VSTGUI::CBitmap>(VSTGUI::getPlatformFactory().createBitmapFromMemory(

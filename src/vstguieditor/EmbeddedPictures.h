@@ -8,7 +8,7 @@
 namespace zelvatone {
 
 // The bytes of the picture `name`, "animknob.png" and so on, whatever the case of its letters.
-// Empty if there is none. They last as long as the library.
+// Empty without such a picture. Valid as long as the library is loaded.
 std::span<const std::uint8_t> embeddedPicture(std::string_view name);
 
 } // namespace zelvatone

@@ -56,8 +56,8 @@ private:
     posix_spawnattr_t attributes_{};
 };
 
-// The shell has no child by then, so this is a matter of an instant. A host that reaps every child
-// itself may be faster.
+// The shell has no child by then, so this takes no time. A host that waits for every child itself
+// may be faster.
 void awaitEnd(pid_t shell) {
     while (waitpid(shell, nullptr, 0) < 0 && errno == EINTR) {
     }

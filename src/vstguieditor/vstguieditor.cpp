@@ -91,7 +91,7 @@ bool VSTGuiEditor::open(void* parent) {
     frame->addView(new HelpButton(CRect(550, 0, 575, 30), *this));
     if (!openFrame(*frame, parent)) {
         gate_.close();
-        std::exchange(frame, nullptr)->forget(); // there is nothing to close
+        std::exchange(frame, nullptr)->forget(); // it has no window to close
         discardControls();
     }
     return true;

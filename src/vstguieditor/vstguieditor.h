@@ -18,8 +18,7 @@ class SynthEngine;
 class SynthParameter;
 class VstInterface;
 
-// Closed, it has no frame and no controls; opened, both until it is closed. User-interface thread,
-// but for setParameter.
+// Has a frame and controls while it is open. User-interface thread, except setParameter.
 class VSTGuiEditor final : public VSTGUI::AEffGUIEditor, public VSTGUI::IControlListener {
 public:
     // Registers itself with `plugin`, which owns it and outlives its windows.
@@ -30,14 +29,14 @@ public:
 
     // 717 x 477 pixels.
     bool getRect(ERect** ppErect) override;
-    // Shows the controls in the host's window `parent`. Answers true in any case: without pictures,
-    // or without such a window, the host's window stays empty.
+    // Shows the controls in the host's window `parent`. Returns true in any case: without pictures,
+    // or when that window is gone, the host's window stays empty.
     bool open(void* parent) override;
     void close() override;
     void idle() override;
 
-    // Moves the knob to the normalised `value` and shows the text that the parameter has now. Of no
-    // effect while the editor is closed or if there is no such parameter. Any thread, without lock.
+    // Moves the knob to the normalised `value` and shows the text that the parameter has now. Does
+    // nothing while the editor is closed or without such a parameter. Any thread, without lock.
     void setParameter(VstInt32 index, float value) override;
     // The user has turned a knob: sets the parameter, tells the host, shows the new text.
     void valueChanged(VSTGUI::CControl* control) override;
@@ -56,7 +55,7 @@ private:
     void discardControls();
 
     VstInterface* plugin_;
-    // Set while there is nobody inside `gate`.
+    // Set while no thread is inside `gate_`.
     SynthEngine* m_pSynthEngine;
     std::vector<SynthParameter*> parameters_; // of the program that was current at opening
 

@@ -13,8 +13,8 @@ namespace VSTGUI {
 // Shared by all who show it. User-interface thread.
 class CBitmap final : public NonAtomicReferenceCounted {
 public:
-    // Looks the resource up where the platform keeps them. A missing one is no error: the picture
-    // then has no platform picture and no size, and draws nothing.
+    // Looks the resource up where the platform keeps them. A missing one is not an error: the
+    // picture then has no platform picture and no size, and draws nothing.
     explicit CBitmap(const CResourceDescription& resource);
     // `picture` may be null.
     explicit CBitmap(PlatformBitmapPtr picture) : picture(std::move(picture)) {}

@@ -12,7 +12,8 @@ namespace VSTGUI {
 
 enum CTxtFace : std::int32_t { kNormalFace = 0, kBoldFace = 2, kItalicFace = 4 };
 
-// Shared by all who write with it. User-interface thread, but for the constructor: any thread.
+// Shared by all views that write with it. User-interface thread, except the constructor: any
+// thread.
 class CFontDesc final : public NonAtomicReferenceCounted {
 public:
     // `size` in pixels; `style`: CTxtFace flags. Needs no start-up of the toolkit: the platform's

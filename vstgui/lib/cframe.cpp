@@ -45,7 +45,7 @@ void CFrame::close() {
 void CFrame::closeWindow() {
     mouseDownView = nullptr;
     removeAll();
-    // Taken out first: whoever is called from here finds a closed frame.
+    // Taken out first: a handler that is called from here finds a closed frame.
     if (const auto closing = std::exchange(window, nullptr)) {
         closing->close();
     }

@@ -23,11 +23,11 @@ public:
     // The user begins, and ends, to change the parameter `tag`.
     virtual void beginEdit(std::int32_t /*tag*/) {}
     virtual void endEdit(std::int32_t /*tag*/) {}
-    // Before the frame changes its size; answers whether it may. This toolkit's never do.
+    // Before the frame changes its size; returns whether it may. This toolkit's frames never do.
     virtual bool beforeSizeChange(const CRect& /*newSize*/, const CRect& /*oldSize*/) {
         return true;
     }
-    // Called by nobody; kept for editors that override it.
+    // Never called; kept for editors that override it.
     virtual void doIdleStuff() {}
     virtual CFrame* getFrame() const { return frame; }
 
@@ -38,7 +38,7 @@ protected:
     CFrame* frame = nullptr; // the editor's own note; no frame sets it
 };
 
-// User-interface thread. Born with one reference; close() gives it back.
+// User-interface thread. Starts with one reference; close() gives it back.
 class CFrame final : public CViewContainer, private IPlatformFrameCallback {
 public:
     static constexpr std::int32_t kDefaultKnobMode = kCircularMode;
@@ -46,15 +46,15 @@ public:
     // `size` starts at (0, 0). `editor` may be null, else it must outlive the frame's closing.
     CFrame(const CRect& size, VSTGUIEditorInterface* editor);
 
-    // Shows the frame in the host's window `systemWindow`. Answers false if that is null or gone,
+    // Shows the frame in the host's window `systemWindow`. Returns false if that is null or gone,
     // or if the frame is open already.
     bool open(void* systemWindow, PlatformType type = PlatformType::kDefaultNative,
               IPlatformFrameConfig* config = nullptr);
-    // Ends what the user was doing, removes all views, destroys the window and gives the maker's
-    // reference back: the pointer is dead. May be called from within any handler.
+    // Ends the user's gesture, removes all views, destroys the window and gives the first reference
+    // back: the pointer is invalid afterwards. May be called from within any handler.
     void close();
-    // Does everything that is to do: handles what has come in, lets the views look at the clock,
-    // and draws every view that is dirty. To be called as often as the host idles.
+    // Handles events that have come in, lets the views look at the clock, and draws every view that
+    // is dirty. To be called as often as the host idles.
     void idle();
 
     // As if the window had told it.

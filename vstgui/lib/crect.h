@@ -37,7 +37,7 @@ struct CRect {
                top <= other.bottom;
     }
 
-    // The functions below change the rectangle and answer it.
+    // The functions below change the rectangle and return it.
     CRect& offset(CCoord dx, CCoord dy) {
         return *this = {left + dx, top + dy, right + dx, bottom + dy};
     }

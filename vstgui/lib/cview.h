@@ -11,7 +11,7 @@
 
 namespace VSTGUI {
 
-// User-interface thread, but for what says "any thread". All coordinates are the frame's.
+// User-interface thread, except functions that say "any thread". All coordinates are the frame's.
 class CView : public NonAtomicReferenceCounted {
 public:
     explicit CView(const CRect& size) : size(size) {}

@@ -15,9 +15,9 @@ public:
     using ViewList = std::vector<SharedPointer<CView>>;
 
     // Puts `view` on top of the others, or directly below `before`. Takes over the caller's
-    // reference; answers false, and takes nothing, if the view is in a container already.
+    // reference; returns false, and takes nothing, if the view is in a container already.
     bool addView(CView* view, CView* before = nullptr);
-    // Answers false if `view` is not here. With `withForget` false the caller gets the reference
+    // Returns false if `view` is not here. With `withForget` false the caller gets the reference
     // back that addView took. May be called from within the view's own handlers.
     bool removeView(CView* view, bool withForget = true);
     bool removeAll(bool withForget = true);

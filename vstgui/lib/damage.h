@@ -17,7 +17,7 @@ public:
 
     void add(const CRect& rect);
     bool isEmpty() const { return rects.empty(); }
-    // Answers the rectangles and begins anew.
+    // Returns the rectangles and begins anew.
     std::vector<CRect> take() { return std::exchange(rects, {}); }
 
 private:

@@ -28,7 +28,7 @@ private:
 
 struct Event {
     EventType type;
-    bool consumed = false; // set by the receiver: nobody else needs to hear of it
+    bool consumed = false; // set by the receiver: no other handler needs it
 
 protected:
     explicit Event(EventType type) : type(type) {}

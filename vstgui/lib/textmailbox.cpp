@@ -7,7 +7,7 @@ namespace VSTGUI {
 void TextMailbox::post(const std::string& text) {
     const std::uint32_t slot = claim();
     slots[slot] = text;
-    // Released to whoever takes the slot, and acquired from whoever filled the previous one.
+    // Released to the thread that takes the slot, acquired from the one that filled the last.
     const std::uint32_t previous = posted.exchange(slot, std::memory_order_acq_rel);
     if (previous != kNone) {
         release(previous);
@@ -15,7 +15,7 @@ void TextMailbox::post(const std::string& text) {
 }
 
 bool TextMailbox::take(std::string& text) {
-    // Looked at first: at most idles there is nothing, and a look disturbs no writer.
+    // Read first: at most idles there is nothing, and reading disturbs no writer.
     if (posted.load(std::memory_order_relaxed) == kNone) {
         return false;
     }

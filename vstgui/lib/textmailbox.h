@@ -9,16 +9,16 @@
 namespace VSTGUI {
 
 // Holds the text that was posted last until it is taken; what was posted before it and not taken
-// is gone. Texts lie in a few slots. A writer claims a free slot, fills it while nobody else looks
-// at it, and exchanges its number with the one posted before, whose slot thereby is his to set
-// free. The reader takes the posted number away in the same manner. So nobody ever waits for a
-// lock, nobody sees a text that is half written, and the last exchange wins.
+// is gone. Texts are kept in a few slots. A writer claims a free slot, fills it while no other
+// thread reads it, and exchanges its number with the one posted before; it then sets that slot
+// free. The reader takes the posted number away in the same manner. So no thread ever waits for a
+// lock, none sees a text that is half written, and the last exchange wins.
 class TextMailbox {
 public:
     // Any thread. Allocates only for a text longer than any that its slot has held, and never for
     // one that fits a std::string itself (15 bytes).
     void post(const std::string& text);
-    // Moves the posted text into `text`; answers false, and leaves it, if there is none. One
+    // Moves the posted text into `text`; returns false, and leaves it, if none is posted. One
     // thread at a time.
     bool take(std::string& text);
 

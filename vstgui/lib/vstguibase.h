@@ -40,8 +40,8 @@ public:
 
     void remember() override { ++references; }
     void forget() override {
-        // The last reference is still counted while the object takes its leave, so that whoever is
-        // called then may take and give back one of his own.
+        // The last reference is still counted during beforeDelete(), so that code called from there
+        // may take and give back one of its own.
         if (references == 1) {
             beforeDelete();
         }

@@ -34,7 +34,7 @@ using CFontRef = CFontDesc*;
 using PlatformBitmapPtr = SharedPointer<IPlatformBitmap>;
 using PlatformFontPtr = SharedPointer<IPlatformFont>;
 
-// What a mouse handler answers.
+// What a mouse handler returns.
 enum CMouseEventResult : std::int32_t {
     kMouseEventNotImplemented = 0,
     kMouseEventHandled = 1,

@@ -50,7 +50,7 @@ public:
     VstInt32 getVendorVersion() override;
     VstInt32 canDo(char* text) override;
 
-    // Not offered to hosts; prints a line and answers false.
+    // Not offered to hosts; prints a line and returns false.
     virtual bool copyProgram(VstInt32 destination);
 
     SynthEngine* getSynthEngine() const { return engine; }

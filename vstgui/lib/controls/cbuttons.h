@@ -8,10 +8,10 @@
 namespace VSTGUI {
 
 // A button that is down only while it is held: 1 while the left button holds it and the pointer is
-// over it, else 0. Its picture is a strip of two, the lower one for down. The listener hears of
-// the 1 and then of the 0 when it is released over the view, else of the 0 only.
-// A derived class that takes the press itself must answer it without calling this one, or call
-// this one for the release too: the gesture that is begun here must be ended here.
+// over it, else 0. Its picture is a strip of two, the lower one for down. The listener is
+// told the 1 and then the 0 when it is released over the view, else the 0 only.
+// A derived class that takes the press itself must not call this one for it, or must call this one
+// for the release too: the gesture that is begun here must be ended here.
 // User-interface thread.
 class CKickButton : public CControl {
 public:

@@ -9,15 +9,15 @@
 
 namespace VSTGUI {
 
-// User-interface thread, but for setValue and getValue: any thread, without lock or allocation.
+// User-interface thread, except setValue and getValue: any thread, without lock or allocation.
 class CControl : public CView {
 public:
     // `listener` and `background` may be null. The range is 0 to 1, the default value 0.5.
     explicit CControl(const CRect& size, IControlListener* listener = nullptr, std::int32_t tag = 0,
                       CBitmap* background = nullptr);
 
-    // Brought into the range; not a number becomes its lower end. Tells nobody; shown from the
-    // next idle on. Any thread.
+    // Brought into the range; not a number (NaN) becomes its lower end. The listener is not told;
+    // shown from the next idle on. Any thread.
     virtual void setValue(float newValue);
     virtual float getValue() const { return value.load(std::memory_order_relaxed); }
     // As a fraction of the range. Any thread.
@@ -38,21 +38,21 @@ public:
     void setListener(IControlListener* newListener) { listener = newListener; }
     IControlListener* getListener() const { return listener; }
 
-    // Dirty is a control that was marked, or whose value is another than the one last shown.
+    // A control is dirty when it was marked, or when its value differs from the one last shown.
     bool isDirty() const override;
     void setDirty(bool state = true) override;
 
     // Tells the listener of the value that the user set.
     virtual void valueChanged();
     // Around a gesture of the user's; they nest, and only the outermost pair is told: to the
-    // listener and, by the frame, to the host. A control without a listener stands for no
-    // parameter: nobody is told.
+    // listener and, by the frame, to the host. A control without a listener is bound to no
+    // parameter and reports nothing.
     virtual void beginEdit();
     virtual void endEdit();
     bool isEditing() const { return openEdits > 0; }
 
     // Takes a press with modifier keys before the control itself sees it: asks the listener, then
-    // lets Ctrl and left alone set the default value. Answers whether the press is used up.
+    // lets Ctrl and left alone set the default value. Returns whether the press is used up.
     bool takeModifiedPress(const CButtonState& buttons);
 
     // Ends an open gesture when the frame is left.

@@ -12,11 +12,11 @@
 namespace VSTGUI {
 
 // White on black with a black edge, unless it is transparent: then it shows the text alone. The
-// text stands in the middle; what is too long is cut on both sides. Hears no mouse.
-// User-interface thread, but for setText: any thread, without a lock.
+// text stands in the middle; what is too long is cut on both sides. Ignores the
+// mouse. User-interface thread, except setText: any thread, without a lock.
 class CTextLabel final : public CControl {
 public:
-    // `text` and `background` may be null. Of the styles there is one: 0.
+    // `text` and `background` may be null. The only style is 0.
     explicit CTextLabel(const CRect& size, UTF8StringPtr text = nullptr,
                         CBitmap* background = nullptr, std::int32_t style = 0);
 

@@ -13,7 +13,7 @@ class IControlListener {
 public:
     // The user gave the control a new value.
     virtual void valueChanged(CControl* control) = 0;
-    // A press with a modifier key; an answer other than 0 swallows it.
+    // A press with a modifier key; a result other than 0 swallows it.
     virtual std::int32_t controlModifierClicked(CControl* /*control*/, CButtonState /*buttons*/) {
         return 0;
     }

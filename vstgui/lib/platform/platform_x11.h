@@ -24,7 +24,7 @@ protected:
 };
 
 // The application's event loop. All calls on the user-interface thread; handlers may register and
-// unregister from within their own calls. Each answers whether it did what was asked.
+// unregister from within their own calls. Each returns whether it did what was asked.
 class IRunLoop : public virtual IReference {
 public:
     // Calls the handler whenever the file descriptor `fd` may be read.

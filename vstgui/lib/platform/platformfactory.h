@@ -35,7 +35,7 @@ public:
     // Never null: a font that is not installed is replaced by the nearest one.
     virtual PlatformFontPtr createFont(const std::string& name, CCoord size,
                                        std::int32_t style) const = 0;
-    // Null if there is no such picture.
+    // Null without such a picture.
     virtual PlatformBitmapPtr createBitmap(const CResourceDescription& resource) const = 0;
     // Decodes the `size` bytes of a PNG file at `data`; null if they are none.
     virtual PlatformBitmapPtr createBitmapFromMemory(const void* data,

@@ -96,7 +96,7 @@ bool createWindow(const Window& window, xcb_window_t parent, const CPoint& size)
     if (const ReplyPtr<xcb_generic_error_t> error{xcb_request_check(connection, created)}) {
         return false;
     }
-    // Copies to the window are answered by no event.
+    // No event reports that a copy to the window is done.
     constexpr std::uint32_t kNoExposures = 0;
     xcb_create_gc(connection, window.graphics, window.id, XCB_GC_GRAPHICS_EXPOSURES, &kNoExposures);
     announceEmbedding(connection, window.id);
@@ -179,7 +179,7 @@ private:
     Damage damage;
     SharedPointer<X11::IRunLoop> runLoop;
     bool isShown = false;
-    bool isGone = false; // destroyed by somebody else
+    bool isGone = false; // destroyed by another client
     // Of the press whose release has not come yet; 0 at other times.
     xcb_timestamp_t pressTime = 0;
 };
@@ -193,7 +193,7 @@ void X11Frame::close() {
     if (!isGone) {
         xcb_destroy_window(connection, window.id);
     }
-    // Waits for an answer: when the host goes on, the window is gone.
+    // Waits for the reply: when the host goes on, the window is gone.
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     window.connection.reset();
 }
@@ -217,7 +217,7 @@ void X11Frame::handleQueued() {
     }
 }
 
-// Errors come as events of type 0: a request to a window that is gone. Nobody needs to know.
+// Errors come as events of type 0: a request to a window that is gone. They are ignored.
 void X11Frame::handle(const xcb_generic_event_t& event) {
     const auto* any = static_cast<const void*>(&event);
     switch (event.response_type & ~kSentByClient) {
@@ -309,16 +309,16 @@ void X11Frame::onWheel(const xcb_button_press_event_t& event) {
     callback->platformOnEvent(wheel);
 }
 
-// A window that is hidden in the middle of a drag never hears of the release, and not even of its
-// hiding if it is the host's window that goes. So as long as a button is thought to be down, the
-// server is asked.
+// A window that is hidden in the middle of a drag gets no release, and not even an event of its
+// hiding if the host's window is the one that goes. So the server is asked as long as the last
+// event was a press.
 void X11Frame::releaseLostButton() {
     constexpr std::uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     const xcb_timestamp_t askedFor = pressTime;
     xcb_connection_t* connection = window.connection.get();
     const ReplyPtr<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
         connection, xcb_query_pointer_unchecked(connection, window.id), nullptr));
-    // What happened before the answer has come in with it.
+    // Events from before the reply have come in with it.
     handleQueued();
     if (!pointer || !isConnected() || pressTime != askedFor || (pointer->mask & kButtons) != 0) {
         return;

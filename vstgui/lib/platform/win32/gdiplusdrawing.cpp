@@ -53,7 +53,7 @@ struct StreamDeleter {
 };
 using StreamPtr = std::unique_ptr<IStream, StreamDeleter>;
 
-// GDI+ knows many kinds of picture; only one is meant.
+// GDI+ knows many kinds of picture; only PNG is wanted.
 bool isPng(const void* data, std::uint32_t size) {
     constexpr std::array<unsigned char, 8> kSignature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     return size > kSignature.size() && std::memcmp(data, kSignature.data(), kSignature.size()) == 0;
@@ -173,7 +173,7 @@ public:
               const CColor& color) const {
         const std::wstring wide = wideString(text);
         const Gdiplus::SolidBrush brush(colorOf(color));
-        // Letters by their characters, one behind the other, on a baseline: the call that lays out
+        // Letters by their characters, one after the other, on a baseline: the call that lays out
         // texts takes their top, and where that puts the baseline is its own secret.
         constexpr INT kOptions =
             Gdiplus::DriverStringOptionsCmapLookup | Gdiplus::DriverStringOptionsRealizedAdvance;
@@ -196,7 +196,7 @@ private:
     }
 
     LineFormat format;
-    Gdiplus::Bitmap measuring; // which nobody ever draws on
+    Gdiplus::Bitmap measuring; // never drawn on
     Gdiplus::Graphics graphics;
     std::unique_ptr<Gdiplus::Font> font;
     CCoord capHeight = 0;

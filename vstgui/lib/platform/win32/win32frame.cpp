@@ -78,7 +78,7 @@ public:
     void handleEvents() override;
     void drawInvalid() override;
 
-    // Answers the messages of the class's windows.
+    // Handles the messages of the class's windows.
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 protected:
@@ -264,7 +264,7 @@ void Win32Frame::onWheel(UINT message, WPARAM wParam, LPARAM screenPosition) {
     tell(wheel);
 }
 
-// The release went to somebody else, or to nobody: the window was hidden, or another one took the
+// The release went to another window, or to none: this one was hidden, or another one took the
 // mouse. The drag ends where the pointer is.
 void Win32Frame::releaseLostButton() {
     if (!std::exchange(isPressed, false)) {

@@ -10,8 +10,8 @@
 
 namespace VSTGUI {
 
-// The class that Windows knows the windows of one module by; no two modules share one, for each
-// answers with its own code. Outlives its windows: the module may be unloaded afterwards.
+// The class that Windows knows the windows of one module by. No two modules share one: each handles
+// messages with its own code. Outlives its windows: the module may be unloaded afterwards.
 class Win32FrameClass {
 public:
     explicit Win32FrameClass(HINSTANCE instance);
