@@ -16,6 +16,15 @@ use_sensible_jobs() {
     export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$jobs}
 }
 
+# use_compiler_cache: with ccache, a source is compiled once for all branches and fresh build
+# folders. The settings let it keep what uses the tests' precompiled headers, whose content it
+# compares; nothing here asks for the time of the compilation. CMake's own variable, when set, wins.
+use_compiler_cache() {
+    command -v ccache >/dev/null || return 0
+    export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+}
+
 # configure PRESET [-DNAME=VALUE...]: a build folder that came along from elsewhere starts afresh.
 configure() {
     local preset=$1 cache=$root/build/$1/CMakeCache.txt fresh=()
