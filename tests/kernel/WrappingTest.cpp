@@ -25,7 +25,7 @@ TEST_P(Wrapping, AgreesWithDoublePrecisionAroundEveryWholeTurn) {
     }
 }
 
-TEST_P(Wrapping, OfExactMultiplesLeavesAZeroOfTheirSign) {
+TEST_P(Wrapping, LeavesAZeroWithTheSignOfAnExactMultiple) {
     TestBank bank(32);
     bank.constants.radiansPerHz = 1.0F;
     for (int i = 0; i < 32; i += 2) {
@@ -39,7 +39,7 @@ TEST_P(Wrapping, OfExactMultiplesLeavesAZeroOfTheirSign) {
     }
 }
 
-TEST_P(Wrapping, OfWhatIsNotFiniteIsNotANumber) {
+TEST_P(Wrapping, MakesNotANumberOfWhatIsNotFinite) {
     TestBank bank(32);
     bank.constants.radiansPerHz = 1.0F;
     bank.freq[3] = std::numeric_limits<float>::infinity();

@@ -48,7 +48,7 @@ TEST(ProgramName, IsCopiedByValue) {
 }
 
 // Each of the two names is of one letter, so what a reader may see is one or two stretches of them.
-TEST(ProgramName, ThatIsSetMeanwhileReadsAsPartsOfTheOldAndTheNewOne) {
+TEST(ProgramName, ReadsAsPartsOfTheOldAndTheNewOneWhileItIsSet) {
     const std::array<std::string, 2> names = {std::string(63, 'a'), std::string(20, 'b')};
     ProgramName name(names[0]);
     std::atomic<bool> isDone = false;
