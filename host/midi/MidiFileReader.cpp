@@ -4,6 +4,7 @@
 #include "host/files/FileBytes.h"
 #include "host/midi/ByteReader.h"
 #include "host/midi/MidiTrackParser.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <array>
@@ -80,7 +81,7 @@ MidiFile readHeader(ByteReader& reader, int& announcedTracks) {
         throw InputError("format 2 (independent patterns) has no one way to play; 0 and 1 have");
     }
     if (file.format > 2) {
-        throw InputError("its format " + std::to_string(file.format) + " is unknown");
+        throw InputError(formatText("its format {} is unknown", file.format));
     }
     file.division = readDivision(division);
     return file;
@@ -101,8 +102,8 @@ MidiFile parseMidiFile(std::vector<std::uint8_t> bytes) {
     MidiFile file = readHeader(reader, announcedTracks);
     while (static_cast<int>(file.tracks.size()) < announcedTracks) {
         if (reader.atEnd()) {
-            throw InputError("the file is cut short: " + std::to_string(announcedTracks) +
-                             " tracks announced, " + std::to_string(file.tracks.size()) + " found");
+            throw InputError(formatText("the file is cut short: {} tracks announced, {} found",
+                                        announcedTracks, file.tracks.size()));
         }
         const Chunk chunk = takeChunk(reader);
         if (chunk.kind == "MTrk") {
@@ -121,7 +122,7 @@ MidiFile readMidiFile(const std::filesystem::path& path) {
     try {
         return parseMidiFile(readBytes(path, kLargestFile, "MIDI file"));
     } catch (const InputError& error) {
-        throw InputError(path.string() + ": " + error.what());
+        throw InputError(formatText("{}: {}", path.string(), error.what()));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "host/midi/MidiTrackParser.h"
 
+#include "host/text/Format.h"
+
 #include <algorithm>
 #include <string>
 
@@ -41,7 +43,7 @@ bool isWholeShortMessage(std::span<const std::uint8_t> bytes) {
 } // namespace
 
 MidiTrackParser::MidiTrackParser(std::span<const std::uint8_t> bytes, int number)
-    : reader_(bytes, "track " + std::to_string(number)) {}
+    : reader_(bytes, formatText("track {}", number)) {}
 
 bool MidiTrackParser::next() {
     message_.clear();

@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "host/midi/MidiFileReader.h"
 #include "host/midi/TrackMerger.h"
+#include "host/text/Format.h"
 
 #include <algorithm>
 #include <utility>
@@ -149,7 +150,7 @@ Song readSong(const std::filesystem::path& path) {
     try {
         return makeSong(file);
     } catch (const InputError& error) {
-        throw InputError(path.string() + ": " + error.what());
+        throw InputError(formatText("{}: {}", path.string(), error.what()));
     }
 }
 
