@@ -77,12 +77,12 @@ std::string firstWrongWrap(const ModeKernel& kernel, float from, float to, std::
     const std::uint64_t end = std::bit_cast<std::uint32_t>(to);
     for (std::uint64_t word = std::bit_cast<std::uint32_t>(from); word <= end;) {
         for (std::int32_t i = 0; i < bank.count; i += 2, word += stride) {
-            const float phase =
+            const auto phase =
                 std::bit_cast<float>(static_cast<std::uint32_t>(std::min(word, end)));
             bank.freq[i] = phase;
             bank.freq[i + 1] = -phase;
         }
-        const std::string wrong = wrapAndCheck(kernel, bank);
+        std::string wrong = wrapAndCheck(kernel, bank);
         if (!wrong.empty()) {
             return wrong;
         }

@@ -25,9 +25,14 @@ std::int32_t samplesBeforeShift(const ModeVoice& voice, std::int32_t samples) {
     if (isBefore(samples - 1)) {
         return samples;
     }
-    std::int32_t k = 0;
-    while (isBefore(k)) {
-        ++k;
+    std::int32_t k = 0; // the first that is not before: time only grows
+    for (std::int32_t end = samples - 1; k < end;) {
+        const std::int32_t middle = (k + end) / 2;
+        if (isBefore(middle)) {
+            k = middle + 1;
+        } else {
+            end = middle;
+        }
     }
     // The clock's rounding may have carried it over the end of the period without a shift: then the
     // next one is looked for when this sample is done.
