@@ -50,7 +50,7 @@ std::string complain(float phase, float actual) {
 std::string wrapAndCheck(const ModeKernel& kernel, TestBank& bank) {
     const ModeArray phases = bank.freq;
     std::fill(bank.phase.begin(), bank.phase.end(), 0.0F);
-    kernel.advance(bank.view(), bank.constants);
+    kernel.advance(bank.segment(), bank.constants);
     for (std::int32_t i = 0; i < bank.count; ++i) {
         const float expected = wrappedInDoublePrecision(phases[i] + 0.0F);
         if (std::bit_cast<std::uint32_t>(bank.phase[i]) != std::bit_cast<std::uint32_t>(expected)) {
@@ -73,7 +73,7 @@ float remainderInIntegers(float phase) {
 
 std::string firstWrongWrap(const ModeKernel& kernel, float from, float to, std::uint32_t stride) {
     TestBank bank(100);
-    bank.constants.radiansPerHz = 1.0F;
+    bank.turn(1.0F);
     const std::uint64_t end = std::bit_cast<std::uint32_t>(to);
     for (std::uint64_t word = std::bit_cast<std::uint32_t>(from); word <= end;) {
         for (std::int32_t i = 0; i < bank.count; i += 2, word += stride) {

@@ -27,12 +27,12 @@ TEST_P(Wrapping, AgreesWithDoublePrecisionAroundEveryWholeTurn) {
 
 TEST_P(Wrapping, LeavesAZeroWithTheSignOfAnExactMultiple) {
     TestBank bank(32);
-    bank.constants.radiansPerHz = 1.0F;
+    bank.turn(1.0F);
     for (int i = 0; i < 32; i += 2) {
         bank.freq[i] = std::ldexp(6.2831855F, 4 * i + 1);
         bank.freq[i + 1] = -bank.freq[i];
     }
-    kernel().advance(bank.view(), bank.constants);
+    kernel().advance(bank.segment(), bank.constants);
     for (int i = 0; i < 32; ++i) {
         EXPECT_EQ(std::abs(bank.phase[i]), 0.0F) << i;
         EXPECT_EQ(std::signbit(bank.phase[i]), i % 2 == 1) << i;
@@ -41,12 +41,12 @@ TEST_P(Wrapping, LeavesAZeroWithTheSignOfAnExactMultiple) {
 
 TEST_P(Wrapping, MakesNotANumberOfWhatIsNotFinite) {
     TestBank bank(32);
-    bank.constants.radiansPerHz = 1.0F;
+    bank.turn(1.0F);
     bank.freq[3] = std::numeric_limits<float>::infinity();
     bank.freq[17] = -std::numeric_limits<float>::infinity();
     bank.freq[20] = std::numeric_limits<float>::quiet_NaN();
     bank.freq[21] = 1.0e30F; // beside it
-    kernel().advance(bank.view(), bank.constants);
+    kernel().advance(bank.segment(), bank.constants);
     for (int i = 0; i < 32; ++i) {
         EXPECT_EQ(std::isnan(bank.phase[i]), i == 3 || i == 17 || i == 20) << i;
     }

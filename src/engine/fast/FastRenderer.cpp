@@ -91,11 +91,12 @@ void FastRenderer::updateDerivedSettings() {
         settingsAreInRange_ =
             cycle_.isReadable() && isInFastRange(settings_) && isInFastRange(envelopeSettings_);
     }
-    constants_.radiansPerHz = static_cast<float>(2.0 * settings_.secondsPerSample *
-                                                 std::numbers::pi * settings_.bendRatio);
+    bend_.hold(static_cast<float>(2.0 * settings_.secondsPerSample * std::numbers::pi *
+                                  settings_.bendRatio));
 }
 
 void FastRenderer::updateConstants() {
+    constants_.phaseAdvance = &bend_.phaseAdvance();
     constants_.entriesPerRadian = cycle_.entriesPerRadian();
     constants_.cycle = cycle_.middle();
     constants_.indexLimit = cycle_.indexLimit();

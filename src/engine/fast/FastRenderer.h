@@ -4,6 +4,7 @@
 
 #include "engine/VoiceSettings.h"
 #include "engine/VoiceSlots.h"
+#include "engine/fast/BendLine.h"
 #include "engine/fast/DropFactors.h"
 #include "engine/fast/ModeKernel.h"
 #include "engine/fast/ModeTargets.h"
@@ -78,6 +79,7 @@ private:
     bool settingsAreDerived_ = false;
     bool settingsAreInRange_ = false;
     BlockConstants constants_{};
+    BendLine bend_;
     DropFactors dropFactors_;
     // The run that is being rendered.
     std::int32_t activeCount_ = 0;

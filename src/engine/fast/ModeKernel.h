@@ -40,9 +40,16 @@ struct ModeBank {
     std::int32_t count;
 };
 
-// What holds for all modes of all voices until the next event.
+// How far the phase of 1 Hz advances in each sample of a run: the pitch bend makes it.
+struct PhaseAdvance {
+    float radiansPerHz[kRunSamples];
+    float most;  // the largest of them
+    bool varies; // whether they differ
+};
+
+// What holds for all modes of all voices in a run.
 struct BlockConstants {
-    float radiansPerHz;       // phase advance of 1 Hz in one sample
+    const PhaseAdvance* phaseAdvance;
     float entriesPerRadian;   // table entries
     const float* cycle;       // the wave table's entry 0, with entries on both sides of it
     float indexLimit;         // below it, either way, are the entries in use; 0: there are none
@@ -124,7 +131,8 @@ struct ModeKernel {
     // Whether amplitudes, their targets and steps are in the input range, used or left over.
     bool (*amplitudesAreInRange)(const ModeBank& bank);
     // Renders `samples` of each of `count` segments, all with the same traits and in the fast
-    // range, and moves their banks on. Together their banks fill kBatchLanes at most.
+    // range, which begin at the same sample, and moves their banks on. Together their banks fill
+    // kBatchLanes at most.
     void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,
                    const BankTraits& traits, const BlockConstants& constants,
                    KernelScratch& scratch);
@@ -133,7 +141,7 @@ struct ModeKernel {
     // The first returns the sum of the modes.
     float (*sum)(const Segment& segment, const BlockConstants& constants, KernelScratch& scratch);
     void (*glide)(const ModeBank& bank);
-    void (*advance)(const ModeBank& bank, const BlockConstants& constants);
+    void (*advance)(const Segment& segment, const BlockConstants& constants);
 
     // Adds a voice under its envelope to the mix.
     void (*mix)(float* sum, float* weight, const float* voice, const float* level,

@@ -72,7 +72,7 @@ void tickVoice(const VoiceTask& task, std::int32_t sample, const RunTools& tools
         tools.targets.fill(voice, count);
         voice.glideToTargets(count);
     }
-    tools.kernel.advance(bankOf(voice), tools.constants);
+    tools.kernel.advance(segmentOf(task, sample), tools.constants);
     advanceClock(voice, 1);
 }
 

@@ -66,8 +66,9 @@ struct LaneView {
 // has raised them.
 ZELVATONE_INLINE Ints analyseTurning(Floats lowest, Floats highest,
                                      const BlockConstants& constants) {
-    const float mostRadians = constants.radiansPerHz * constants.dropGrowth;
-    const Floats slow = lowest * constants.radiansPerHz;
+    const float radiansPerHz = constants.phaseAdvance->most;
+    const float mostRadians = radiansPerHz * constants.dropGrowth;
+    const Floats slow = lowest * radiansPerHz;
     const Floats fast = highest * mostRadians;
     const Floats size = (absolute(lowest) + absolute(highest)) * mostRadians;
     return flagIf(bits(lowest) < 0, kBackwards) |
@@ -209,6 +210,9 @@ BankTraits analyse(const ModeBank& bank, const BlockConstants& constants, std::i
         flags |= kPhaseTooFast;
     }
     FrequencyMotion motion = motionOf(flags);
+    if (constants.phaseAdvance->varies && motion == FrequencyMotion::kStill) {
+        motion = FrequencyMotion::kUnderway; // turns anew at every sample
+    }
     const Wrap wrap = wrapOf(flags, motion);
     if (wrap == Wrap::kExact && motion == FrequencyMotion::kStill) {
         motion = FrequencyMotion::kUnderway; // one loop less

@@ -62,6 +62,7 @@ ZELVATONE_INLINE void storeGroup(Lanes (&lanes)[kGroup], std::int32_t samples, P
 struct Chunk {
     std::int32_t first; // of the segment
     std::int32_t samples;
+    const float* radiansPerHz; // phase advance of 1 Hz, by sample
 };
 
 // Goes over a chunk in which look-ups of `column` have failed once more, to see which and when. Its
@@ -70,11 +71,11 @@ template<FrequencyMotion motion>
 [[gnu::noinline]] void reportFailures(const Column& column, const Chunk& chunk,
                                       const BlockConstants& constants, FailedLookups& failures) {
     PhaseLanes<motion, Wrap::kExact> lanes;
-    lanes.read(column, constants);
+    lanes.read(column, constants, chunk.radiansPerHz[0]);
     for (std::int32_t k = 0; k < chunk.samples; ++k) {
         const Floats phase = lanes.phase;
         lanes.failed = Ints{};
-        lanes.next();
+        lanes.next(chunk.radiansPerHz[k]);
         reportLanes(column, lanes.failed, chunk.first + k, phase, failures);
     }
 }
@@ -83,11 +84,13 @@ template<std::int32_t kGroup, FrequencyMotion motion, Wrap wrap>
 void turnGroup(const Column* columns, const Chunk& chunk, const BlockConstants& constants,
                FailedLookups& failures) {
     PhaseLanes<motion, wrap> lanes[kGroup];
-    repeat<kGroup>([&](std::int32_t c)
-                       ZELVATONE_INLINE_LAMBDA { lanes[c].read(columns[c], constants); });
+    repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
+        lanes[c].read(columns[c], constants, chunk.radiansPerHz[0]);
+    });
     for (std::int32_t k = 0; k < chunk.samples; ++k) {
+        const float radiansPerHz = chunk.radiansPerHz[k];
         repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {
-            store(columns[c].index + k * kLanes, lanes[c].next());
+            store(columns[c].index + k * kLanes, lanes[c].next(radiansPerHz));
         });
     }
     repeat<kGroup>([&](std::int32_t c) ZELVATONE_INLINE_LAMBDA {

@@ -65,9 +65,12 @@ void render(const Segment* segments, std::int32_t count, std::int32_t samples,
     }
     fillUp(batch, traits, scratch);
     moveDead(batch.dead, batch.deadCount, samples, traits, constants);
+    const float* radiansPerHz = constants.phaseAdvance->radiansPerHz + segments[0].sample;
     for (std::int32_t first = 0; first < samples; first += kChunkSamples) {
         const std::int32_t left = samples - first;
-        const Chunk chunk{.first = first, .samples = left < kChunkSamples ? left : kChunkSamples};
+        const Chunk chunk{.first = first,
+                          .samples = left < kChunkSamples ? left : kChunkSamples,
+                          .radiansPerHz = radiansPerHz + first};
         prepare({batch, chunk, traits, constants, scratch.failures});
         sum(batch, segments, count, chunk, traits, constants);
     }

@@ -124,22 +124,24 @@ template<FrequencyMotion motion, Wrap wrap>
 struct PhaseLanes {
     static constexpr bool kMayFail = wrap == Wrap::kExact;
 
-    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& blockConstants) {
+    // `radiansPerHz`: the phase advance of 1 Hz in the first sample.
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& blockConstants,
+                               float radiansPerHz) {
         constants = &blockConstants;
         active = lanesBelow(column.modes.count, 0);
         phase = loadActive(active, column.modes.phase);
         frequencies.read(active, column, blockConstants);
         entriesPerRadian = blockConstants.entriesPerRadian;
-        radiansPerHz = blockConstants.radiansPerHz;
         turning = frequencies.freq * radiansPerHz;
         wrapper.prepare(turning);
         failed = Ints{};
     }
 
-    // Returns the table indices of this sample and moves on to the next one.
-    ZELVATONE_INLINE Ints next() {
+    // Returns the table indices of this sample and moves on to the next one. `radiansPerHz`: the
+    // phase advance of 1 Hz on the way there.
+    ZELVATONE_INLINE Ints next(float radiansPerHz) {
         const Ints index = lookUp();
-        advance();
+        advance(radiansPerHz);
         return index;
     }
 
@@ -153,7 +155,7 @@ struct PhaseLanes {
         }
     }
 
-    ZELVATONE_INLINE void advance() {
+    ZELVATONE_INLINE void advance(float radiansPerHz) {
         frequencies.glide();
         if constexpr (motion != FrequencyMotion::kStill) {
             turning = frequencies.freq * radiansPerHz;
@@ -173,7 +175,7 @@ struct PhaseLanes {
     FrequencyLanes<motion> frequencies;
     PhaseWrapper<wrap> wrapper;
     Ints failed; // lanes whose look-up has failed at some sample
-    float entriesPerRadian, radiansPerHz;
+    float entriesPerRadian;
 };
 
 } // namespace

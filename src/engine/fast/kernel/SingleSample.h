@@ -41,14 +41,16 @@ void glideOnce(const ModeBank& bank) {
     glideArray(bank.count, bank.freq, bank.targetFreq, bank.freqStep);
 }
 
-void advanceOnce(const ModeBank& bank, const BlockConstants& constants) {
+void advanceOnce(const Segment& segment, const BlockConstants& constants) {
+    const ModeBank& bank = segment.modes;
+    const float radiansPerHz = constants.phaseAdvance->radiansPerHz[segment.sample];
     TurnReducer reducer;
     reducer.reset();
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
         const Ints active = lanesBelow(bank.count, i);
         const Floats freq = loadActive(active, bank.freq + i);
         const Floats phase = loadActive(active, bank.phase + i);
-        const Floats turned = freq * constants.radiansPerHz + phase;
+        const Floats turned = freq * radiansPerHz + phase;
         storeActive(active, bank.phase + i, wrapExact(turned, reducer));
 
         const Floats dropped = freq * load(constants.dropFactors + i);
