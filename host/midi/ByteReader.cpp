@@ -1,7 +1,5 @@
 #include "host/midi/ByteReader.h"
 
-#include "host/Error.h"
-
 #include <utility>
 
 namespace zelvatone {
@@ -11,7 +9,7 @@ ByteReader::ByteReader(std::span<const std::uint8_t> bytes, std::string name)
 
 std::span<const std::uint8_t> ByteReader::take(std::size_t count) {
     if (count > bytes_.size()) {
-        throw InputError(name_ + " is cut short");
+        throw CutShort(name_ + " is cut short");
     }
     const auto taken = bytes_.first(count);
     bytes_ = bytes_.subspan(count);
@@ -46,7 +44,7 @@ std::uint32_t ByteReader::variableLength() {
 
 std::uint8_t ByteReader::peek() const {
     if (bytes_.empty()) {
-        throw InputError(name_ + " is cut short");
+        throw CutShort(name_ + " is cut short");
     }
     return bytes_[0];
 }

@@ -1,12 +1,20 @@
 // Takes numbers off the front of a stretch of bytes and refuses to run past its end.
 #pragma once
 
+#include "host/Error.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 
 namespace zelvatone {
+
+// The bytes end before what they hold does.
+class CutShort : public InputError {
+public:
+    using InputError::InputError;
+};
 
 class ByteReader {
 public:
@@ -16,7 +24,7 @@ public:
     bool atEnd() const { return bytes_.empty(); }
     std::size_t remaining() const { return bytes_.size(); }
 
-    // Each takes what it answers. Throws InputError when fewer bytes are left.
+    // Each takes what it answers. Throws CutShort when fewer bytes are left.
     std::uint8_t byte();
     std::uint16_t number16();
     std::uint32_t number32();

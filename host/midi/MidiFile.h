@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace zelvatone {
@@ -35,6 +36,9 @@ struct MidiFile {
     MidiDivision division;
     std::vector<MidiTrack> tracks;
     std::vector<std::uint8_t> bytes; // the whole file
+    // What is wrong with the file and was put up with, as a line without the file's name; else
+    // empty.
+    std::string warning;
 };
 
 } // namespace zelvatone

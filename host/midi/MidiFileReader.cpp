@@ -20,19 +20,8 @@ namespace {
 constexpr std::size_t kLargestFile = 64U << 20U;
 constexpr std::uint32_t kHeaderLength = 6;
 
-struct Chunk {
-    std::string_view kind; // four characters
-    std::span<const std::uint8_t> content;
-};
-
 std::string_view asText(std::span<const std::uint8_t> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-Chunk takeChunk(ByteReader& reader) {
-    const auto kind = asText(reader.take(4));
-    const std::uint32_t length = reader.number32();
-    return {kind, reader.take(length)};
 }
 
 // The high byte is the negative number of film frames a second, the low byte their ticks.
@@ -94,10 +83,98 @@ MidiTrack readTrack(std::span<const std::uint8_t> bytes, int number) {
     return {bytes, number, parser.tick()};
 }
 
+// What can be read of a track whose length may be wrong.
+struct PartOfTrack {
+    MidiTrack track; // its whole messages
+    bool hasEnded;   // the track says that it ends there
+    bool isCut;      // inside a message
+};
+
+PartOfTrack readPart(std::span<const std::uint8_t> bytes, int number) {
+    MidiTrackParser parser(bytes, number);
+    bool isCut = false;
+    try {
+        while (parser.next()) {
+        }
+    } catch (const CutShort&) {
+        isCut = true;
+    }
+    return {{bytes.first(parser.wholeBytes()), number, parser.tick()}, parser.hasEnded(), isCut};
+}
+
+// Whether something follows a track that is no part of it.
+bool beginsChunk(std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t kHead = 8;
+    return bytes.size() >= kHead && std::all_of(bytes.begin(), bytes.begin() + 4, [](int letter) {
+               return letter >= ' ' && letter <= '~';
+           });
+}
+
+// Nothing that is played follows the last track, so it is known where it ends without its length:
+// where it says so, or with the file. `rest` is the file from the track's first byte on.
+MidiTrack readLastTrack(std::span<const std::uint8_t> rest, std::size_t length, int number,
+                        std::string& warning) {
+    const auto announced = rest.first(std::min(length, rest.size()));
+    PartOfTrack part = readPart(announced, number);
+    bool isWrong = !part.hasEnded && (part.isCut || length > rest.size());
+    if (!part.hasEnded && length < rest.size() && !beginsChunk(rest.subspan(length))) {
+        try {
+            part = readPart(rest, number);
+            isWrong = true;
+        } catch (const InputError&) {
+            isWrong = part.isCut; // what follows is something else
+        }
+    }
+    if (isWrong) {
+        warning = formatText("the length of track {} is wrong; what is there is played", number);
+    }
+    return part.track;
+}
+
+std::size_t lowestByteFirst(std::span<const std::uint8_t> bytes) {
+    return bytes[0] | (bytes[1] << 8U) | (bytes[2] << 16U) | (std::size_t{bytes[3]} << 24U);
+}
+
+// An .rmi file is RIFF, chunks of a name, a size and so many bytes: the one that is named "data"
+// holds the MIDI file. Any other file is one itself.
+std::span<const std::uint8_t> midiPart(std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t kRiffHead = 12;
+    constexpr std::size_t kChunkHead = 8;
+    if (bytes.size() < kRiffHead || asText(bytes.first(4)) != "RIFF" ||
+        asText(bytes.subspan(8, 4)) != "RMID") {
+        return bytes;
+    }
+    auto rest = bytes.subspan(kRiffHead);
+    while (rest.size() >= kChunkHead) {
+        const std::string_view name = asText(rest.first(4));
+        const std::size_t size = lowestByteFirst(rest.subspan(4, 4));
+        rest = rest.subspan(kChunkHead);
+        if (name == "data") {
+            return rest.first(std::min(size, rest.size()));
+        }
+        rest = rest.subspan(std::min(size + size % 2, rest.size())); // chunks begin at even places
+    }
+    throw InputError("a RIFF file without MIDI data");
+}
+
+// Reads the chunk at the front into `file` if it is a track.
+void readChunk(ByteReader& reader, MidiFile& file, int announcedTracks) {
+    const auto kind = asText(reader.take(4));
+    const std::uint32_t length = reader.number32();
+    if (kind != "MTrk") {
+        reader.take(length);
+        return;
+    }
+    const int number = static_cast<int>(file.tracks.size()) + 1;
+    file.tracks.push_back(number < announcedTracks ? readTrack(reader.take(length), number)
+                                                   : readLastTrack(reader.take(reader.remaining()),
+                                                                   length, number, file.warning));
+}
+
 } // namespace
 
 MidiFile parseMidiFile(std::vector<std::uint8_t> bytes) {
-    ByteReader reader(bytes, "the file");
+    ByteReader reader(midiPart(bytes), "the file");
     int announcedTracks = 0;
     MidiFile file = readHeader(reader, announcedTracks);
     while (static_cast<int>(file.tracks.size()) < announcedTracks) {
@@ -105,11 +182,7 @@ MidiFile parseMidiFile(std::vector<std::uint8_t> bytes) {
             throw InputError(formatText("the file is cut short: {} tracks announced, {} found",
                                         announcedTracks, file.tracks.size()));
         }
-        const Chunk chunk = takeChunk(reader);
-        if (chunk.kind == "MTrk") {
-            const int number = static_cast<int>(file.tracks.size()) + 1;
-            file.tracks.push_back(readTrack(chunk.content, number));
-        }
+        readChunk(reader, file, announcedTracks);
     }
     if (file.tracks.empty()) {
         throw InputError("no tracks in it");

@@ -1,5 +1,7 @@
-// Reads Standard MIDI Files of format 0 and 1. Bytes come from anywhere, so nothing in them is
-// believed: every length is checked against what is there.
+// Reads Standard MIDI Files of format 0 and 1, by themselves or in a RIFF file (.rmi). Bytes come
+// from anywhere, so nothing in them is believed: every length is checked against what is there. A
+// wrong length of the last track does no harm: it is read up to its end mark or its last whole
+// message.
 #pragma once
 
 #include "host/midi/MidiFile.h"

@@ -43,13 +43,15 @@ bool isWholeShortMessage(std::span<const std::uint8_t> bytes) {
 } // namespace
 
 MidiTrackParser::MidiTrackParser(std::span<const std::uint8_t> bytes, int number)
-    : reader_(bytes, formatText("track {}", number)) {}
+    : reader_(bytes, formatText("track {}", number)), size_(bytes.size()) {}
 
 bool MidiTrackParser::next() {
     message_.clear();
     while (message_.empty() && !ended_ && !reader_.atEnd()) {
-        tick_ += reader_.variableLength();
+        const std::uint32_t delta = reader_.variableLength();
         readMessage();
+        tick_ += delta;
+        wholeBytes_ = size_ - reader_.remaining();
     }
     return !message_.empty();
 }

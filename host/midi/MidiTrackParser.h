@@ -15,10 +15,14 @@ public:
     // errors.
     MidiTrackParser(std::span<const std::uint8_t> bytes, int number);
 
-    // Goes to the next message; false at the end of the track. Throws InputError when the track is
-    // cut short or damaged.
+    // Goes to the next message; false at the end of the track. Throws CutShort when the track
+    // ends inside a message, InputError when it is damaged.
     bool next();
 
+    // Bytes that the messages so far take.
+    std::size_t wholeBytes() const { return wholeBytes_; }
+    // Whether the track has said that it ends.
+    bool hasEnded() const { return ended_; }
     // Of the message, or behind the last one of the end of the track; from the start of the file.
     std::int64_t tick() const { return tick_; }
     // The message, until the next one is read. Channel messages carry their status (running status
@@ -35,8 +39,10 @@ private:
     void endPacket();
 
     ByteReader reader_;
+    std::size_t size_; // of all bytes
+    std::size_t wholeBytes_ = 0;
     std::vector<std::uint8_t> message_; // empty: none was read
-    std::int64_t tick_ = 0;
+    std::int64_t tick_ = 0;             // of the last whole message
     bool ended_ = false;
     std::uint8_t runningStatus_ = 0;      // 0: none yet
     std::vector<std::uint8_t> exclusive_; // of a message that comes in several packets

@@ -134,8 +134,8 @@ Bytes Song::message(const SongEvent& event) const {
 Song makeSong(const MidiFile& file) {
     const Counts counts = countMessages(file);
     const TempoMap tempo = makeTempoMap(file, counts.tempos);
-    Song song{
-        {}, tempo, makeMeterMap(file, tempo, counts.meters), lengthInSeconds(file, tempo), {}};
+    Song song{{}, tempo, makeMeterMap(file, tempo, counts.meters), lengthInSeconds(file, tempo),
+              {}, {}};
     song.events.reserve(counts.events);
     for (TrackMerger merger(file); merger.next();) {
         if (merger.message()[0] != kMeta) {
@@ -148,7 +148,10 @@ Song makeSong(const MidiFile& file) {
 Song readSong(const std::filesystem::path& path) {
     const MidiFile file = readMidiFile(path);
     try {
-        return makeSong(file);
+        Song song = makeSong(file);
+        song.warning =
+            file.warning.empty() ? "" : formatText("{}: {}", path.string(), file.warning);
+        return song;
     } catch (const InputError& error) {
         throw InputError(formatText("{}: {}", path.string(), error.what()));
     }

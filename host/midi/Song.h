@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace zelvatone {
@@ -40,6 +41,7 @@ struct Song {
     MeterMap meter;
     double seconds = 0.0; // to the end of the longest track
     ExclusiveMessages exclusives;
+    std::string warning; // a line about what is wrong with the file, which is played; else empty
 
     // Appends a whole MIDI message, which is no meta event, of 1 to 3 bytes or an exclusive one.
     void add(double atSeconds, std::span<const std::uint8_t> message);

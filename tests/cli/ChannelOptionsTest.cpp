@@ -66,7 +66,7 @@ TEST(ChannelOption, TakesANameThatEndsInFxpForAPreset) {
 }
 
 Song songOn(const std::vector<int>& statuses) {
-    Song song{{}, TempoMap(480.0, {}), MeterMap({}), 1.0, {}};
+    Song song{{}, TempoMap(480.0, {}), MeterMap({}), 1.0, {}, {}};
     for (const int status : statuses) {
         song.add(0.0, std::array<std::uint8_t, 3>{static_cast<std::uint8_t>(status), 60, 64});
     }

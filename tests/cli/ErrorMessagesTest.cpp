@@ -22,7 +22,7 @@ protected:
     ErrorMessage() {
         const Bytes whole = midiFileBytes(0, 480, {TrackBytes().noteOn(0, 60).end(480)});
         writeBytes(folder_ / "song.mid", whole);
-        writeBytes(folder_ / "cut.mid", Bytes(whole.begin(), whole.end() - 3));
+        writeBytes(folder_ / "cut.mid", Bytes(whole.begin(), whole.end() - 10)); // in a head
         writeBytes(folder_ / "two.mid", midiFileBytes(2, 480, {TrackBytes().end(1)}));
         writeText(folder_ / "text.mid", "no music");
         std::filesystem::create_directory(folder_ / "folder.wav");

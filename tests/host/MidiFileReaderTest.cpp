@@ -45,8 +45,9 @@ std::string refusal(const Bytes& bytes) {
     return "accepted";
 }
 
+// Of the first of two tracks: the last one may be cut short.
 std::string refusalOfTrack(const TrackBytes& track) {
-    return refusal(midiFileBytes(0, 480, {track}));
+    return refusal(midiFileBytes(1, 480, {track, TrackBytes().end(0)}));
 }
 
 TEST(MidiFileReader, ReadsMessagesAtTheirTicks) {
@@ -166,13 +167,78 @@ Bytes richFile() {
                               .end(70)});
 }
 
-TEST(MidiFileReader, RefusesEveryFileThatIsCutShort) {
+TEST(MidiFileReader, RefusesEveryFileThatIsCutShortBeforeItsLastTrack) {
     const Bytes whole = richFile();
-    for (std::size_t length = 0; length < whole.size(); ++length) {
+    constexpr std::size_t kLastTrack = 22; // bytes of its events
+    const std::size_t lastTrack = whole.size() - kLastTrack;
+    ASSERT_EQ(whole[lastTrack - 1], kLastTrack);
+    for (std::size_t length = 0; length < lastTrack; ++length) {
         const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
         EXPECT_NE(refusal(part), "accepted") << length << " bytes of " << whole.size();
     }
     EXPECT_EQ(refusal(whole), "accepted");
+}
+
+TrackBytes threeNotes() {
+    return TrackBytes().noteOn(10, 60).noteOn(10, 61).noteOn(10, 62).end(70);
+}
+
+// A file whose last track has three notes, but says that it has `length` bytes.
+MidiFile fileWithLength(std::size_t length) {
+    Bytes bytes = midiFileBytes(1, 96, {TrackBytes().end(0), threeNotes()});
+    bytes[bytes.size() - threeNotes().bytes().size() - 1] = static_cast<std::uint8_t>(length);
+    return parseMidiFile(bytes);
+}
+
+TEST(MidiFileReader, PlaysALastTrackWhoseLengthIsWrongUpToItsEndMark) {
+    const std::size_t right = threeNotes().bytes().size();
+    for (const std::size_t length : {std::size_t{0}, std::size_t{1}, right - 4, right - 1}) {
+        const MidiFile file = fileWithLength(length);
+        EXPECT_EQ(eventsOf(file.tracks.at(1)).size(), 3U) << length;
+        EXPECT_EQ(file.tracks.at(1).endTick, 100) << length;
+        EXPECT_EQ(file.warning, "the length of track 2 is wrong; what is there is played")
+            << length;
+    }
+    EXPECT_EQ(fileWithLength(right).warning, "");
+    EXPECT_EQ(eventsOf(fileWithLength(100).tracks.at(1)).size(), 3U);
+}
+
+TEST(MidiFileReader, LeavesAChunkAfterALastTrackWithoutAnEndAlone) {
+    Bytes bytes = midiFileBytes(0, 96, {TrackBytes().noteOn(0, 60)});
+    const Bytes chunk{'A', 'A', 'A', 'A', 0, 0, 0, 4, 1, 2, 3, 4}; // would read as notes
+    bytes.insert(bytes.end(), chunk.begin(), chunk.end());
+    const MidiFile file = parseMidiFile(bytes);
+    EXPECT_EQ(eventsOf(file.tracks.at(0)).size(), 1U);
+    EXPECT_EQ(file.warning, "");
+}
+
+TEST(MidiFileReader, PlaysTheWholeMessagesOfALastTrackThatIsCutShort) {
+    Bytes bytes = midiFileBytes(0, 96, {threeNotes()});
+    bytes.resize(bytes.size() - 5); // the end mark and the velocity of the last note
+    const MidiFile file = parseMidiFile(bytes);
+    EXPECT_EQ(eventsOf(file.tracks.at(0)).size(), 2U);
+    EXPECT_EQ(file.tracks.at(0).endTick, 20);
+    EXPECT_THAT(file.warning, HasSubstr("length of track 1"));
+}
+
+// A chunk before the data, of an odd size, which is padded.
+Bytes riffOf(const Bytes& midi) {
+    Bytes bytes{'R', 'I', 'F', 'F', 0,   0, 0, 0, 'R', 'M', 'I',
+                'D', 'D', 'I', 'S', 'P', 1, 0, 0, 0,   7,   0};
+    const Bytes head{'d', 'a', 't', 'a', static_cast<std::uint8_t>(midi.size()), 0, 0, 0};
+    bytes.insert(bytes.end(), head.begin(), head.end());
+    bytes.insert(bytes.end(), midi.begin(), midi.end());
+    return bytes;
+}
+
+TEST(MidiFileReader, FindsTheFileInsideARiffFile) {
+    const MidiFile file = parseMidiFile(riffOf(midiFileBytes(0, 96, {threeNotes()})));
+    EXPECT_EQ(eventsOf(file.tracks.at(0)).size(), 3U);
+    EXPECT_EQ(file.warning, "");
+    EXPECT_EQ(refusal(riffOf({1, 2, 3, 4})), "not a MIDI file");
+    Bytes empty = riffOf({});
+    empty.resize(empty.size() - 8);
+    EXPECT_EQ(refusal(empty), "a RIFF file without MIDI data");
 }
 
 // The sanitizers watch: whatever stands in the file, it is read within its bounds or refused.
