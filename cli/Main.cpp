@@ -11,8 +11,8 @@
 #include "cli/commands/RenderCommand.h"
 #include "cli/commands/ScreenshotCommand.h"
 #include "cli/commands/TourCommand.h"
+#include "cli/terminal/Notice.h"
 #include "host/Error.h"
-#include "host/plugin/PluginText.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
 #include "host/threads/Interrupt.h"
@@ -85,10 +85,6 @@ private:
     std::vector<Command> commands_;
 };
 
-void printError(const std::string& line) {
-    std::cerr << formatText("zelvatone: {}\n", cleanText(line));
-}
-
 void describe(CLI::App& app) {
     // On Windows too a slash begins a path, not an option.
     app.allow_windows_style_options(false);
@@ -160,12 +156,12 @@ int runProgram(int argc, char** argv) {
     try {
         return runCommand(argc, argv);
     } catch (const Error& error) {
-        printError(error.what());
+        printNotice(error.what());
         return error.exitStatus();
     } catch (const Interrupted& interrupted) {
         endBySignal(interrupted.signal);
     } catch (const std::exception& error) {
-        printError(error.what());
+        printNotice(error.what());
         return 1;
     }
 }

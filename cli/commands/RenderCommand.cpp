@@ -3,14 +3,18 @@
 #include "cli/commands/RenderParts.h"
 #include "cli/commands/RenderReport.h"
 #include "cli/commands/RenderSettings.h"
+#include "cli/terminal/Notice.h"
 #include "cli/terminal/ProgressBar.h"
+#include "host/Error.h"
 #include "host/audio/LevelMeter.h"
 #include "host/audio/NonFinite.h"
 #include "host/audio/SoundFileWriter.h"
+#include "host/files/DiskSpace.h"
 #include "host/files/InputGuard.h"
 #include "host/files/UserPath.h"
 #include "host/render/RecordingEnd.h"
 #include "host/render/Stems.h"
+#include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
 
 #include <CLI/CLI.hpp>
@@ -73,13 +77,42 @@ void commit(SoundFileWriter& file, std::optional<Stems>& stems) {
     file.commit();
 }
 
-// What is read stays as it is, under whatever name it is to be overwritten.
-void checkTargets(const RenderOptions& options, const std::optional<Stems>& stems) {
+std::vector<std::filesystem::path> outputsOf(const RenderOptions& options,
+                                             const std::optional<Stems>& stems) {
     std::vector<std::filesystem::path> outputs{userPath(options.output)};
     if (stems) {
         const auto paths = stems->paths();
         outputs.insert(outputs.end(), paths.begin(), paths.end());
     }
+    return outputs;
+}
+
+void checkSpace(const std::vector<std::filesystem::path>& outputs, const SoundFileFormat& format,
+                std::int64_t frames) {
+    std::vector<DiskDemand> demands;
+    demands.reserve(outputs.size());
+    for (const auto& output : outputs) {
+        demands.push_back({output, leastFileSize(format, frames)});
+    }
+    try {
+        checkDiskSpace(demands);
+    } catch (const InputError& error) {
+        throw InputError(formatText("{}; --force starts all the same", error.what()));
+    }
+}
+
+// A slip in a song can make hours of it.
+void announceLength(const std::string& song, double seconds) {
+    constexpr double kLong = 3600.0; // an hour, more than any piece of music but a few
+    if (seconds > kLong) {
+        printNotice(formatText("{} makes {} of sound (minutes:seconds); Ctrl+C stops the rendering "
+                               "and leaves no file",
+                               song, lengthText(seconds)));
+    }
+}
+
+// What is read stays as it is, under whatever name it is to be overwritten.
+void checkTargets(const RenderOptions& options, const std::vector<std::filesystem::path>& outputs) {
     std::vector<std::filesystem::path> inputs{userPath(options.song)};
     for (const auto& input : {options.automate, options.setup.preset}) {
         if (input) {
@@ -122,7 +155,7 @@ constexpr const char* kExamples =
 
 CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
     CLI::App* command = app.add_subcommand("render", "Render a MIDI file to a sound file");
-    command->add_option("song", options.song, "The MIDI file, of format 0 or 1")
+    command->add_option("song", options.song, "The MIDI file, of format 0 or 1, or an .rmi file")
         ->required()
         ->type_name("SONG.mid");
     command->add_option("-o,--output", options.output, "The sound file: .wav, .flac or .ogg")
@@ -141,6 +174,7 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
     addSetupOptions(*command, options.setup);
     addChannelOptions(*command, options);
     addPluginOptions(*command, options.plugin);
+    command->add_flag("--force", options.force, "Start although the disk seems too small");
     command->add_flag("-q,--quiet", options.quiet, "No progress bar and no closing line");
     command->footer(kExamples);
     return command;
@@ -150,22 +184,34 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     RenderSettings settings = renderSettings(options);
     const PluginSetup setup = readSetup(options.setup);
     const Song song = readSong(userPath(options.song));
+    if (!song.warning.empty()) {
+        printNotice(song.warning);
+    }
     const auto plans = planParts(song, settings.channels, setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
                       settings.threads);
     settings.file.channels = ensemble.channels();
     const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
+    const double seconds = song.seconds + settings.tailSeconds.value_or(0.0);
+    const std::int64_t frames = frameAt(seconds, settings.stream.sampleRate); // at least
 
     const InterruptWatch watch;
     SoundFileWriter writer(userPath(options.output), settings.file);
-    writer.require(songFrames);
+    writer.require(frames);
     std::optional<Stems> stems;
     if (options.stems) {
         stems.emplace(userPath(*options.stems), userPath(options.output).extension().string(),
                       settings.file, ensemble);
     }
-    checkTargets(options, stems);
+    const auto outputs = outputsOf(options, stems);
+    checkTargets(options, outputs);
+    if (!options.force) {
+        checkSpace(outputs, settings.file, frames);
+    }
+    if (!options.quiet) {
+        announceLength(options.song, seconds);
+    }
     RenderReport report;
     {
         ProgressBar progress(!options.quiet);

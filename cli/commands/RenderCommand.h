@@ -26,6 +26,7 @@ struct RenderOptions {
     std::string gain = "0";
     std::string tail = "auto";
     std::string threads = "auto";
+    bool force = false;
     bool quiet = false;
 };
 

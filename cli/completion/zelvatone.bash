@@ -48,7 +48,7 @@ _zelvatone_options() {
     case $1 in
     render)
         _zelvatone_words --output --rate --block --format --gain --tail --threads --channel \
-            --stems --automate --quiet "$sound" "$plugin"
+            --stems --automate --force --quiet "$sound" "$plugin"
         ;;
     tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
     edit) _zelvatone_words --save "$sound" "$plugin" ;;
@@ -77,7 +77,8 @@ _zelvatone() {
         return
     fi
     case $command in
-    render) _zelvatone_files '*.[mM][iI][dD]' ;;
+    # .mid and .rmi
+    render) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
     preset) _zelvatone_words save load ;;
     save | load) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     esac

@@ -52,6 +52,12 @@ int bytesPerSample(SampleKind kind) {
     }
 }
 
+std::int64_t leastFileSize(const SoundFileFormat& format, std::int64_t frames) {
+    return format.container == Container::Wav
+               ? frames * format.channels * bytesPerSample(format.samples)
+               : 0;
+}
+
 int wholeNumberBits(const SoundFileFormat& format) {
     if (format.container == Container::Ogg || format.samples == SampleKind::Float) {
         return 0;

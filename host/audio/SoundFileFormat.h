@@ -1,6 +1,7 @@
 // The kinds of sound file that the host writes.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -27,6 +28,10 @@ void checkFormat(const SoundFileFormat& format);
 
 // Bytes of one sample of one channel where samples are not compressed.
 int bytesPerSample(SampleKind kind);
+
+// Bytes that a file of so many frames has at least: exact for WAV, and 0 for the others, whose size
+// depends on the sound.
+std::int64_t leastFileSize(const SoundFileFormat& format, std::int64_t frames);
 
 // Bits of the whole numbers that are written; 0 where samples stay floating-point.
 int wholeNumberBits(const SoundFileFormat& format);

@@ -126,6 +126,24 @@ TEST_F(RenderCommand, LeavesNoFileWhenTheDiskIsFull) {
     }
 }
 
+TEST_F(RenderCommand, WarnsOfALastTrackOfWrongLengthAndPlaysIt) {
+    Bytes bytes = midiFileBytes(0, 480, {TrackBytes().noteOn(0, 60).noteOn(480, 60)});
+    bytes.pop_back();
+    writeBytes(song_, bytes);
+    const auto result = render(output_);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, "zelvatone: " + song_.string() +
+                                 ": the length of track 1 is wrong; what is there is played\n");
+}
+
+TEST_F(RenderCommand, RefusesAFileThatTheFormatCannotHoldBeforeItStarts) {
+    writeBytes(song_, midiFileBytes(0, 1, {TrackBytes().end(2 * 60 * 60 * 6)})); // 6 hours
+    const auto result = render(output_, {"--format", "float", "--rate", "192000"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("a WAV file ends at four gigabytes"));
+    EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
+}
+
 TEST_F(RenderCommand, RefusesToOverwriteItsSongThroughALink) {
     const std::string before = readText(song_);
     std::filesystem::create_hard_link(song_, folder_ / "hard.wav");
@@ -175,7 +193,10 @@ TEST_P(InterruptedRender, LeavesNoFile) {
     kill(program.id(), GetParam());
     const auto result = program.wait();
     EXPECT_EQ(result.signal, GetParam());
-    EXPECT_EQ(result.output + result.errors, "");
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "zelvatone: " + song_.string() +
+                                 " makes 1200:00.000 of sound (minutes:seconds); Ctrl+C stops the "
+                                 "rendering and leaves no file\n");
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
 }
 
