@@ -20,6 +20,7 @@ set(platform_sources
   plugin/PluginSearchLinux.cpp
   plugin/SharedLibraryLinux.cpp
   threads/InterruptLinux.cpp
+  window/DisplayCookieLinux.cpp
   window/PictureDisplayLinux.cpp
   window/X11EditorWindow.cpp)
 set(platform_libraries PkgConfig::SNDFILE PkgConfig::OGG PNG::PNG PkgConfig::XCB ${CMAKE_DL_LIBS})

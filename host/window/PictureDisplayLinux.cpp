@@ -1,6 +1,8 @@
 #include "host/window/PictureDisplay.h"
 
 #include "host/Error.h"
+#include "host/text/Format.h"
+#include "host/window/DisplayCookie.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -11,6 +13,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace zelvatone {
@@ -20,20 +23,41 @@ namespace {
 // What a shell answers for a command that it does not find.
 constexpr int kNotInstalled = 127;
 
+// Of our own server; one display at a time.
+std::optional<DisplayCookie> ourCookie;
+// What the user's programs find their keys in, put aside meanwhile.
+std::optional<std::string> usersAuthority;
+
+// NOLINTBEGIN(concurrency-mt-unsafe): one thread yet, or the windows are closed
+void useOwnCookie() {
+    const char* authority = std::getenv("XAUTHORITY");
+    usersAuthority = authority != nullptr ? std::optional<std::string>(authority) : std::nullopt;
+    setenv("XAUTHORITY", ourCookie->path().c_str(), 1);
+}
+
+void useUsersCookie() {
+    if (usersAuthority) {
+        setenv("XAUTHORITY", usersAuthority->c_str(), 1);
+    } else {
+        unsetenv("XAUTHORITY");
+    }
+}
+// NOLINTEND(concurrency-mt-unsafe)
+
 bool hasDisplay() {
     const char* display = std::getenv("DISPLAY"); // NOLINT(concurrency-mt-unsafe): one thread yet
     return display != nullptr && *display != '\0';
 }
 
 // In the new process: becomes the server, or ends. The server writes its number to `numberPipe`,
-// says nothing else, and does not outlive us.
-[[noreturn]] void becomeServer(const std::string& numberPipe) {
+// prints nothing else, lets in who has the cookie in the file `authority`, and does not outlive us.
+[[noreturn]] void becomeServer(const std::string& numberPipe, const std::string& authority) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     dup2(nowhere, STDOUT_FILENO);
     dup2(nowhere, STDERR_FILENO);
     execlp("Xvfb", "Xvfb", "-displayfd", numberPipe.c_str(), "-screen", "0", "1600x1200x24",
-           "-nolisten", "tcp", "-noreset", nullptr);
+           "-nolisten", "tcp", "-noreset", "-auth", authority.c_str(), nullptr);
     _exit(kNotInstalled);
 }
 
@@ -77,6 +101,8 @@ PictureDisplay::PictureDisplay() {
     if (hasDisplay()) {
         return;
     }
+    ourCookie.emplace();
+    const std::string authority = formatText("/proc/self/fd/{}", ourCookie->descriptor());
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) {
         failToStart(-1);
@@ -85,7 +111,7 @@ PictureDisplay::PictureDisplay() {
     server_ = fork();
     if (server_ == 0) {
         close(ends[0]);
-        becomeServer(numberPipe);
+        becomeServer(numberPipe, authority);
     }
     close(ends[1]);
     const std::string number = server_ < 0 ? "" : readNumber(ends[0]);
@@ -93,6 +119,7 @@ PictureDisplay::PictureDisplay() {
     if (number.empty()) {
         failToStart(server_ < 0 ? -1 : waitFor(server_));
     }
+    useOwnCookie();
     setenv("DISPLAY", (":" + number).c_str(), 1); // NOLINT(concurrency-mt-unsafe): one thread yet
 }
 
@@ -101,6 +128,8 @@ PictureDisplay::~PictureDisplay() {
         kill(server_, SIGTERM);
         waitFor(server_);
         unsetenv("DISPLAY"); // NOLINT(concurrency-mt-unsafe): the windows are closed
+        useUsersCookie();
+        ourCookie.reset();
     }
 }
 
