@@ -43,10 +43,11 @@ LAYERS = [
                                  "hosted plug-in"]),
     ("tour", ["tour"], ["host", "threads", "files", "text", "midi", "audio", "picture",
                         "hosted plug-in", "render"]),
-    ("terminal", ["cli/terminal"], ["host", "files", "text"]),
+    ("terminal", ["cli/terminal"], ["host", "files", "text", "hosted plug-in"]),
     ("commands", ["cli/commands"], ["host", "threads", "files", "text", "midi", "audio", "window",
                                     "hosted plug-in", "preset", "render", "tour", "terminal"]),
-    ("cli", ["cli"], ["host", "threads", "files", "text", "hosted plug-in", "commands"]),
+    ("cli", ["cli"], ["host", "threads", "files", "text", "hosted plug-in", "terminal",
+                      "commands"]),
 
     # A test reads what it tests, and no more: one of the engine needs no editor to be built.
     ("tests/params", ["tests/params"], ["params"]),
@@ -63,7 +64,7 @@ LAYERS = [
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",
-                                    "picture", "hosted plug-in", "preset", "render",
+                                    "picture", "window", "hosted plug-in", "preset", "render",
                                     "tests/support"]),
     ("tests/tour", ["tests/tour"], ["host", "threads", "files", "text", "midi", "audio", "picture",
                                     "hosted plug-in", "render", "tour", "tests/support"]),
