@@ -1,13 +1,11 @@
 #include "engine/fast/FastRenderer.h"
 
-#include "engine/WaveTable.h"
 #include "engine/fast/EnvelopeRun.h"
 #include "engine/fast/InputRange.h"
+#include "engine/fast/LookupReport.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
-#include <tuple>
 
 namespace zelvatone {
 
@@ -49,8 +47,8 @@ void FastRenderer::beginBlock(double dt) {
 
 bool FastRenderer::render(float* out, std::int32_t samples) {
     slots_.freeFinishedSlots();
-    collectActiveVoices();
-    if (activeCount_ == 0) {
+    voices_.collect(slots_);
+    if (voices_.count() == 0) {
         std::fill_n(out, samples, 0.0F);
         return true;
     }
@@ -64,22 +62,9 @@ bool FastRenderer::render(float* out, std::int32_t samples) {
     }
     runEnvelopes(samples);
     renderVoices(samples);
-    printFailedLookups();
+    printFailedLookups(scratch_.failures, settings_);
     mixVoices(out, samples);
     return true;
-}
-
-// The slots that sound, in slot order.
-void FastRenderer::collectActiveVoices() {
-    activeCount_ = 0;
-    for (std::int32_t slot = 0; slot < kSlots; ++slot) {
-        if (slots_.notes[slot] != kFreeSlot) {
-            ActiveVoice& active = activeVoices_[activeCount_++];
-            active.slot = slot;
-            active.voice = slots_.voices[slot].get();
-            active.envelope = slots_.envelopes[slot].get();
-        }
-    }
 }
 
 // Events change the pitch bend between runs, all else changes between blocks.
@@ -106,8 +91,8 @@ void FastRenderer::updateConstants() {
 }
 
 void FastRenderer::analyseVoices(std::int32_t samples) {
-    for (std::int32_t i = 0; i < activeCount_; ++i) {
-        analyse(activeVoices_[i], samples);
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        analyse(voices_[i], samples);
     }
 }
 
@@ -129,38 +114,36 @@ void FastRenderer::analyse(ActiveVoice& active, std::int32_t samples) const {
 }
 
 bool FastRenderer::voicesAreInRange() const {
-    return std::all_of(activeVoices_.begin(), activeVoices_.begin() + activeCount_,
-                       [](const ActiveVoice& active) { return active.isInRange; });
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        if (!voices_[i].isInRange) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void FastRenderer::runEnvelopes(std::int32_t samples) {
-    for (std::int32_t i = 0; i < activeCount_; ++i) {
-        ActiveVoice& active = activeVoices_[i];
-        active.samples = runEnvelope(*active.envelope, dt_, samples, buffers_[i].levels);
-        if (active.samples < samples) { // the envelope has ended within the run
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        ActiveVoice& active = voices_[i];
+        active.end = runEnvelope(*active.envelope, dt_, samples, active.levels);
+        if (active.end < samples) { // the envelope has ended within the run
             slots_.notes[active.slot] = kFreeSlot;
         }
     }
 }
 
-VoiceTask FastRenderer::taskOf(std::int32_t i) {
-    return {.voice = *activeVoices_[i].voice,
-            .slot = activeVoices_[i].slot,
-            .out = buffers_[i].samples};
-}
-
 // Voices in which nothing changes for the whole run wait for others like them, the rest is rendered
 // at once.
 void FastRenderer::renderVoices(std::int32_t samples) {
-    for (std::int32_t i = 0; i < activeCount_; ++i) {
-        ActiveVoice& active = activeVoices_[i];
-        active.isRendered = active.changes || active.samples < samples;
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        ActiveVoice& active = voices_[i];
+        active.isRendered = active.changes || active.end < samples;
         if (active.isRendered) {
-            renderVoice(taskOf(i), active.samples, {kernel_, constants_, scratch_, targets_});
+            renderVoice(active.task(), active.end, {kernel_, constants_, scratch_, targets_});
         }
     }
-    for (std::int32_t i = 0; i < activeCount_; ++i) {
-        if (!activeVoices_[i].isRendered) {
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        if (!voices_[i].isRendered) {
             renderBatch(i, samples);
         }
     }
@@ -171,42 +154,28 @@ void FastRenderer::renderBatch(std::int32_t first, std::int32_t samples) {
     std::array<Segment, kSlots> segments;
     std::int32_t count = 0;
     std::int32_t lanesLeft = kBatchLanes;
-    for (std::int32_t i = first; i < activeCount_; ++i) {
-        ActiveVoice& active = activeVoices_[i];
+    for (std::int32_t i = first; i < voices_.count(); ++i) {
+        ActiveVoice& active = voices_[i];
         const std::int32_t lanes =
             (active.voice->activeCount + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
-        if (active.isRendered || !isSame(active.traits, activeVoices_[first].traits) ||
+        if (active.isRendered || !isSame(active.traits, voices_[first].traits) ||
             lanes > lanesLeft) {
             continue;
         }
         lanesLeft -= lanes;
-        segments[count++] = segmentOf(taskOf(i), 0);
+        segments[count++] = segmentOf(active.task(), 0);
         advanceClock(*active.voice, samples);
         active.isRendered = true;
     }
-    kernel_.render(segments.data(), count, samples, activeVoices_[first].traits, constants_,
-                   scratch_);
-}
-
-// The voices were rendered one after the other; their lines come sample by sample.
-void FastRenderer::printFailedLookups() {
-    FailedLookups& failures = scratch_.failures;
-    const auto place = [](const FailedLookup& f) { return std::tie(f.sample, f.slot, f.mode); };
-    std::sort(failures.list, failures.list + failures.count,
-              [&](const auto& a, const auto& b) { return place(a) < place(b); });
-    const wavetable::Readout readout(settings_);
-    for (std::int32_t i = 0; i < failures.count; ++i) {
-        wavetable::printFailedLookup(readout, failures.list[i].phase);
-    }
-    failures.count = 0;
+    kernel_.render(segments.data(), count, samples, voices_[first].traits, constants_, scratch_);
 }
 
 void FastRenderer::mixVoices(float* out, std::int32_t samples) {
     alignas(64) std::array<float, kRunSamples> sum{};
     alignas(64) std::array<float, kRunSamples> weight{};
-    for (std::int32_t i = 0; i < activeCount_; ++i) {
-        kernel_.mix(sum.data(), weight.data(), buffers_[i].samples, buffers_[i].levels,
-                    activeVoices_[i].samples);
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        const ActiveVoice& active = voices_[i];
+        kernel_.mix(sum.data(), weight.data(), active.samples, active.levels, active.end);
     }
     alignas(64) std::array<float, kRunSamples> scaled;
     kernel_.finish(scaled.data(), sum.data(), weight.data(), samples);

@@ -4,14 +4,13 @@
 
 #include "engine/VoiceSettings.h"
 #include "engine/VoiceSlots.h"
+#include "engine/fast/ActiveVoices.h"
 #include "engine/fast/BendLine.h"
 #include "engine/fast/DropFactors.h"
 #include "engine/fast/ModeKernel.h"
 #include "engine/fast/ModeTargets.h"
-#include "engine/fast/VoiceRun.h"
 #include "engine/fast/WaveCycle.h"
 
-#include <array>
 #include <cstdint>
 
 namespace zelvatone {
@@ -19,7 +18,7 @@ namespace zelvatone {
 // Audio thread. Holds no state of the sound: tables derived from the settings, and buffers.
 class FastRenderer {
 public:
-    static constexpr std::int32_t kSlots = 32;
+    static constexpr std::int32_t kSlots = ActiveVoices::kSlots;
 
     // Renders `slots`, kSlots of them, whose voices and envelopes read these settings. None of the
     // three is owned; all must outlive the renderer.
@@ -37,37 +36,17 @@ public:
     bool render(float* out, std::int32_t samples);
 
 private:
-    // A slot that sounds in this run.
-    struct ActiveVoice {
-        std::int32_t slot;
-        ModeVoice* voice;
-        ADSR* envelope;
-        bool isInRange; // of the fast renderer, for the whole run
-        BankTraits traits;
-        bool changes;         // whether modes may come or go in this run
-        std::int32_t samples; // until the run or the note's fade ends
-        bool isRendered;
-    };
-    struct alignas(64) VoiceBuffer {
-        float samples[kVoiceBuffer];
-        float levels[kRunSamples];
-    };
-
     void updateDerivedSettings();
     void updateConstants();
-    void collectActiveVoices();
     void analyseVoices(std::int32_t samples);
     void analyse(ActiveVoice& active, std::int32_t samples) const;
     bool voicesAreInRange() const;
     void runEnvelopes(std::int32_t samples);
     void renderVoices(std::int32_t samples);
     void renderBatch(std::int32_t first, std::int32_t samples);
-    VoiceTask taskOf(std::int32_t i);
-    void printFailedLookups();
     void mixVoices(float* out, std::int32_t samples);
 
     KernelScratch scratch_;
-    std::array<VoiceBuffer, kSlots> buffers_{}; // by active voice
     const ModeKernel& kernel_;
     const VoiceSlots slots_;
     const VoiceSettings& settings_;
@@ -81,9 +60,7 @@ private:
     BlockConstants constants_{};
     BendLine bend_;
     DropFactors dropFactors_;
-    // The run that is being rendered.
-    std::int32_t activeCount_ = 0;
-    std::array<ActiveVoice, kSlots> activeVoices_{};
+    ActiveVoices voices_; // of the run that is being rendered
 };
 
 } // namespace zelvatone

@@ -1,0 +1,52 @@
+// The voices of a run.
+#pragma once
+
+#include "engine/ADSR.h"
+#include "engine/ModeVoice.h"
+#include "engine/VoiceSlots.h"
+#include "engine/fast/VoiceRun.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+namespace zelvatone {
+
+// A slot that sounds in the run.
+struct ActiveVoice {
+    // What is to be rendered of it; its samples lie where they are in the run.
+    VoiceTask task() { return {.voice = *voice, .slot = slot, .out = samples}; }
+
+    std::int32_t slot;
+    ModeVoice* voice;
+    ADSR* envelope;
+    bool isInRange; // of the fast renderer, for the whole run
+    BankTraits traits;
+    bool changes;     // whether modes may come or go in this run
+    std::int32_t end; // where the run or the note's fade ends
+    bool isRendered;
+    // By sample of the run.
+    alignas(64) float samples[kVoiceBuffer];
+    alignas(64) float levels[kRunSamples];
+};
+
+// Audio thread.
+class ActiveVoices {
+public:
+    static constexpr std::int32_t kSlots = 32;
+
+    // Begins a run with the `slots` that are not free.
+    void collect(const VoiceSlots& slots);
+
+    std::int32_t count() const { return count_; }
+    // In slot order.
+    ActiveVoice& operator[](std::int32_t i) { return voices_[order_[i]]; }
+    const ActiveVoice& operator[](std::int32_t i) const { return voices_[order_[i]]; }
+
+private:
+    std::int32_t count_ = 0;
+    std::array<std::int32_t, kSlots> order_{}; // slots
+    std::array<ActiveVoice, kSlots> voices_{}; // by slot
+};
+
+} // namespace zelvatone
