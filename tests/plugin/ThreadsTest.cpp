@@ -19,7 +19,7 @@ namespace {
 constexpr VstInt32 kUniqueID = 61546;
 constexpr VstInt32 kParameters = 23;
 constexpr VstInt32 kPrograms = 42;
-constexpr int kBlocks = 150;
+constexpr int kBlocks = 100;
 constexpr VstInt32 kFrames = 256;
 
 // Any thread calls it, and it keeps nothing.

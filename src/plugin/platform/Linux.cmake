@@ -16,6 +16,7 @@ if(NOT ZELVATONE_SANITIZE)
     LINKER:-z,defs
     # A host may carry another C++ runtime; this library brings its own.
     -static-libstdc++ -static-libgcc)
+  target_sources(zelvatone_module PRIVATE RuntimeMemory.cpp)
 endif()
 # Where hosts look, also where other libraries go to a folder of their architecture.
 install(TARGETS zelvatone_module LIBRARY DESTINATION lib/vst)
