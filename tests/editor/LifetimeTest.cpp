@@ -4,8 +4,6 @@
 #include "tests/editor/OpenFiles.h"
 
 #include <array>
-#include <atomic>
-#include <thread>
 
 namespace zelvatone::test {
 namespace {
@@ -139,21 +137,6 @@ TEST_F(EditorLifetime, SurvivesAParentThatIsDestroyedInsideADrag) {
     plugin->closeEditor();
     EXPECT_EQ(plugin->callsOf(audioMasterEndEdit).size(), 1U);
     window = std::make_unique<HostWindow>();
-}
-
-TEST_F(EditorLifetime, OpensWhileAnotherThreadRenders) {
-    std::atomic<bool> isDone = false;
-    std::thread audio([&] {
-        while (!isDone) {
-            plugin->render();
-        }
-    });
-    for (int round = 0; round < 5; ++round) {
-        EXPECT_TRUE(openEditor());
-        plugin->closeEditor();
-    }
-    isDone = true;
-    audio.join();
 }
 
 // Some instances of the plug-in beside the fixture's, each with a window of its own.

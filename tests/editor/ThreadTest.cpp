@@ -1,9 +1,8 @@
-// Parameters that are set on another thread than the one that opens, draws and closes the editor.
-// The sanitizer for threads watches these tests too:
-//   cmake --preset tsan && cmake --build --preset tsan --target EditorTest EditorPartsTest
-//   ctest --preset tsan -R 'EditorThreads|ControlGate|OpensWhileAnotherThread'
+// What a host does on other threads than the one that opens, draws and closes the editor: it plays,
+// sets parameters, selects and renames programs. The thread sanitizer watches these tests too.
 #include "tests/editor/EditorFixture.h"
 
+#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -62,6 +61,50 @@ TEST_F(EditorThreads, SetsParametersWhileTheEditorOpensAndCloses) {
     });
     ASSERT_TRUE(openEditor());
     expectEveryKnobAtItsEnd();
+}
+
+TEST_F(EditorThreads, RendersWhileTheEditorOpensAndCloses) {
+    std::atomic<bool> isDone = false;
+    std::thread audio([&] {
+        while (!isDone) {
+            plugin->render();
+        }
+    });
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_TRUE(openEditor());
+        plugin->closeEditor();
+    }
+    isDone = true;
+    audio.join();
+}
+
+TEST_F(EditorThreads, SelectsAndRenamesProgramsWhileTheEditorDrawsAndAThirdThreadRenders) {
+    ASSERT_TRUE(openEditor());
+    std::atomic<bool> isDone = false;
+    std::thread audio([&] {
+        while (!isDone) {
+            plugin->render();
+        }
+    });
+    std::thread programs([&] {
+        for (VstInt32 program = 0; !isDone; program = (program + 1) % 42) {
+            char name[] = "A name longer than eight";
+            char read[25] = {};
+            plugin->setProgram(program);
+            plugin->dispatch(effSetProgramName, 0, name);
+            plugin->dispatch(effGetProgramNameIndexed, 41 - program, read);
+        }
+    });
+    for (int round = 0; round < 100; ++round) {
+        char read[25] = {};
+        plugin->idle();
+        plugin->dispatch(effGetProgramName, 0, read);
+        EXPECT_LE(plugin->dispatch(effGetProgram), 41);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    isDone = true;
+    audio.join();
+    programs.join();
 }
 
 TEST_F(EditorThreads, SetsParametersWhileTheUserTurnsAKnob) {

@@ -28,3 +28,5 @@ add_subdirectory(voice)
 if(NOT VSTGUI_ROOT)
   add_subdirectory(vstgui)
 endif()
+
+zelvatone_finish_threaded_tests()
