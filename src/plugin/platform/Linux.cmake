@@ -10,7 +10,7 @@ target_link_options(zelvatone_module PRIVATE
   LINKER:--version-script=${export_map}
   # Not every library that the ones we use name to their own users.
   LINKER:--as-needed
-  LINKER:--gc-sections LINKER:-z,relro LINKER:-z,now)
+  LINKER:--gc-sections)
 if(NOT ZELVATONE_SANITIZE)
   target_link_options(zelvatone_module PRIVATE
     LINKER:-z,defs
