@@ -45,10 +45,10 @@ double decoded(double number) {
 // The most colourful one of a lightness and a hue, up to a limit, that screens can show.
 Colour colourAt(double lightness, double hueDegrees, double mostColourful) {
     const double hue = hueDegrees * std::numbers::pi / 180.0;
-    constexpr int steps = 200; // of less colour, down to none, finer than a screen's
+    constexpr int kSteps = 200; // of less colour, down to none, finer than a screen's
     Linear light{};
-    for (int step = steps; step >= 0; --step) {
-        const double chroma = mostColourful * step / steps;
+    for (int step = kSteps; step >= 0; --step) {
+        const double chroma = mostColourful * step / kSteps;
         light = fromOklab(lightness, chroma * std::cos(hue), chroma * std::sin(hue));
         if (isOnScreen(light)) {
             break;

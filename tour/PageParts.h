@@ -5,9 +5,9 @@
 
 namespace zelvatone::pageparts {
 
-extern const std::string_view page;
-extern const std::string_view stop;
-extern const std::string_view style;
-extern const std::string_view script;
+extern const std::string_view kPage;
+extern const std::string_view kStop;
+extern const std::string_view kStyle;
+extern const std::string_view kScript;
 
 } // namespace zelvatone::pageparts

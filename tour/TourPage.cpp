@@ -45,10 +45,10 @@ std::string frequencyAxis() {
         double hz;
         const char* label;
     };
-    static constexpr std::array marks{Mark{100.0, "100 Hz"}, Mark{1000.0, "1 kHz"},
-                                      Mark{10000.0, "10 kHz"}};
+    static constexpr std::array kMarks{Mark{100.0, "100 Hz"}, Mark{1000.0, "1 kHz"},
+                                       Mark{10000.0, "10 kHz"}};
     std::string text;
-    for (const Mark& mark : marks) {
+    for (const Mark& mark : kMarks) {
         text += formatText(R"(<i style="bottom:{}"><b>{}</b></i>)", percent(heightOf(mark.hz)),
                            mark.label);
     }
@@ -91,22 +91,22 @@ std::string peakText(const TourStop& stop) {
 }
 
 std::string stopText(const TourStop& stop, double phraseSeconds) {
-    return filled(pageparts::stop, {{"number", std::to_string(stop.number)},
-                                    {"name", htmlText(stop.name)},
-                                    {"file", stop.file},
-                                    {"peak", peakText(stop)},
-                                    {"frequencies", frequencyAxis()},
-                                    {"times", timeAxis(phraseSeconds)},
-                                    {"count", std::to_string(stop.parameters.size())},
-                                    {"parameters", parameterLines(stop.parameters)}});
+    return filled(pageparts::kStop, {{"number", std::to_string(stop.number)},
+                                     {"name", htmlText(stop.name)},
+                                     {"file", stop.file},
+                                     {"peak", peakText(stop)},
+                                     {"frequencies", frequencyAxis()},
+                                     {"times", timeAxis(phraseSeconds)},
+                                     {"count", std::to_string(stop.parameters.size())},
+                                     {"parameters", parameterLines(stop.parameters)}});
 }
 
 // The colours of the spectrograms as a scale.
 std::string gradient() {
-    constexpr std::size_t step = 15; // 18 places, between which the page's own blend is as good
+    constexpr std::size_t kStep = 15; // 18 places, between which the page's own blend is as good
     std::string text = "linear-gradient(90deg";
     const auto colours = levelColours();
-    for (std::size_t i = 0; i < colours.size(); i += step) {
+    for (std::size_t i = 0; i < colours.size(); i += kStep) {
         text += formatText(",rgb({} {} {})", colours[i][0], colours[i][1], colours[i][2]);
     }
     return text + ")";
@@ -145,16 +145,16 @@ std::string tourPage(const std::string& instrument, double phraseSeconds,
     for (const TourStop& stop : stops) {
         list += stopText(stop, phraseSeconds);
     }
-    return filled(pageparts::page, {{"mark", kMark},
-                                    {"instrument", htmlText(instrument)},
-                                    {"count", std::to_string(stops.size())},
-                                    {"gradient", gradient()},
-                                    {"faintest", decibelText(kFaintestDecibels, 0)},
-                                    {"loudest", decibelText(kLoudestDecibels, 0)},
-                                    {"seconds", formatText("{:.0f}", phraseSeconds)},
-                                    {"style", std::string(pageparts::style)},
-                                    {"script", std::string(pageparts::script)},
-                                    {"stops", list}});
+    return filled(pageparts::kPage, {{"mark", kMark},
+                                     {"instrument", htmlText(instrument)},
+                                     {"count", std::to_string(stops.size())},
+                                     {"gradient", gradient()},
+                                     {"faintest", decibelText(kFaintestDecibels, 0)},
+                                     {"loudest", decibelText(kLoudestDecibels, 0)},
+                                     {"seconds", formatText("{:.0f}", phraseSeconds)},
+                                     {"style", std::string(pageparts::kStyle)},
+                                     {"script", std::string(pageparts::kScript)},
+                                     {"stops", list}});
 }
 
 bool holdsOnlyATour(const std::filesystem::path& folder) {

@@ -28,10 +28,10 @@ std::array<std::uint8_t, 3> message(int status, int key, int velocity) {
 } // namespace
 
 Song tourPhrase() {
-    constexpr int velocity = 100; // a firm stroke, as keyboards send it
+    constexpr int kVelocity = 100; // a firm stroke, as keyboards send it
     Song song{{}, TempoMap(480.0, {}), MeterMap({}), kPhraseSeconds, {}, {}};
     for (const Note& note : kNotes) {
-        song.add(note.start, message(0x90, note.key, velocity));
+        song.add(note.start, message(0x90, note.key, kVelocity));
         song.add(note.end, message(0x80, note.key, 0));
     }
     std::stable_sort(song.events.begin(), song.events.end(),

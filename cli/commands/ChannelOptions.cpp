@@ -62,9 +62,9 @@ std::map<int, ChannelChoice> parseChannels(const std::vector<std::string>& texts
 }
 
 bool isPresetPath(std::string_view program) {
-    constexpr std::string_view extension = ".fxp";
-    return program.size() > extension.size() &&
-           equalInAnyCase(program.substr(program.size() - extension.size()), extension);
+    constexpr std::string_view kExtension = ".fxp";
+    return program.size() > kExtension.size() &&
+           equalInAnyCase(program.substr(program.size() - kExtension.size()), kExtension);
 }
 
 } // namespace zelvatone

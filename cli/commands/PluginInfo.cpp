@@ -13,11 +13,11 @@ namespace {
 
 // The interface's categories by number; the first three are the common ones.
 std::string categoryName(VstIntPtr category) {
-    static constexpr std::array names{"unknown",     "effect",      "synth", "analysis",
-                                      "mastering",   "spacializer", "room",  "surround",
-                                      "restoration", "offline",     "shell", "generator"};
-    return category >= 0 && category < static_cast<VstIntPtr>(names.size())
-               ? names[static_cast<std::size_t>(category)]
+    static constexpr std::array kNames{"unknown",     "effect",      "synth", "analysis",
+                                       "mastering",   "spacializer", "room",  "surround",
+                                       "restoration", "offline",     "shell", "generator"};
+    return category >= 0 && category < static_cast<VstIntPtr>(kNames.size())
+               ? kNames[static_cast<std::size_t>(category)]
                : "unknown";
 }
 
@@ -35,9 +35,9 @@ std::string idText(VstInt32 id) {
 }
 
 std::vector<PinInfo> outputPins(HostedPlugin& plugin) {
-    constexpr int mostPins = 256; // a count that a broken plug-in reports must not keep us here
+    constexpr int kMostPins = 256; // a count that a broken plug-in reports must not keep us here
     std::vector<PinInfo> pins;
-    for (int i = 0; i < std::min(plugin.outputCount(), mostPins); ++i) {
+    for (int i = 0; i < std::min(plugin.outputCount(), kMostPins); ++i) {
         // Two records: a plug-in may write a label past the end of the first.
         std::array<VstPinProperties, 2> properties{};
         if (plugin.request(effGetOutputProperties, i, 0, properties.data()) == 1) {

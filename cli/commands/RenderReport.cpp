@@ -28,11 +28,11 @@ std::string speedText(double soundSeconds, double renderSeconds) {
 }
 
 std::string lengthText(double seconds) {
-    constexpr std::int64_t msPerMinute = 60000;
+    constexpr std::int64_t kMsPerMinute = 60000;
     const std::int64_t ms = std::llround(seconds * 1000.0);
-    const double rest = static_cast<double>(ms % msPerMinute) / 1000.0;
-    return ms < msPerMinute ? formatText("{:.3f} s", rest)
-                            : formatText("{}:{:06.3f}", ms / msPerMinute, rest);
+    const double rest = static_cast<double>(ms % kMsPerMinute) / 1000.0;
+    return ms < kMsPerMinute ? formatText("{:.3f} s", rest)
+                             : formatText("{}:{:06.3f}", ms / kMsPerMinute, rest);
 }
 
 std::string closingLine(const std::string& file, const RenderReport& report) {

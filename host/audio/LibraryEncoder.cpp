@@ -41,11 +41,11 @@ SF_VIRTUAL_IO fileOperations() {
 }
 
 int libraryFormat(const SoundFileFormat& format) {
-    if (format.container == Container::Ogg) {
+    if (format.container == Container::kOgg) {
         return SF_FORMAT_OGG | SF_FORMAT_VORBIS;
     }
     return SF_FORMAT_FLAC |
-           (format.samples == SampleKind::Int16 ? SF_FORMAT_PCM_16 : SF_FORMAT_PCM_24);
+           (format.samples == SampleKind::kInt16 ? SF_FORMAT_PCM_16 : SF_FORMAT_PCM_24);
 }
 
 class LibraryEncoder final : public SoundEncoder {
@@ -114,7 +114,7 @@ void LibraryEncoder::finish() {
         fail(sf_error_number(error));
     }
     // The same command gives the same file, as the manual promises.
-    if (container_ == Container::Ogg) {
+    if (container_ == Container::kOgg) {
         settleOggSerial(file_);
     }
 }

@@ -6,7 +6,7 @@
 namespace zelvatone {
 
 std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format) {
-    if (format.container == Container::Wav) {
+    if (format.container == Container::kWav) {
         return std::make_unique<WavEncoder>(file, format);
     }
     return makeLibraryEncoder(file, format);

@@ -7,13 +7,13 @@
 
 namespace zelvatone {
 
-enum class Container { Wav, Flac, Ogg };
-enum class SampleKind { Int16, Int24, Float };
+enum class Container { kWav, kFlac, kOgg };
+enum class SampleKind { kInt16, kInt24, kFloat };
 
 struct SoundFileFormat {
-    Container container = Container::Wav;
-    SampleKind samples = SampleKind::Int24; // OGG has its own and ignores this
-    int sampleRate = 44100;                 // Hz
+    Container container = Container::kWav;
+    SampleKind samples = SampleKind::kInt24; // OGG has its own and ignores this
+    int sampleRate = 44100;                  // Hz
     int channels = 2;
 };
 

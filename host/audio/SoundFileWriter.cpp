@@ -21,9 +21,9 @@ void SoundFileWriter::fail(const char* reason) const {
 
 void SoundFileWriter::require(std::int64_t frames) const {
     // A WAV file counts its bytes in 32 bits; a kilobyte is kept for its header.
-    constexpr std::int64_t largestWav = (std::int64_t{1} << 32) - 1024;
-    if (format_.container == Container::Wav &&
-        frames > largestWav / (std::int64_t{bytesPerSample(format_.samples)} * format_.channels)) {
+    constexpr std::int64_t kLargestWav = (std::int64_t{1} << 32) - 1024;
+    if (format_.container == Container::kWav &&
+        frames > kLargestWav / (std::int64_t{bytesPerSample(format_.samples)} * format_.channels)) {
         fail("a WAV file ends at four gigabytes; a .flac file does not");
     }
 }

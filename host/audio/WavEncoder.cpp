@@ -68,7 +68,7 @@ void WavEncoder::write(std::span<const float> samples) {
 }
 
 void WavEncoder::write(std::span<const std::int32_t> numbers) {
-    if (format_.samples == SampleKind::Int16) {
+    if (format_.samples == SampleKind::kInt16) {
         putSamples<2>(numbers);
     } else {
         putSamples<3>(numbers);
@@ -77,7 +77,7 @@ void WavEncoder::write(std::span<const std::int32_t> numbers) {
 
 // Readers of files with floats look for the number of frames in a chunk of its own.
 std::vector<char> WavEncoder::header() const {
-    const bool isFloat = format_.samples == SampleKind::Float;
+    const bool isFloat = format_.samples == SampleKind::kFloat;
     const int sampleBytes = bytesPerSample(format_.samples);
     const int frameBytes = sampleBytes * format_.channels;
     ChunkWriter chunks;

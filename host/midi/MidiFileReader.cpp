@@ -31,13 +31,13 @@ MidiDivision filmDivision(std::uint16_t division) {
         double perSecond;
     };
     // 29 stands for the 30 frames of colour television, which last 1.001 times as long.
-    static constexpr std::array<FrameRate, 4> rates{
+    static constexpr std::array<FrameRate, 4> kRates{
         {{24, 24.0}, {25, 25.0}, {29, 30.0 / 1.001}, {30, 30.0}}};
     const int code = 256 - (division >> 8U);
     const int ticksPerFrame = division & 0xFF;
     const auto* const rate =
-        std::find_if(rates.begin(), rates.end(), [&](const auto& r) { return r.code == code; });
-    if (rate == rates.end() || ticksPerFrame == 0) {
+        std::find_if(kRates.begin(), kRates.end(), [&](const auto& r) { return r.code == code; });
+    if (rate == kRates.end() || ticksPerFrame == 0) {
         throw InputError("its time is counted in film frames of an unknown kind");
     }
     return {0, rate->perSecond * ticksPerFrame};

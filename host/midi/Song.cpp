@@ -76,13 +76,13 @@ TempoMap makeTempoMap(const MidiFile& file, std::size_t count) {
 // Numerator, then the denominator as a power of two. One that makes no sense is skipped: it would
 // only tell the instrument where bars start, and the notes stand without it.
 MeterMap makeMeterMap(const MidiFile& file, const TempoMap& tempo, std::size_t count) {
-    constexpr int largestPower = 6; // sixty-fourths, the shortest note that scores beat in
+    constexpr int kLargestPower = 6; // sixty-fourths, the shortest note that scores beat in
     std::vector<MeterMap::Change> changes;
     changes.reserve(count + 1); // and the one that holds from the start
     for (TrackMerger merger(file); count > 0 && merger.next();) {
         const Bytes bytes = merger.message();
         if (isMeta(bytes, kMetaTimeSignature) && bytes.size() >= 4 && bytes[2] > 0 &&
-            bytes[3] <= largestPower) {
+            bytes[3] <= kLargestPower) {
             changes.push_back({tempo.quartersAtTick(merger.tick()), bytes[2], 1 << bytes[3]});
         }
     }

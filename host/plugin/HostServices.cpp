@@ -87,12 +87,12 @@ void HostServices::setTime(const VstTimeInfo& time) {
 // The flags that come back are those of the fields that were asked for; the transport's own are
 // not asked for one by one. Each thread has its own record to read, until it asks again.
 VstIntPtr HostServices::answerTime(VstInt32 filter) {
-    constexpr VstInt32 transport = kVstTransportChanged | kVstTransportPlaying |
-                                   kVstTransportCycleActive | kVstTransportRecording;
+    constexpr VstInt32 kTransport = kVstTransportChanged | kVstTransportPlaying |
+                                    kVstTransportCycleActive | kVstTransportRecording;
     thread_local VstTimeInfo answered;
     const std::scoped_lock lock(timeMutex_);
     answered = time_;
-    answered.flags &= filter | transport;
+    answered.flags &= filter | kTransport;
     return reinterpret_cast<VstIntPtr>(&answered);
 }
 

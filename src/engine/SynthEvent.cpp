@@ -12,15 +12,15 @@ void SynthEvent::destroy(SynthEvent* event) {
 }
 
 void EngineNoteOnEvent::apply() {
-    engine_->noteOn(note_, velocity_);
+    engine->noteOn(note_, velocity_);
 }
 
 void EngineNoteOffEvent::apply() {
-    engine_->noteOff(note_);
+    engine->noteOff(note_);
 }
 
 void EnginePitchBendEvent::apply() {
-    engine_->pitchBend(amount_);
+    engine->pitchBend(amount_);
 }
 
 } // namespace zelvatone

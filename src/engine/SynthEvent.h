@@ -18,10 +18,10 @@ public:
     static void destroy(SynthEvent* event);
 
 protected:
-    explicit SynthEvent(SynthEngine* engine) : engine_(engine) {}
+    explicit SynthEvent(SynthEngine* engine) : engine(engine) {}
     ~SynthEvent() = default;
 
-    SynthEngine* engine_; // not owned
+    SynthEngine* engine; // not owned
 };
 
 class EngineNoteOnEvent final : public SynthEvent {

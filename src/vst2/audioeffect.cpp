@@ -102,8 +102,8 @@ void AudioEffect::setProgram(VstInt32 program) {
 VstIntPtr AudioEffect::setProgramWithin(VstIntPtr program) {
     if (program < cEffect.numPrograms) {
         // A 64-bit value far below zero stays negative rather than wrapping into the bank.
-        constexpr VstIntPtr lowest = std::numeric_limits<VstInt32>::min();
-        setProgram(static_cast<VstInt32>(program < lowest ? lowest : program));
+        constexpr VstIntPtr kLowest = std::numeric_limits<VstInt32>::min();
+        setProgram(static_cast<VstInt32>(program < kLowest ? kLowest : program));
     }
     return 0;
 }

@@ -79,18 +79,18 @@ constexpr double kHalfStep24 = 0.5 / 8388608.0;
 INSTANTIATE_TEST_SUITE_P(
     , SoundFileWriterKinds,
     ::testing::Values(
-        Kind{"a.wav", SampleKind::Int16, SF_FORMAT_WAV | SF_FORMAT_PCM_16, kHalfStep16},
-        Kind{"a.wav", SampleKind::Int24, SF_FORMAT_WAV | SF_FORMAT_PCM_24, kHalfStep24},
-        Kind{"a.wav", SampleKind::Float, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 0.0},
-        Kind{"a.flac", SampleKind::Int16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16, kHalfStep16},
-        Kind{"a.FLAC", SampleKind::Int24, SF_FORMAT_FLAC | SF_FORMAT_PCM_24, kHalfStep24},
+        Kind{"a.wav", SampleKind::kInt16, SF_FORMAT_WAV | SF_FORMAT_PCM_16, kHalfStep16},
+        Kind{"a.wav", SampleKind::kInt24, SF_FORMAT_WAV | SF_FORMAT_PCM_24, kHalfStep24},
+        Kind{"a.wav", SampleKind::kFloat, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 0.0},
+        Kind{"a.flac", SampleKind::kInt16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16, kHalfStep16},
+        Kind{"a.FLAC", SampleKind::kInt24, SF_FORMAT_FLAC | SF_FORMAT_PCM_24, kHalfStep24},
         // Lossy: a twentieth of the tone itself, which is 0.35.
-        Kind{"a.ogg", SampleKind::Int24, SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.0175}));
+        Kind{"a.ogg", SampleKind::kInt24, SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.0175}));
 
 TEST(SoundFileWriter, ReadsBackAWholeOggStreamWithItsChecksums) {
     const TemporaryFolder folder;
     const auto path = folder / "long.ogg";
-    SoundFileWriter writer(path, {Container::Ogg, SampleKind::Int24, 44100, 1});
+    SoundFileWriter writer(path, {Container::kOgg, SampleKind::kInt24, 44100, 1});
     for (int i = 0; i < 100; ++i) { // several pages
         writer.write(tone(4410, 1));
     }
@@ -102,7 +102,8 @@ TEST(SoundFileWriter, LeavesNoFileWithoutACommit) {
     for (const char* name : {"a.wav", "a.flac", "a.ogg"}) {
         const TemporaryFolder folder;
         {
-            SoundFileWriter writer(folder / name, {containerOf(name), SampleKind::Int24, 44100, 2});
+            SoundFileWriter writer(folder / name,
+                                   {containerOf(name), SampleKind::kInt24, 44100, 2});
             writer.write(tone(10000, 2));
         }
         EXPECT_THAT(folder.names(), IsEmpty()) << name;
@@ -112,10 +113,10 @@ TEST(SoundFileWriter, LeavesNoFileWithoutACommit) {
 TEST(SoundFileWriter, CountsClippedSamplesOfWholeNumbersOnly) {
     const TemporaryFolder folder;
     const std::vector<float> loud{1.5F, -1.5F, 0.5F, 0.5F};
-    SoundFileWriter whole(folder / "a.wav", {Container::Wav, SampleKind::Int16, 44100, 2});
+    SoundFileWriter whole(folder / "a.wav", {Container::kWav, SampleKind::kInt16, 44100, 2});
     whole.write(loud);
     EXPECT_EQ(whole.clippedSamples(), 2);
-    SoundFileWriter real(folder / "b.wav", {Container::Wav, SampleKind::Float, 44100, 2});
+    SoundFileWriter real(folder / "b.wav", {Container::kWav, SampleKind::kFloat, 44100, 2});
     real.write(loud);
     real.commit();
     EXPECT_EQ(real.clippedSamples(), 0);
@@ -124,24 +125,25 @@ TEST(SoundFileWriter, CountsClippedSamplesOfWholeNumbersOnly) {
 
 TEST(SoundFileWriter, RefusesWhatFlacCannotHold) {
     const TemporaryFolder folder;
-    EXPECT_THROW(SoundFileWriter(folder / "a.flac", {Container::Flac, SampleKind::Float, 44100, 2}),
-                 UsageError);
+    EXPECT_THROW(
+        SoundFileWriter(folder / "a.flac", {Container::kFlac, SampleKind::kFloat, 44100, 2}),
+        UsageError);
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
 TEST(SoundFileWriter, RefusesAWavFileOfMoreThanFourGigabytes) {
     const TemporaryFolder folder;
     constexpr std::int64_t fourGigabytes = std::int64_t{1} << 32;
-    SoundFileWriter wav(folder / "a.wav", {Container::Wav, SampleKind::Int16, 44100, 2});
+    SoundFileWriter wav(folder / "a.wav", {Container::kWav, SampleKind::kInt16, 44100, 2});
     EXPECT_NO_THROW(wav.require(fourGigabytes / 4 - 1024));
     EXPECT_THROW(wav.require(fourGigabytes / 4), InputError);
-    SoundFileWriter flac(folder / "a.flac", {Container::Flac, SampleKind::Int16, 44100, 2});
+    SoundFileWriter flac(folder / "a.flac", {Container::kFlac, SampleKind::kInt16, 44100, 2});
     EXPECT_NO_THROW(flac.require(fourGigabytes));
 }
 
 TEST(SoundFileFormat, TellsTheContainerByTheEndOfTheName) {
-    EXPECT_EQ(containerOf("x.WAV"), Container::Wav);
-    EXPECT_EQ(containerOf("dir.wav/x.Ogg"), Container::Ogg);
+    EXPECT_EQ(containerOf("x.WAV"), Container::kWav);
+    EXPECT_EQ(containerOf("dir.wav/x.Ogg"), Container::kOgg);
     EXPECT_THROW(containerOf("x.mp3"), UsageError);
     EXPECT_THROW(containerOf("wav"), UsageError);
     EXPECT_THROW(containerOf(""), UsageError);

@@ -28,8 +28,8 @@ protected:
     // Three frames of one channel: with 24 bits, an odd number of bytes.
     void write(const std::filesystem::path& path) const {
         OutputFile file(path);
-        WavEncoder encoder(file, {Container::Wav, GetParam().samples, 48000, 1});
-        if (GetParam().samples == SampleKind::Float) {
+        WavEncoder encoder(file, {Container::kWav, GetParam().samples, 48000, 1});
+        if (GetParam().samples == SampleKind::kFloat) {
             encoder.write(std::vector<float>{0.5F, -1.5F});
             encoder.write(std::vector<float>{1e-30F});
         } else {
@@ -49,7 +49,7 @@ TEST_P(WavEncoderKinds, SamplesReadBackAsTheyWereWritten) {
     EXPECT_EQ(sound.format, GetParam().libraryFormat);
     EXPECT_EQ(sound.sampleRate, 48000);
     EXPECT_EQ(sound.channels, 1);
-    const std::vector<float> expected = GetParam().samples == SampleKind::Float
+    const std::vector<float> expected = GetParam().samples == SampleKind::kFloat
                                             ? std::vector<float>{0.5F, -1.5F, 1e-30F}
                                             : std::vector<float>{0.5F, -1.0F, -1.0F / 32768.0F};
     EXPECT_EQ(sound.samples, expected);
@@ -82,7 +82,7 @@ std::vector<std::string> chunksOf(const std::string& file) {
 TEST(WavEncoder, FloatFileCountsItsFramesAndTellsNoTimeOfDay) {
     const TemporaryFolder folder;
     OutputFile file(folder / "own.wav");
-    WavEncoder encoder(file, {Container::Wav, SampleKind::Float, 44100, 2});
+    WavEncoder encoder(file, {Container::kWav, SampleKind::kFloat, 44100, 2});
     encoder.write(std::vector<float>(6, 0.5F));
     encoder.finish();
     file.commit();
@@ -93,7 +93,7 @@ TEST(WavEncoder, FloatFileCountsItsFramesAndTellsNoTimeOfDay) {
 TEST(WavEncoder, FileOfWholeNumbersHoldsItsFormatAndItsDataAlone) {
     const TemporaryFolder folder;
     OutputFile file(folder / "own.wav");
-    WavEncoder encoder(file, {Container::Wav, SampleKind::Int16, 44100, 2});
+    WavEncoder encoder(file, {Container::kWav, SampleKind::kInt16, 44100, 2});
     encoder.write(std::vector<std::int32_t>(6));
     encoder.finish();
     file.commit();
@@ -102,9 +102,9 @@ TEST(WavEncoder, FileOfWholeNumbersHoldsItsFormatAndItsDataAlone) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, WavEncoderKinds,
-    ::testing::Values(WavKind{SampleKind::Int16, SF_FORMAT_WAV | SF_FORMAT_PCM_16},
-                      WavKind{SampleKind::Int24, SF_FORMAT_WAV | SF_FORMAT_PCM_24},
-                      WavKind{SampleKind::Float, SF_FORMAT_WAV | SF_FORMAT_FLOAT}),
+    ::testing::Values(WavKind{SampleKind::kInt16, SF_FORMAT_WAV | SF_FORMAT_PCM_16},
+                      WavKind{SampleKind::kInt24, SF_FORMAT_WAV | SF_FORMAT_PCM_24},
+                      WavKind{SampleKind::kFloat, SF_FORMAT_WAV | SF_FORMAT_FLOAT}),
     [](const auto& kind) { return "Kind" + std::to_string(static_cast<int>(kind.param.samples)); });
 
 } // namespace
