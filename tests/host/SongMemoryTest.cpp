@@ -40,6 +40,7 @@ TEST_P(SongMemory, IsAtMostTwelveTimesTheFile) {
     const AllocationPeak peak;
     const Song song = readSong(folder / "song.mid");
     std::vector<std::unique_ptr<BlockEvents>> parts;
+    parts.reserve(kParts);
     for (int part = 0; part < kParts; ++part) {
         parts.push_back(std::make_unique<BlockEvents>(scheduleEvents(song, 44100.0), 512));
     }
