@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <memory>
 
@@ -16,8 +17,11 @@ namespace {
 template<class Time>
 void expectLikeCounting(Time start, double increment) {
     const SampleClock<Time> clock(start, increment, kRunSamples);
+    std::array<Time, kRunSamples> times{};
+    clock.read(kRunSamples, times.data());
     Time time = start;
     for (std::int32_t k = 0; k <= kRunSamples; ++k) {
+        ASSERT_TRUE(k == 0 || times[k - 1] == clock.at(k));
         ASSERT_EQ(clock.at(k), time)
             << "after " << k << " samples from " << start << " by " << increment;
         time = static_cast<Time>(time + increment);
@@ -48,6 +52,13 @@ TYPED_TEST(SampleClocks, ReadLikeCountingAcrossPowersOfTwo) {
                 expectLikeCounting(static_cast<TypeParam>(start), 1.0 / 48000.0);
             }
         }
+    }
+}
+
+TYPED_TEST(SampleClocks, ReadLikeCountingFromZeroAndAlmostZero) {
+    for (const double start : {0.0, 1.0e-44, 1.0e-20, 1.0e-6, 3.0e-5}) {
+        expectLikeCounting(static_cast<TypeParam>(start), 1.0 / 48000.0);
+        expectLikeCounting(static_cast<TypeParam>(start), 0x1p-16);
     }
 }
 

@@ -15,9 +15,7 @@ using Clock = SampleClock<double>;
 template<class Value>
 void fillLevels(const Clock& clock, std::int32_t samples, float* levels, Value value) {
     std::array<double, kRunSamples> times{};
-    for (std::int32_t k = 0; k < samples; ++k) {
-        times[k] = clock.at(k + 1);
-    }
+    clock.read(samples, times.data());
     const std::int32_t count = samples > kRunSamples / 2 ? kRunSamples : samples;
     for (std::int32_t k = 0; k < count; ++k) {
         levels[k] = static_cast<float>(value(times[k]));

@@ -17,6 +17,11 @@ std::int32_t samplesBeforeShift(const ModeVoice& voice, std::int32_t samples) {
     const auto period = static_cast<double>(voice.shiftPeriod());
     const auto start = static_cast<double>(voice.time);
     const double sinceShift = std::fmod(start, period);
+    // Far from it no clock is needed. Each sample is rounded by less than this.
+    const double rounding = 0x1p-23 * (start + 1.0);
+    if (sinceShift + (samples + 1) * (increment + rounding) <= period) {
+        return samples;
+    }
     const SampleClock<float> clock(voice.time, increment, samples);
     const auto isBefore = [&](std::int32_t k) {
         const double time = sinceShift + (static_cast<double>(clock.at(k)) - start);
