@@ -27,6 +27,10 @@ public:
     std::int32_t write(const Entry& entry);
     // Takes the oldest entry into `entry`; returns 1, or 0 when there is none.
     std::int32_t read(Entry& entry);
+    // The entry that is `i`-th to be read, 0 to available() - 1.
+    const Entry& peek(std::int32_t i) const {
+        return entries_[(readIndex_ + i) & (kBufferSize - 1)];
+    }
     // The shortest wait of all entries; the highest integer when there is none.
     std::int32_t shortestWait() const;
     // Takes `samples` off every wait.

@@ -140,21 +140,22 @@ void SynthEngine::runEventPass() {
     } while (taken < events.available());
 }
 
-std::int32_t SynthEngine::runEventPasses(std::int32_t limit) {
-    const std::int32_t quiet = runQuietEventPasses(limit);
-    if (quiet > 0) {
-        return quiet;
-    }
-    runEventPass();
-    return 1 + runQuietEventPasses(limit - 1);
-}
-
 // Up to `limit` passes at once: with no entry due, a pass counts every entry down, turns the full
 // ring once and does no more.
 std::int32_t SynthEngine::runQuietEventPasses(std::int32_t limit) {
     const std::int32_t quiet = std::min(std::max(events.shortestWait(), 1) - 1, limit);
     events.countDown(quiet);
     return quiet;
+}
+
+bool SynthEngine::nextPassIsOfEngineEvents() const {
+    for (std::int32_t i = 0; i < events.available(); ++i) {
+        const EventRing::Entry& entry = events.peek(i);
+        if (entry.framesLeft <= 1 && !isEngineEvent(*entry.event)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace zelvatone

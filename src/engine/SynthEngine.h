@@ -82,12 +82,13 @@ protected:
 
     // One pass over the waiting events, at the start of every sample.
     void runEventPass();
-    // Runs the passes of the coming samples, 1 to `limit`, up to the one before the next that
+    // Runs the passes of the coming samples, 0 to `limit`, up to the one before the next that
     // applies an event; returns for how many samples.
-    std::int32_t runEventPasses(std::int32_t limit);
+    std::int32_t runQuietEventPasses(std::int32_t limit);
+    // Whether the next pass applies nothing but calls of noteOn, noteOff and pitchBend.
+    bool nextPassIsOfEngineEvents() const;
 
 private:
-    std::int32_t runQuietEventPasses(std::int32_t limit);
     void queue(SynthEvent* event, std::int32_t deltaFrames);
 };
 

@@ -24,6 +24,10 @@ protected:
     SynthEngine* engine; // not owned
 };
 
+// Whether `event` is of one of the kinds below, which do nothing but call the engine's noteOn,
+// noteOff or pitchBend.
+bool isEngineEvent(const SynthEvent& event);
+
 class EngineNoteOnEvent final : public SynthEvent {
 public:
     // `velocity`: 1 to 127, as MIDI has it.

@@ -74,7 +74,7 @@ void ZelvatoneEngine::noteOn(std::int32_t note, std::int32_t velocity) {
     const auto slot = voiceNotes.rend() - free - 1;
     const float frequency = noteFrequency[note & 127];
     if (fastRenderer_ != nullptr) {
-        fastRenderer_->startVoice(*voices[slot], frequency);
+        fastRenderer_->startVoice(static_cast<std::int32_t>(slot), frequency);
     } else {
         voices[slot]->start(frequency);
     }
@@ -84,14 +84,21 @@ void ZelvatoneEngine::noteOn(std::int32_t note, std::int32_t velocity) {
 void ZelvatoneEngine::noteOff(std::int32_t note) {
     for (std::int32_t slot = 0; slot < voiceCount; ++slot) {
         if (voiceNotes[slot] == note) {
-            envelopes[slot]->release();
             voiceNotes[slot] = kReleasedSlot;
+            if (fastRenderer_ != nullptr) {
+                fastRenderer_->releaseVoice(slot);
+            } else {
+                envelopes[slot]->release();
+            }
         }
     }
 }
 
 void ZelvatoneEngine::pitchBend(float amount) {
     settings->bendRatio = std::pow(2.0, static_cast<double>(amount));
+    if (fastRenderer_ != nullptr) {
+        fastRenderer_->followBend();
+    }
 }
 
 void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t sampleFrames) {
@@ -123,14 +130,47 @@ void ZelvatoneEngine::renderReference(float* out, std::int32_t samples) {
 void ZelvatoneEngine::renderFast(float* out, std::int32_t samples) {
     fastRenderer_->beginBlock(sampleSeconds());
     std::int32_t done = 0;
+    std::int32_t passes = 0; // event passes that have run for the samples to come
     while (done < samples) {
-        const std::int32_t run = runEventPasses(std::min(samples - done, kRunSamples));
-        if (!fastRenderer_->render(out + done, run)) {
+        const std::int32_t limit = std::min(samples - done, kRunSamples);
+        if (passes == 0) {
+            passes = runQuietEventPasses(limit);
+        }
+        if (passes == 0) {
+            runEventPass();
+            passes = 1;
+        }
+        std::int32_t run = passes;
+        if (fastRenderer_->beginRun(limit)) {
+            run = runEventPassesWithin(passes, limit);
+            fastRenderer_->finishRun(out + done, run);
+        } else {
             std::generate_n(out + done, run,
                             [this] { return renderReferenceSample(slots(), sampleSeconds()); });
         }
         done += run;
+        passes -= run;
     }
+}
+
+// The first `passes` passes of a run of up to `limit` samples have run before it began. Runs the
+// others, as far as the run can take the events, and returns its length.
+std::int32_t ZelvatoneEngine::runEventPassesWithin(std::int32_t& passes, std::int32_t limit) {
+    while (passes < limit) {
+        passes += runQuietEventPasses(limit - passes);
+        if (passes == limit) {
+            break;
+        }
+        if (!nextPassIsOfEngineEvents() || !fastRenderer_->moveTo(passes)) {
+            return passes;
+        }
+        runEventPass();
+        ++passes;
+        if (!fastRenderer_->runIsInRange()) {
+            return passes - 1;
+        }
+    }
+    return limit;
 }
 
 VoiceSlots ZelvatoneEngine::slots() {

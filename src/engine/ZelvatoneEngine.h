@@ -46,6 +46,7 @@ private:
     double sampleSeconds() const { return 1.0 / static_cast<double>(sampleRate); }
     void renderReference(float* out, std::int32_t samples);
     void renderFast(float* out, std::int32_t samples);
+    std::int32_t runEventPassesWithin(std::int32_t& passes, std::int32_t limit);
 
     std::unique_ptr<FastRenderer> fastRenderer_; // null: the reference renderer, sample by sample
 };

@@ -20,14 +20,16 @@ struct ActiveVoice {
     std::int32_t slot;
     ModeVoice* voice;
     ADSR* envelope;
+    // Samples of the run: where the voice begins to sound, and up to where its levels are known. In
+    // the end that is the end of the run or of the note's fade.
+    std::int32_t first, end;
     bool isInRange; // of the fast renderer, for the whole run
+    bool changes;   // whether modes may come or go in this run
     BankTraits traits;
-    bool changes;     // whether modes may come or go in this run
-    std::int32_t end; // where the run or the note's fade ends
     bool isRendered;
-    // By sample of the run.
+    // By sample of the run. An envelope is written in whole runs from any sample on.
     alignas(64) float samples[kVoiceBuffer];
-    alignas(64) float levels[kRunSamples];
+    alignas(64) float levels[2 * kRunSamples];
 };
 
 // Audio thread.
@@ -37,6 +39,8 @@ public:
 
     // Begins a run with the `slots` that are not free.
     void collect(const VoiceSlots& slots);
+    // Returns the voice of `slot`. If it is not among those of the run, it joins them at `sample`.
+    ActiveVoice& join(const VoiceSlots& slots, std::int32_t slot, std::int32_t sample);
 
     std::int32_t count() const { return count_; }
     // In slot order.
@@ -44,6 +48,8 @@ public:
     const ActiveVoice& operator[](std::int32_t i) const { return voices_[order_[i]]; }
 
 private:
+    void enter(const VoiceSlots& slots, std::int32_t slot, std::int32_t sample);
+
     std::int32_t count_ = 0;
     std::array<std::int32_t, kSlots> order_{}; // slots
     std::array<ActiveVoice, kSlots> voices_{}; // by slot

@@ -86,6 +86,19 @@ bool runOneLine(ADSR& envelope, const Clock& clock, std::int32_t samples, float*
 
 } // namespace
 
+std::int32_t ticksBeforeEnd(const ADSR& envelope, double dt, std::int32_t samples) {
+    if (envelope.state != ADSR::kReleased) {
+        return samples;
+    }
+    const Clock clock(envelope.time, dt, samples);
+    const double release = envelope.settings->release;
+    std::int32_t ticks = samples;
+    while (ticks > 0 && !(clock.at(ticks) < release)) {
+        --ticks;
+    }
+    return ticks;
+}
+
 std::int32_t runEnvelope(ADSR& envelope, double dt, std::int32_t samples, float* levels) {
     const Clock clock(envelope.time, dt, samples);
     if (runOneLine(envelope, clock, samples, levels)) {

@@ -30,7 +30,60 @@ FastRenderer::FastRenderer(const ModeKernel& kernel, const VoiceSlots& slots,
       targets_(&settings),
       cycle_(&settings) {}
 
-void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
+void FastRenderer::beginBlock(double dt) {
+    dt_ = dt;
+    settingsAreDerived_ = false; // until there is a voice: a silent block needs none of it
+}
+
+bool FastRenderer::beginRun(std::int32_t samples) {
+    limit_ = samples;
+    slots_.freeFinishedSlots();
+    voices_.collect(slots_);
+    if (voices_.count() == 0) {
+        return true;
+    }
+    updateDerivedSettings();
+    if (!runIsInRange_) {
+        return false;
+    }
+    analyseVoices(samples);
+    return voicesAreInRange();
+}
+
+bool FastRenderer::moveTo(std::int32_t sample) {
+    if (!isWithinRun()) { // the first events of the run
+        if (voices_.count() == 0) {
+            updateDerivedSettings();
+        }
+        lastEvent_ = limit_;
+        for (std::int32_t i = 0; i < voices_.count(); ++i) {
+            limitEvents(voices_[i]);
+        }
+    }
+    if (!runIsInRange_ || sample > lastEvent_) {
+        return false;
+    }
+    sample_ = sample;
+    return true;
+}
+
+void FastRenderer::finishRun(float* out, std::int32_t samples) {
+    if (voices_.count() == 0) {
+        std::fill_n(out, samples, 0.0F);
+    } else {
+        runEnvelopes(samples);
+        if (isWithinRun()) {
+            analyseAgain(samples);
+        }
+        renderVoices(samples);
+        printFailedLookups(scratch_.failures, settings_);
+        mixVoices(out, samples);
+    }
+    sample_ = 0;
+}
+
+void FastRenderer::startVoice(std::int32_t slot, float frequency) {
+    ModeVoice& voice = *slots_.voices[slot];
     if (!isInFastRange(settings_)) {
         voice.start(frequency);
         return;
@@ -38,36 +91,52 @@ void FastRenderer::startVoice(ModeVoice& voice, float frequency) {
     voice.beginNote(frequency);
     targets_.fill(voice, voice.activeCount);
     voice.standOnTargets();
+    if (isWithinRun() && slots_.notes[slot] != kFreeSlot) {
+        join(slot);
+    }
 }
 
-void FastRenderer::beginBlock(double dt) {
-    dt_ = dt;
-    settingsAreDerived_ = false; // until there is a voice: a silent block needs none of it
+void FastRenderer::releaseVoice(std::int32_t slot) {
+    if (!isWithinRun()) {
+        slots_.envelopes[slot]->release();
+        return;
+    }
+    ActiveVoice& active = join(slot);
+    runEnvelope(active, sample_);
+    active.envelope->release();
+    limitEvents(active);
 }
 
-bool FastRenderer::render(float* out, std::int32_t samples) {
-    slots_.freeFinishedSlots();
-    voices_.collect(slots_);
-    if (voices_.count() == 0) {
-        std::fill_n(out, samples, 0.0F);
-        return true;
+void FastRenderer::followBend() {
+    if (isWithinRun()) {
+        runIsInRange_ = runIsInRange_ && isBendInFastRange(settings_.bendRatio);
+        bend_.bend(sample_, radiansPerHz());
     }
-    updateDerivedSettings();
-    if (!settingsAreInRange_) {
-        return false;
-    }
-    analyseVoices(samples);
-    if (!voicesAreInRange()) {
-        return false;
-    }
-    runEnvelopes(samples);
-    renderVoices(samples);
-    printFailedLookups(scratch_.failures, settings_);
-    mixVoices(out, samples);
-    return true;
 }
 
-// Events change the pitch bend between runs, all else changes between blocks.
+// Lets a slot sound from the present sample on, if it does not sound yet.
+ActiveVoice& FastRenderer::join(std::int32_t slot) {
+    ActiveVoice& active = voices_.join(slots_, slot, sample_);
+    if (active.first == sample_) { // modes may enter with what they hold from earlier
+        ModeBank bank = bankOf(*active.voice);
+        bank.count = kMaxModeCount;
+        runIsInRange_ = runIsInRange_ && isInFastRange(*active.voice) &&
+                        isInFastRange(*active.envelope) && kernel_.amplitudesAreInRange(bank);
+    }
+    return active;
+}
+
+// A slot whose fade ends becomes free with the next sample, after that sample's events. Later ones
+// must find it free: they belong to another run.
+void FastRenderer::limitEvents(const ActiveVoice& active) {
+    const std::int32_t left = limit_ - active.end;
+    const std::int32_t ticks = ticksBeforeEnd(*active.envelope, dt_, left);
+    if (ticks < left) {
+        lastEvent_ = std::min(lastEvent_, active.end + ticks + 1);
+    }
+}
+
+// Events change the pitch bend, all else changes between blocks.
 void FastRenderer::updateDerivedSettings() {
     if (!settingsAreDerived_) {
         settingsAreDerived_ = true;
@@ -76,8 +145,13 @@ void FastRenderer::updateDerivedSettings() {
         settingsAreInRange_ =
             cycle_.isReadable() && isInFastRange(settings_) && isInFastRange(envelopeSettings_);
     }
-    bend_.hold(static_cast<float>(2.0 * settings_.secondsPerSample * std::numbers::pi *
-                                  settings_.bendRatio));
+    bend_.hold(radiansPerHz());
+    runIsInRange_ = settingsAreInRange_ && isBendInFastRange(settings_.bendRatio);
+}
+
+float FastRenderer::radiansPerHz() const {
+    return static_cast<float>(2.0 * settings_.secondsPerSample * std::numbers::pi *
+                              settings_.bendRatio);
 }
 
 void FastRenderer::updateConstants() {
@@ -122,12 +196,31 @@ bool FastRenderer::voicesAreInRange() const {
     return true;
 }
 
+// Fills in the levels of `active` up to sample `end` of the run, or to the end of its fade.
+void FastRenderer::runEnvelope(ActiveVoice& active, std::int32_t end) const {
+    if (active.end < end && active.envelope->isActive()) {
+        active.end += zelvatone::runEnvelope(*active.envelope, dt_, end - active.end,
+                                             active.levels + active.end);
+    }
+}
+
 void FastRenderer::runEnvelopes(std::int32_t samples) {
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
         ActiveVoice& active = voices_[i];
-        active.end = runEnvelope(*active.envelope, dt_, samples, active.levels);
-        if (active.end < samples) { // the envelope has ended within the run
+        runEnvelope(active, samples);
+        if (active.end < samples) { // the fade has ended within the run
             slots_.notes[active.slot] = kFreeSlot;
+        }
+    }
+}
+
+// Voices that have joined the run have not been analysed yet, and all others are analysed anew if
+// the pitch has bent.
+void FastRenderer::analyseAgain(std::int32_t samples) {
+    for (std::int32_t i = 0; i < voices_.count(); ++i) {
+        ActiveVoice& active = voices_[i];
+        if (active.first < samples && (active.first > 0 || bend_.phaseAdvance().varies)) {
+            analyse(active, samples - active.first);
         }
     }
 }
@@ -137,9 +230,10 @@ void FastRenderer::runEnvelopes(std::int32_t samples) {
 void FastRenderer::renderVoices(std::int32_t samples) {
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
         ActiveVoice& active = voices_[i];
-        active.isRendered = active.changes || active.end < samples;
+        active.isRendered = active.first == active.end || active.changes || active.end < samples;
         if (active.isRendered) {
-            renderVoice(active.task(), active.end, {kernel_, constants_, scratch_, targets_});
+            renderVoice(active.task(), active.first, active.end,
+                        {kernel_, constants_, scratch_, targets_});
         }
     }
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
@@ -149,25 +243,27 @@ void FastRenderer::renderVoices(std::int32_t samples) {
     }
 }
 
-// Active voice `first` and all that wait like it, as far as they fit.
-void FastRenderer::renderBatch(std::int32_t first, std::int32_t samples) {
+// Active voice `leader` and all that wait like it, as far as they fit.
+void FastRenderer::renderBatch(std::int32_t leader, std::int32_t samples) {
     std::array<Segment, kSlots> segments;
     std::int32_t count = 0;
     std::int32_t lanesLeft = kBatchLanes;
-    for (std::int32_t i = first; i < voices_.count(); ++i) {
+    const BankTraits traits = voices_[leader].traits;
+    const std::int32_t first = voices_[leader].first;
+    for (std::int32_t i = leader; i < voices_.count(); ++i) {
         ActiveVoice& active = voices_[i];
         const std::int32_t lanes =
             (active.voice->activeCount + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
-        if (active.isRendered || !isSame(active.traits, voices_[first].traits) ||
+        if (active.isRendered || active.first != first || !isSame(active.traits, traits) ||
             lanes > lanesLeft) {
             continue;
         }
         lanesLeft -= lanes;
-        segments[count++] = segmentOf(active.task(), 0);
-        advanceClock(*active.voice, samples);
+        segments[count++] = segmentOf(active.task(), first);
+        advanceClock(*active.voice, samples - first);
         active.isRendered = true;
     }
-    kernel_.render(segments.data(), count, samples, voices_[first].traits, constants_, scratch_);
+    kernel_.render(segments.data(), count, samples - first, traits, constants_, scratch_);
 }
 
 void FastRenderer::mixVoices(float* out, std::int32_t samples) {
@@ -175,7 +271,9 @@ void FastRenderer::mixVoices(float* out, std::int32_t samples) {
     alignas(64) std::array<float, kRunSamples> weight{};
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
         const ActiveVoice& active = voices_[i];
-        kernel_.mix(sum.data(), weight.data(), active.samples, active.levels, active.end);
+        const std::int32_t first = active.first;
+        kernel_.mix(sum.data() + first, weight.data() + first, active.samples + first,
+                    active.levels + first, active.end - first);
     }
     alignas(64) std::array<float, kRunSamples> scaled;
     kernel_.finish(scaled.data(), sum.data(), weight.data(), samples);

@@ -1,5 +1,5 @@
-// Renders runs of samples between events, voice after voice instead of sample after sample, on the
-// same voices and envelopes as the reference renderer and with the same bits.
+// Renders runs of samples, voice after voice instead of sample after sample, on the same voices and
+// envelopes as the reference renderer and with the same bits.
 #pragma once
 
 #include "engine/VoiceSettings.h"
@@ -25,28 +25,51 @@ public:
     FastRenderer(const ModeKernel& kernel, const VoiceSlots& slots, const VoiceSettings& settings,
                  const EnvelopeSettings& envelopeSettings);
 
-    // Begins a note of `frequency` Hz in `voice`.
-    void startVoice(ModeVoice& voice, float frequency);
-
     // To be called when the settings may have changed. `dt`: the length of a sample in seconds.
     void beginBlock(double dt);
-    // Writes the next `samples` samples (1..kRunSamples) to `out`; in these no event acts. Returns
-    // false, with nothing done, if some value among settings and voices is outside the input
-    // range: the reference renderer must render them.
-    bool render(float* out, std::int32_t samples);
+
+    // Begins a run of up to `samples` samples (1..kRunSamples), after the events at the first of
+    // them. Returns false if some value among settings and voices is outside the input range: the
+    // reference renderer must render instead.
+    bool beginRun(std::int32_t samples);
+    // Moves on to `sample` of the run, at which events are to act. Returns false if the run has to
+    // end before that sample, with none of them applied yet.
+    bool moveTo(std::int32_t sample);
+    // Whether the run can go on after these events. If not, it has to end before their sample.
+    bool runIsInRange() const { return runIsInRange_; }
+    // Ends the run after `samples` samples and writes them to `out`.
+    void finishRun(float* out, std::int32_t samples);
+
+    // What events do, between runs or at the sample of the run moved to last.
+
+    // Starts the voice of `slot`, whose note has been noted, at `frequency` Hz. The envelope is
+    // triggered by the caller.
+    void startVoice(std::int32_t slot, float frequency);
+    // Releases the envelope of `slot`, whose note has been noted.
+    void releaseVoice(std::int32_t slot);
+    // Follows the settings' new pitch bend.
+    void followBend();
 
 private:
+    bool isWithinRun() const { return sample_ > 0; }
     void updateDerivedSettings();
     void updateConstants();
+    float radiansPerHz() const;
     void analyseVoices(std::int32_t samples);
     void analyse(ActiveVoice& active, std::int32_t samples) const;
     bool voicesAreInRange() const;
+    ActiveVoice& join(std::int32_t slot);
+    void limitEvents(const ActiveVoice& active);
+    void runEnvelope(ActiveVoice& active, std::int32_t end) const;
     void runEnvelopes(std::int32_t samples);
+    void analyseAgain(std::int32_t samples);
     void renderVoices(std::int32_t samples);
-    void renderBatch(std::int32_t first, std::int32_t samples);
+    void renderBatch(std::int32_t leader, std::int32_t samples);
     void mixVoices(float* out, std::int32_t samples);
 
+    // The two large ones, on boundaries of vectors.
     KernelScratch scratch_;
+    ActiveVoices voices_;
     const ModeKernel& kernel_;
     const VoiceSlots slots_;
     const VoiceSettings& settings_;
@@ -60,7 +83,11 @@ private:
     BlockConstants constants_{};
     BendLine bend_;
     DropFactors dropFactors_;
-    ActiveVoices voices_; // of the run that is being rendered
+    // The run, whose voices are voices_.
+    std::int32_t limit_ = 0;     // the most samples that it can have
+    std::int32_t sample_ = 0;    // moved to; 0: outside a run, or at its beginning
+    std::int32_t lastEvent_ = 0; // the last sample at which events may act
+    bool runIsInRange_ = false;
 };
 
 } // namespace zelvatone

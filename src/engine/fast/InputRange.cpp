@@ -61,7 +61,7 @@ constexpr double kLargestGain = 1.0e6;
 bool isInFastRange(const VoiceSettings& settings) {
     const double blendSamples = settings.blendSeconds / settings.secondsPerSample;
     return isWithin(settings.secondsPerSample, kShortestSample, kLongestSample) &&
-           isWithin(settings.bendRatio, kLowestBend, kHighestBend) &&
+           isBendInFastRange(settings.bendRatio) &&
            isWithin(blendSamples, kShortestBlend, kLongestBlend) &&
            isWithin(settings.exitPeel, kLargestPeel) &&
            isWithin(settings.dropFactor, kLowestDrop, kHighestDrop) &&
@@ -70,6 +70,10 @@ bool isInFastRange(const VoiceSettings& settings) {
            isWithin(settings.jitterHz, kLargestJitter) &&
            isWithin(settings.detune, kLowestDetune, kHighestDetune) &&
            isWithin(settings.primePower, kLargestPower);
+}
+
+bool isBendInFastRange(double ratio) {
+    return isWithin(ratio, kLowestBend, kHighestBend);
 }
 
 bool isInFastRange(const EnvelopeSettings& settings) {

@@ -15,6 +15,8 @@ namespace zelvatone {
 
 // Audio thread, all of them.
 bool isInFastRange(const VoiceSettings& settings);
+// The pitch bend alone, which changes within a block.
+bool isBendInFastRange(double ratio);
 bool isInFastRange(const EnvelopeSettings& settings);
 // The arrays of the modes are looked at by the kernel.
 bool isInFastRange(const ModeVoice& voice);

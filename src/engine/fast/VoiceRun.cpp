@@ -121,16 +121,17 @@ void advanceClock(ModeVoice& voice, std::int32_t samples) {
     voice.time = clock.at(samples);
 }
 
-void renderVoice(const VoiceTask& task, std::int32_t samples, const RunTools& tools) {
-    std::int32_t done = 0;
-    while (done < samples) {
-        const std::int32_t quiet = samplesBeforeChange(task.voice, samples - done);
+void renderVoice(const VoiceTask& task, std::int32_t first, std::int32_t end,
+                 const RunTools& tools) {
+    std::int32_t sample = first;
+    while (sample < end) {
+        const std::int32_t quiet = samplesBeforeChange(task.voice, end - sample);
         if (quiet > 0) {
-            renderSegment(task, done, quiet, tools);
-            done += quiet;
+            renderSegment(task, sample, quiet, tools);
+            sample += quiet;
         } else {
-            tickVoice(task, done, tools);
-            ++done;
+            tickVoice(task, sample, tools);
+            ++sample;
         }
     }
 }

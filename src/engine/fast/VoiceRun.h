@@ -43,7 +43,8 @@ std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples);
 // Moves the clock of `voice` on by `samples`, 1..kRunSamples.
 void advanceClock(ModeVoice& voice, std::int32_t samples);
 
-// Renders `samples` samples (1..kRunSamples) of a voice in the fast range.
-void renderVoice(const VoiceTask& task, std::int32_t samples, const RunTools& tools);
+// Renders samples `first` to `end` - 1 of the run for a voice in the fast range.
+void renderVoice(const VoiceTask& task, std::int32_t first, std::int32_t end,
+                 const RunTools& tools);
 
 } // namespace zelvatone
