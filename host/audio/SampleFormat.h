@@ -8,7 +8,7 @@ namespace zelvatone {
 
 // Writes each of `samples` (full scale 1.0) as a whole number of `bits` bits, 16 or 24, to the
 // upper bits of the same place in `numbers`. What lies outside the format's range becomes the
-// nearest number inside. Answers how many samples did.
+// nearest number inside. Returns how many samples did.
 std::int64_t quantise(std::span<const float> samples, int bits, std::span<std::int32_t> numbers);
 
 } // namespace zelvatone

@@ -40,7 +40,7 @@ int openNameless(const fs::path& folder, mode_t mode) {
     return open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
 }
 
-// Whoever could read or write the old file can do so with the new one, and nobody else. Where the
+// Users who could read or write the old file can do so with the new one, and no others. Where the
 // group is not this user's to give, the new file's group gets what all others have.
 void takeOver(int descriptor, const struct stat& old) {
     mode_t mode = old.st_mode & kPermissions;

@@ -24,7 +24,7 @@ public:
     bool atEnd() const { return bytes_.empty(); }
     std::size_t remaining() const { return bytes_.size(); }
 
-    // Each takes what it answers. Throws CutShort when fewer bytes are left.
+    // Each takes what it returns. Throws CutShort when fewer bytes are left.
     std::uint8_t byte();
     std::uint16_t number16();
     std::uint32_t number32();

@@ -18,7 +18,7 @@ bool isStatus(std::uint8_t byte) {
     return byte >= 0x80;
 }
 
-// Data bytes behind the status of a channel message: program change (0xC0) and channel pressure
+// Data bytes after the status of a channel message: program change (0xC0) and channel pressure
 // (0xD0) have one, all others two.
 int dataBytesOf(std::uint8_t status) {
     const unsigned kind = status & 0xF0U;

@@ -23,7 +23,7 @@ public:
     std::size_t wholeBytes() const { return wholeBytes_; }
     // Whether the track has said that it ends.
     bool hasEnded() const { return ended_; }
-    // Of the message, or behind the last one of the end of the track; from the start of the file.
+    // Of the message, or after the last one of the end of the track; from the start of the file.
     std::int64_t tick() const { return tick_; }
     // The message, until the next one is read. Channel messages carry their status (running status
     // is resolved); a system exclusive message is whole, 0xF0 to 0xF7; a meta event is 0xFF, its

@@ -23,7 +23,7 @@ struct SongEvent {
     std::uint32_t exclusive = 0;         // the number of an exclusive message in the song
 };
 
-// Exclusive messages one behind the other.
+// Exclusive messages one after the other.
 class ExclusiveMessages {
 public:
     // Returns the number of the new message, from 0.
@@ -32,7 +32,7 @@ public:
 
 private:
     std::vector<std::uint8_t> bytes_;
-    std::vector<std::uint32_t> ends_; // behind each message
+    std::vector<std::uint32_t> ends_; // after each message
 };
 
 struct Song {

@@ -20,7 +20,7 @@ public:
     // tick the last one holds.
     TempoMap(double ticksPerQuarter, const std::vector<Change>& changes);
 
-    // Position of a tick from 0 on, also behind the last change.
+    // Position of a tick from 0 on, also after the last change.
     double secondsAtTick(std::int64_t tick) const;
     // Position of a time from 0 s on, in quarter notes from the start.
     double quartersAtSeconds(double seconds) const;

@@ -19,7 +19,7 @@ public:
     // `file` outlives the merger.
     explicit TrackMerger(const MidiFile& file);
 
-    // Goes to the next message; false behind the last one.
+    // Goes to the next message; false after the last one.
     bool next();
     std::int64_t tick() const { return parsers_[current_].tick(); }
     // Until the next one is read; see MidiTrackParser.

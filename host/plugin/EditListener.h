@@ -4,7 +4,7 @@
 namespace zelvatone {
 
 // Plug-ins call from any thread; ours from the one that gives its editor turns. Nothing may be
-// thrown: the plug-in is between the caller and whoever could catch it.
+// thrown: the plug-in is between the caller and the code that could catch it.
 class EditListener {
 public:
     EditListener() = default;

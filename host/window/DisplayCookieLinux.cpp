@@ -14,7 +14,7 @@ namespace zelvatone {
 
 namespace {
 
-// Numbers stand with their highest byte first, texts behind their length.
+// Numbers stand with their highest byte first, texts after their length.
 void append(std::string& bytes, std::size_t number) {
     bytes += static_cast<char>(number >> 8U);
     bytes += static_cast<char>(number);

@@ -20,7 +20,7 @@ namespace zelvatone {
 
 namespace {
 
-// What a shell answers for a command that it does not find.
+// What a shell returns for a command that it does not find.
 constexpr int kNotInstalled = 127;
 
 // Of our own server; one display at a time.

@@ -31,7 +31,7 @@ using Connection = std::unique_ptr<xcb_connection_t, ConnectionDeleter>;
 Connection connect() {
     Connection connection(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(connection.get()) != 0) {
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody changes the environment.
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): no thread changes the environment.
         const char* display = std::getenv("DISPLAY");
         throw InputError(display == nullptr || *display == '\0'
                              ? std::string("there is no display to open the editor on: DISPLAY is "

@@ -91,7 +91,7 @@ TEST(OutputFile, RefusesAnotherUsersLinkInAFolderForAll) {
     std::filesystem::create_symlink("letter", folder / "out.wav");
     constexpr uid_t kAnotherUser = 12345;
     ASSERT_EQ(lchown((folder / "out.wav").c_str(), kAnotherUser, kAnotherUser), 0);
-    EXPECT_NO_THROW(OutputFile(folder / "out.wav")); // nobody else can have put it there
+    EXPECT_NO_THROW(OutputFile(folder / "out.wav")); // no other user can have put it there
     chmod(folder.path().c_str(), 01777);
     try {
         OutputFile file(folder / "out.wav");

@@ -1,4 +1,4 @@
-"""What the built files promise to whoever runs them, read from the files themselves."""
+"""What the built files promise to their users, read from the files themselves."""
 
 import os
 import re

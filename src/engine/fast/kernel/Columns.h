@@ -21,7 +21,7 @@ static_assert(KernelScratch::kMostIdleVectors == kWideGroup - 1);
 // Elements of one column in each array of the scratch.
 constexpr std::int32_t kColumnSize = kChunkSamples * kLanes;
 
-// Stores what next() answers for the samples of one quad.
+// Stores what next() returns for the samples of one quad.
 template<class Vector, class Element, class Next>
 ZELVATONE_INLINE void storeQuad(Element* to, Next next) {
     Vector rows[kQuad];
