@@ -8,6 +8,9 @@
 namespace zelvatone {
 
 void printFailedLookups(FailedLookups& failures, const VoiceSettings& settings) {
+    if (failures.count == 0) {
+        return;
+    }
     const auto place = [](const FailedLookup& f) { return std::tie(f.sample, f.slot, f.mode); };
     std::sort(failures.list, failures.list + failures.count,
               [&](const auto& a, const auto& b) { return place(a) < place(b); });

@@ -19,33 +19,19 @@ public:
     // `start` and `increment` in seconds, `increment` above zero; `samples` (1..kRunSamples): how
     // far it will be read.
     SampleClock(Time start, double increment, std::int32_t samples) {
-        std::int32_t first = 0;
-        while (first <= samples && stretchCount_ < kMostStretches) {
-            const Stretch stretch = stretchFrom(first, start, increment, samples);
-            if (stretch.last < first) {
-                break;
-            }
-            stretches_[stretchCount_++] = stretch;
-            start = after(stretch.at(stretch.last), increment);
-            first = stretch.last + 1;
-        }
-        countedFrom_ = first;
-        for (; first <= samples; ++first) {
-            counted_[first] = start;
-            start = after(start, increment);
+        stretches_[0] = stretchFrom(0, start, increment, samples);
+        if (stretches_[0].last < samples) {
+            addStretches(start, increment, samples);
         }
     }
 
     // The time after `samples` more samples, 0 to the number given to the constructor.
     Time at(std::int32_t samples) const {
-        if (samples >= countedFrom_) {
-            return counted_[samples];
-        }
         std::int32_t i = 0;
-        while (stretches_[i].last < samples) {
+        while (i < stretchCount_ && stretches_[i].last < samples) {
             ++i;
         }
-        return stretches_[i].at(samples);
+        return i < stretchCount_ ? stretches_[i].at(samples) : counted_[samples];
     }
 
     // Writes the times after 1, 2 and so on to `samples` samples to `times`.
@@ -105,6 +91,26 @@ private:
         return stretch;
     }
 
+    // The stretches after the first, which may be none if its steps are not uniform, and the
+    // samples after them.
+    [[gnu::noinline]] void addStretches(Time start, double increment, std::int32_t samples) {
+        stretchCount_ = 0;
+        std::int32_t first = 0;
+        while (first <= samples && stretchCount_ < kMostStretches) {
+            const Stretch stretch = stretchFrom(first, start, increment, samples);
+            if (stretch.last < first) {
+                break;
+            }
+            stretches_[stretchCount_++] = stretch;
+            start = after(stretch.at(stretch.last), increment);
+            first = stretch.last + 1;
+        }
+        for (; first <= samples; ++first) {
+            counted_[first] = start;
+            start = after(start, increment);
+        }
+    }
+
     static std::int32_t lastInOnePower(const Stretch& stretch, std::int32_t samples) {
         if (stretch.isInOnePower(samples)) {
             return samples;
@@ -125,10 +131,9 @@ private:
         return std::bit_cast<std::uint64_t>(value) >> kExponentBit;
     }
 
-    std::int32_t stretchCount_ = 0;
-    std::int32_t countedFrom_ = 0;
+    std::int32_t stretchCount_ = 1;
     std::array<Stretch, kMostStretches> stretches_;
-    std::array<Time, kRunSamples + 1> counted_; // from countedFrom_ on
+    std::array<Time, kRunSamples + 1> counted_; // after the last stretch
 };
 
 } // namespace zelvatone
