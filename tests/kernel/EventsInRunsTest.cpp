@@ -34,7 +34,10 @@ public:
     // Lets `action` happen to this engine where an event of another kind would.
     void at(std::int32_t offset, const std::function<void(ZelvatoneEngine&)>& action) {
         actions_.push_back(std::make_unique<std::function<void()>>([=, this] { action(engine); }));
-        engine.events.write({offset, new test::CallbackEvent(actions_.back().get())});
+        auto* event = new test::CallbackEvent(actions_.back().get());
+        if (engine.events.write({offset, event}) == 0) { // a full ring: lost, as any other event
+            SynthEvent::destroy(event);
+        }
     }
 
     ZelvatoneEngine engine;
