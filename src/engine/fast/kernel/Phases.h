@@ -169,13 +169,14 @@ struct PhaseLanes {
         frequencies.write(active, column);
     }
 
-    const BlockConstants* constants;
+    // Vectors first: they lie on boundaries of their own size.
     Ints active;
     Floats phase, turning; // radians, radians a sample
+    Ints failed;           // lanes whose look-up has failed at some sample
     FrequencyLanes<motion> frequencies;
-    PhaseWrapper<wrap> wrapper;
-    Ints failed; // lanes whose look-up has failed at some sample
+    const BlockConstants* constants;
     float entriesPerRadian;
+    PhaseWrapper<wrap> wrapper;
 };
 
 } // namespace
