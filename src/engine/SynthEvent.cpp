@@ -19,15 +19,15 @@ bool isEngineEvent(const SynthEvent& event) {
 }
 
 void EngineNoteOnEvent::apply() {
-    engine->noteOn(note_, velocity_);
+    engine_->noteOn(note_, velocity_);
 }
 
 void EngineNoteOffEvent::apply() {
-    engine->noteOff(note_);
+    engine_->noteOff(note_);
 }
 
 void EnginePitchBendEvent::apply() {
-    engine->pitchBend(amount_);
+    engine_->pitchBend(amount_);
 }
 
 } // namespace zelvatone

@@ -18,10 +18,10 @@ public:
     static void destroy(SynthEvent* event);
 
 protected:
-    explicit SynthEvent(SynthEngine* engine) : engine(engine) {}
+    explicit SynthEvent(SynthEngine* engine) : engine_(engine) {}
     ~SynthEvent() = default;
 
-    SynthEngine* engine; // not owned
+    SynthEngine* engine_; // not owned
 };
 
 // Whether `event` is of one of the kinds below, which do nothing but call the engine's noteOn,

@@ -13,7 +13,7 @@ AEffGUIEditor::AEffGUIEditor(void* pEffect) : AEffEditor(static_cast<AudioEffect
 void AEffGUIEditor::setParameter(VstInt32 /*index*/, float /*value*/) {}
 
 bool AEffGUIEditor::getRect(ERect** ppErect) {
-    *ppErect = &rect;
+    *ppErect = &rect_;
     return true;
 }
 

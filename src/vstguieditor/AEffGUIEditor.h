@@ -15,7 +15,7 @@ public:
     explicit AEffGUIEditor(void* pEffect);
 
     void setParameter(VstInt32 index, float value) override;
-    // Gives the address of `rect`, which the derived class fills.
+    // Gives the address of `rect_`, which the derived class fills.
     bool getRect(ERect** ppErect) override;
     bool open(void* ptr) override;
     // Lets the frame handle what came in, and draw.
@@ -43,7 +43,7 @@ public:
     void endEdit(std::int32_t index) override;
 
 protected:
-    ERect rect{};
+    ERect rect_{};
 
 private:
     AudioEffectX& effectX() const;

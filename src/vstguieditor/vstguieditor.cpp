@@ -60,11 +60,11 @@ VSTGuiEditor::~VSTGuiEditor() {
 }
 
 bool VSTGuiEditor::getRect(ERect** ppErect) {
-    rect.top = static_cast<std::int16_t>(editorRect_.top);
-    rect.left = static_cast<std::int16_t>(editorRect_.left);
-    rect.bottom = static_cast<std::int16_t>(editorRect_.bottom);
-    rect.right = static_cast<std::int16_t>(editorRect_.right);
-    *ppErect = &rect;
+    rect_.top = static_cast<std::int16_t>(editorRect_.top);
+    rect_.left = static_cast<std::int16_t>(editorRect_.left);
+    rect_.bottom = static_cast<std::int16_t>(editorRect_.bottom);
+    rect_.right = static_cast<std::int16_t>(editorRect_.right);
+    *ppErect = &rect_;
     return true;
 }
 
