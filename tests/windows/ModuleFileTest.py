@@ -11,6 +11,7 @@ HOST = os.environ["ZELVATONE_EXE"]
 
 # Part of every Windows since 7.
 OF_WINDOWS = {
+    "advapi32.dll",  # random numbers, for the canaries of the stack
     "gdi32.dll",
     "gdiplus.dll",
     "kernel32.dll",
