@@ -7,9 +7,9 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
-#include <utility>
 
 namespace zelvatone::test {
 namespace {
@@ -24,7 +24,7 @@ constexpr double kBarRounding = 2e-6; // quarters: 1e-9 of 255 whole notes, doub
 
 std::optional<Song> songOf(std::span<const std::uint8_t> bytes) {
     try {
-        return makeSong(parseMidiFile(bytes));
+        return makeSong(parseMidiFile({bytes.begin(), bytes.end()}));
     } catch (const InputError&) {
         return std::nullopt;
     }
@@ -60,14 +60,20 @@ VstInt32 checkBlock(const VstEvents& events) {
     return events.numEvents;
 }
 
-void checkBlocks(const Song& song) {
+std::size_t countEventsBefore(const Song& song, std::int64_t end) {
+    std::size_t count = 0;
     EventSchedule schedule = scheduleEvents(song, kRate);
-    const auto blocks = static_cast<int>(kPlayedSeconds * kRate) / kBlock;
-    std::size_t expected = 0;
-    while (expected < schedule.size() && schedule[expected].frame < blocks * kBlock) {
-        ++expected;
+    while (!schedule.atEnd() && schedule.frame() < end) {
+        ++count;
+        schedule.advance();
     }
-    BlockEvents events(std::move(schedule), kBlock);
+    return count;
+}
+
+void checkBlocks(const Song& song) {
+    const auto blocks = static_cast<int>(kPlayedSeconds * kRate) / kBlock;
+    const std::size_t expected = countEventsBefore(song, std::int64_t{blocks} * kBlock);
+    BlockEvents events(scheduleEvents(song, kRate), kBlock);
     std::size_t played = 0;
     for (int block = 0; block < blocks; ++block) {
         if (const VstEvents* list = events.next()) {
