@@ -76,10 +76,10 @@ std::string NameLookup::severalError(std::string_view wanted, const std::vector<
 
 std::string NameLookup::noneError(std::string_view wanted) const {
     if (names_.empty()) {
-        return formatText("there is no {} '{}': the plug-in has none", kind_.word, wanted);
+        return formatText("unknown {} '{}': the plug-in has none", kind_.word, wanted);
     }
     if (wholeNumber(wanted)) {
-        return formatText("there is no {} {}; they are 0 to {}", kind_.word, wanted,
+        return formatText("unknown {} {}; the numbers are 0 to {}", kind_.word, wanted,
                           names_.size() - 1);
     }
     std::vector<std::string> nearest = nearestNames(names_, wanted, kNearestNamed);

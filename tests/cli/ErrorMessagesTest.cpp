@@ -95,7 +95,8 @@ TEST_F(ErrorMessage, NamesABadPlugIn) {
 TEST_F(ErrorMessage, NamesABadParameterOrValue) {
     expectRenderMessage("song.mid", {"--set", "Levle=0.5"}, 1,
                         "unknown parameter 'Levle'; did you mean 'Level'?");
-    expectRenderMessage("song.mid", {"--set", "3=0.5"}, 1, "no parameter 3; they are 0 to 2");
+    expectRenderMessage("song.mid", {"--set", "3=0.5"}, 1,
+                        "unknown parameter 3; the numbers are 0 to 2");
     for (const char* value : {"1.01", "-0.1", "nan", "inf", "", "0,5", "half"}) {
         expectRenderMessage("song.mid", {"--set", std::string("Level=") + value}, 2,
                             "--set takes values from 0 to 1");

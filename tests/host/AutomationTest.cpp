@@ -79,7 +79,7 @@ TEST(Automation, SaysWhichLineIsNoGood) {
     EXPECT_THAT(errorOf("1;Level;0"), HasSubstr("not 1"));
     EXPECT_THAT(errorOf("1,Level,0,5"), HasSubstr("not 4"));
     EXPECT_EQ(errorOf("1,Lvel,0"), "1: unknown parameter 'Lvel'; did you mean 'Level'?");
-    EXPECT_THAT(errorOf("1,3,0"), HasSubstr("1: there is no parameter 3"));
+    EXPECT_THAT(errorOf("1,3,0"), HasSubstr("1: unknown parameter 3"));
     EXPECT_THAT(errorOf("1,\"Level,0"), HasSubstr("1: quotes around only a part"));
 }
 

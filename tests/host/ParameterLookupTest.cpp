@@ -11,7 +11,7 @@ namespace {
 // NameLookupTest's.
 const std::vector<std::string> kNames{"Mode Shi", "Shift In", "Modes", "Attack", "Release", "7"};
 
-std::string answerFor(const std::string& wanted) {
+std::string resultOf(const std::string& wanted) {
     try {
         return std::to_string(findParameter(kNames, wanted));
     } catch (const InputError& error) {
@@ -20,19 +20,19 @@ std::string answerFor(const std::string& wanted) {
 }
 
 TEST(ParameterLookup, FindsAWholeNameThatThePlugInHasCut) {
-    EXPECT_EQ(answerFor("Shift Interval"), "1");
-    EXPECT_EQ(answerFor("mode shift"), "0");
+    EXPECT_EQ(resultOf("Shift Interval"), "1");
+    EXPECT_EQ(resultOf("mode shift"), "0");
 }
 
 TEST(ParameterLookup, FindsANumberAndANameBeforeIt) {
-    EXPECT_EQ(answerFor("4"), "4");
-    EXPECT_EQ(answerFor("7"), "5"); // a name, though there is no parameter 7
+    EXPECT_EQ(resultOf("4"), "4");
+    EXPECT_EQ(resultOf("7"), "5"); // a name, though there is no parameter 7
 }
 
 TEST(ParameterLookup, SpeaksOfParameters) {
-    EXPECT_EQ(answerFor("6"), "there is no parameter 6; they are 0 to 5");
-    EXPECT_EQ(answerFor("Atack"), "unknown parameter 'Atack'; did you mean 'Attack'?");
-    EXPECT_EQ(answerFor("xyzzy"), "unknown parameter 'xyzzy'; 'zelvatone params' lists them");
+    EXPECT_EQ(resultOf("6"), "unknown parameter 6; the numbers are 0 to 5");
+    EXPECT_EQ(resultOf("Atack"), "unknown parameter 'Atack'; did you mean 'Attack'?");
+    EXPECT_EQ(resultOf("xyzzy"), "unknown parameter 'xyzzy'; 'zelvatone params' lists them");
 }
 
 } // namespace

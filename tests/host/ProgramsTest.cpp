@@ -15,7 +15,7 @@ using nlohmann::json;
 using ::testing::ElementsAre;
 
 // How names are found in general is NameLookupTest's.
-std::string answerFor(const std::string& wanted) {
+std::string resultOf(const std::string& wanted) {
     try {
         return std::to_string(findProgram({"Default", "Sleep Walker", "Sleepy"}, wanted));
     } catch (const InputError& error) {
@@ -24,10 +24,10 @@ std::string answerFor(const std::string& wanted) {
 }
 
 TEST(ProgramLookup, SpeaksOfPrograms) {
-    EXPECT_EQ(answerFor("sleepy"), "2");
-    EXPECT_EQ(answerFor("3"), "there is no program 3; they are 0 to 2");
-    EXPECT_EQ(answerFor("sleep"), "program 'sleep' could be 'Sleep Walker' (1) or 'Sleepy' (2)");
-    EXPECT_EQ(answerFor("xyzzy"), "unknown program 'xyzzy'; 'zelvatone programs' lists them");
+    EXPECT_EQ(resultOf("sleepy"), "2");
+    EXPECT_EQ(resultOf("3"), "unknown program 3; the numbers are 0 to 2");
+    EXPECT_EQ(resultOf("sleep"), "program 'sleep' could be 'Sleep Walker' (1) or 'Sleepy' (2)");
+    EXPECT_EQ(resultOf("xyzzy"), "unknown program 'xyzzy'; 'zelvatone programs' lists them");
 }
 
 TEST(Programs, AreNamedByAPlugInThatTellsTheCurrentNameOnly) {

@@ -160,7 +160,7 @@ TEST_P(EventsInRuns, BendAllNotesAtOnce) {
     }
 }
 
-// Bends that no wheel can send turn the phases into what is no number.
+// A MIDI pitch bend is always finite. Infinite and NaN bends, sent past MIDI, make phases NaN.
 TEST_P(EventsInRuns, TakeAnyBend) {
     begin(48000.0F, 0);
     both([](ZelvatoneEngine& engine) { engine.noteOn(60, 100); });
