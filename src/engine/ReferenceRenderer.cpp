@@ -7,10 +7,10 @@
 namespace zelvatone {
 
 float renderReferenceSample(const VoiceSlots& slots, double dt) {
-    slots.freeFinishedSlots();
     float sum = 0.0F;
     float weight = 0.0F;
     for (std::int32_t slot = 0; slot < slots.count(); ++slot) {
+        slots.freeIfFinished(slot);
         if (slots.notes[slot] == kFreeSlot) {
             continue;
         }

@@ -1,13 +1,14 @@
 // The voice slots, as the renderers see them.
 #pragma once
 
+#include "engine/ADSR.h"
+
 #include <cstdint>
 #include <memory>
 #include <span>
 
 namespace zelvatone {
 
-class ADSR;
 class ModeVoice;
 
 // States of a slot besides the number of the note that holds it.
@@ -19,8 +20,12 @@ constexpr std::int32_t kReleasedSlot = -2; // fading out
 struct VoiceSlots {
     std::int32_t count() const { return static_cast<std::int32_t>(notes.size()); }
 
-    // Frees the slots whose note has faded. For the beginning of a sample, after its events.
-    void freeFinishedSlots() const;
+    // Frees `slot` if its note has faded. For the beginning of a sample, after its events.
+    void freeIfFinished(std::int32_t slot) const {
+        if (notes[slot] != kFreeSlot && !envelopes[slot]->isActive()) {
+            notes[slot] = kFreeSlot;
+        }
+    }
 
     std::span<std::int32_t> notes; // kFreeSlot, kReleasedSlot or a note
     std::span<const std::unique_ptr<ModeVoice>> voices;

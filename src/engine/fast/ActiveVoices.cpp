@@ -7,6 +7,7 @@ namespace zelvatone {
 void ActiveVoices::collect(const VoiceSlots& slots) {
     count_ = 0;
     for (std::int32_t slot = 0; slot < kSlots; ++slot) {
+        slots.freeIfFinished(slot);
         if (slots.notes[slot] != kFreeSlot) {
             order_[count_++] = slot;
             enter(slots, slot, 0);

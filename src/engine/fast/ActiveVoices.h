@@ -37,7 +37,7 @@ class ActiveVoices {
 public:
     static constexpr std::int32_t kSlots = 32;
 
-    // Begins a run with the `slots` that are not free.
+    // Begins a run with the `slots` that are not free, after freeing those whose note has faded.
     void collect(const VoiceSlots& slots);
     // Returns the voice of `slot`. If it is not among those of the run, it joins them at `sample`.
     ActiveVoice& join(const VoiceSlots& slots, std::int32_t slot, std::int32_t sample);

@@ -37,7 +37,6 @@ void FastRenderer::beginBlock(double dt) {
 
 bool FastRenderer::beginRun(std::int32_t samples) {
     limit_ = samples;
-    slots_.freeFinishedSlots();
     voices_.collect(slots_);
     if (voices_.count() == 0) {
         return true;
