@@ -70,6 +70,15 @@ void ModeVoice::start(float frequency) {
     standOnTargets();
 }
 
+void ModeVoice::forgetLastNote() {
+    activeCount = 0;
+    targetCount = 0;
+    // What standOnTargets leaves.
+    for (ModeArray* array : {&ampStep, &freqStep, &targetAmp, &targetFreq}) {
+        std::fill(array->begin(), array->end(), 0.0F);
+    }
+}
+
 void ModeVoice::beginNote(float frequency) {
     time = 0.0F;
     baseFreq = frequency;

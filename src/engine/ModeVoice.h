@@ -21,6 +21,8 @@ public:
 
     // Begins a note at `frequency` Hz: the modes stand on their targets at once, every phase at 0.
     void start(float frequency);
+    // Leaves nothing of earlier notes: the next one sounds as in a new voice.
+    void forgetLastNote();
     // Returns this sample and moves the bank on by one sample.
     float tick();
 

@@ -38,6 +38,10 @@ SynthEngine::SynthEngine(std::int32_t voiceCount, const SynthIdentity& identity)
       voiceCount(voiceCount) {}
 
 SynthEngine::~SynthEngine() {
+    discardEvents();
+}
+
+void SynthEngine::discardEvents() {
     EventRing::Entry entry{};
     while (events.read(entry) != 0) {
         SynthEvent::destroy(entry.event);

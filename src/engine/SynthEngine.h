@@ -77,7 +77,7 @@ public:
 
 protected:
     SynthEngine(std::int32_t voiceCount, const SynthIdentity& identity);
-    // Destroys the events that still wait, without applying them.
+    // Discards the events that still wait.
     ~SynthEngine();
 
     // One pass over the waiting events, at the start of every sample.
@@ -87,6 +87,8 @@ protected:
     std::int32_t runQuietEventPasses(std::int32_t limit);
     // Whether the next pass applies nothing but calls of noteOn, noteOff and pitchBend.
     bool nextPassIsOfEngineEvents() const;
+    // Destroys the events that still wait, without applying them.
+    void discardEvents();
 
 private:
     void queue(SynthEvent* event, std::int32_t deltaFrames);

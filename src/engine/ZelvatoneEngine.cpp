@@ -5,7 +5,6 @@
 #include "engine/WaveTable.h"
 #include "engine/fast/FastRenderer.h"
 #include "params/FactoryPrograms.h"
-#include "params/ParameterTable.h"
 #include "params/SharedValue.h"
 
 #include <algorithm>
@@ -36,9 +35,7 @@ ZelvatoneEngine::ZelvatoneEngine(Renderer renderer)
       shaper(std::make_unique<PolyShaper>()),
       settings(std::make_unique<VoiceSettings>()),
       envelopeSettings(std::make_unique<EnvelopeSettings>()) {
-    programs.push_back(makeDefaultProgram());
-    programs.front().name = "Default";
-    buildFactoryPrograms(programs);
+    programs = makeFactoryBank();
     currentProgram = &programs.front();
 
     double frequency = kLowestNoteHz;
@@ -99,6 +96,23 @@ void ZelvatoneEngine::pitchBend(float amount) {
     if (fastRenderer_ != nullptr) {
         fastRenderer_->followBend();
     }
+}
+
+void ZelvatoneEngine::stopSound() {
+    discardEvents();
+    std::fill(voiceNotes.begin(), voiceNotes.end(), kFreeSlot);
+    for (const auto& envelope : envelopes) {
+        *envelope = ADSR(envelopeSettings.get());
+    }
+    for (const auto& voice : voices) {
+        voice->forgetLastNote();
+    }
+}
+
+bool ZelvatoneEngine::isSilent() const {
+    return events.available() == 0 &&
+           std::none_of(envelopes.begin(), envelopes.end(),
+                        [](const auto& envelope) { return envelope->isActive(); });
 }
 
 void ZelvatoneEngine::render(float** /*inputs*/, float** outputs, std::int32_t sampleFrames) {

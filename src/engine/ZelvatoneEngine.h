@@ -34,6 +34,13 @@ public:
     void noteOff(std::int32_t note) override;
     void pitchBend(float amount) override;
 
+    // Ends all notes without their releases and discards waiting events: what is played next sounds
+    // as it does on a new engine with the same settings. Audio thread, between two blocks, as is
+    // the next.
+    void stopSound();
+    // Whether blocks without new events will be silent.
+    bool isSilent() const;
+
     std::array<float, 128> noteFrequency{}; // Hz by MIDI note
     std::vector<std::unique_ptr<ModeVoice>> voices;
     std::vector<std::unique_ptr<ADSR>> envelopes;

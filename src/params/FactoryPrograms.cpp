@@ -39,4 +39,12 @@ void buildFactoryPrograms(ProgramBank& bank) {
     }
 }
 
+ProgramBank makeFactoryBank() {
+    ProgramBank bank;
+    bank.push_back(makeDefaultProgram());
+    bank.front().name = "Default";
+    buildFactoryPrograms(bank);
+    return bank;
+}
+
 } // namespace zelvatone
