@@ -1,0 +1,163 @@
+#include "performance/Controllers.h"
+
+namespace zelvatone {
+
+namespace {
+
+enum Controller : std::uint8_t {
+    kVolume = 7,
+    kExpression = 11,
+    kSustainPedal = 64,
+    kAllSoundOff = 120,
+    kResetAllControllers = 121,
+    kAllNotesOff = 123,
+    kMonoModeOn = 126
+};
+
+constexpr std::int32_t kFullScale = 127;
+constexpr std::uint8_t kPedalDown = 64;  // from here on, as MIDI divides a switch's values
+constexpr std::uint8_t kBendCentre = 64; // the upper 7 bits of 8192
+
+float squaredShare(std::int32_t value) {
+    const float share = static_cast<float>(value) / static_cast<float>(kFullScale);
+    return share * share;
+}
+
+MidiMessage noteOff(const MidiMessage& cause, std::size_t note) {
+    return {.frame = cause.frame,
+            .status = static_cast<std::uint8_t>(kNoteOffStatus | cause.channel()),
+            .data1 = static_cast<std::uint8_t>(note),
+            .data2 = 0};
+}
+
+} // namespace
+
+void Controllers::take(const MidiMessage& message, ControllerOutput& output) {
+    switch (message.kind()) {
+    case kNoteOnStatus:
+        if (message.data2 != 0) {
+            takeNoteOn(message, output);
+            break;
+        }
+        [[fallthrough]]; // velocity 0 is a note-off
+    case kNoteOffStatus:
+        takeNoteOff(message, output);
+        break;
+    case kControllerStatus:
+        takeController(message, output);
+        break;
+    case kProgramStatus:
+        output.chooseProgram(message.data1, message.frame);
+        break;
+    default:
+        output.play(message);
+        break;
+    }
+}
+
+void Controllers::reset() {
+    *this = Controllers();
+}
+
+float Controllers::gain() const {
+    return squaredShare(volume_) * squaredShare(expression_);
+}
+
+void Controllers::takeNoteOn(const MidiMessage& message, ControllerOutput& output) {
+    Channel& channel = channels_[message.channel()];
+    const std::size_t note = message.data1 & 0x7F;
+    if (channel.held.test(note)) {
+        channel.held.reset(note);
+        output.play(noteOff(message, note));
+    }
+    channel.down.set(note);
+    output.play(message);
+}
+
+void Controllers::takeNoteOff(const MidiMessage& message, ControllerOutput& output) {
+    Channel& channel = channels_[message.channel()];
+    const std::size_t note = message.data1 & 0x7F;
+    channel.down.reset(note);
+    if (channel.pedalIsDown) {
+        channel.held.set(note);
+    } else {
+        output.play(message);
+    }
+}
+
+void Controllers::takeController(const MidiMessage& message, ControllerOutput& output) {
+    switch (message.data1) {
+    case kVolume:
+        volume_ = message.data2;
+        output.setGain(gain(), message.frame);
+        break;
+    case kExpression:
+        expression_ = message.data2;
+        output.setGain(gain(), message.frame);
+        break;
+    case kSustainPedal:
+        if (message.data2 >= kPedalDown) {
+            channels_[message.channel()].pedalIsDown = true;
+        } else {
+            liftPedal(message, output);
+        }
+        break;
+    case kAllSoundOff:
+        releaseKeys();
+        output.stopSound(message.frame);
+        break;
+    case kResetAllControllers:
+        resetControllers(message, output);
+        break;
+    case kAllNotesOff:
+    case kMonoModeOn:
+        takeAllNotesOff(message, output);
+        break;
+    default:
+        output.play(message);
+        break;
+    }
+}
+
+void Controllers::takeAllNotesOff(const MidiMessage& message, ControllerOutput& output) {
+    Channel& channel = channels_[message.channel()];
+    if (channel.pedalIsDown) {
+        channel.held |= channel.down;
+        channel.down.reset();
+    } else {
+        releaseKeys(); // the instrument ends the notes of all channels
+        output.play(message);
+    }
+}
+
+void Controllers::resetControllers(const MidiMessage& message, ControllerOutput& output) {
+    liftPedal(message, output);
+    if (expression_ != kFullScale) {
+        expression_ = kFullScale;
+        output.setGain(gain(), message.frame);
+    }
+    output.play({.frame = message.frame,
+                 .status = static_cast<std::uint8_t>(kBendStatus | message.channel()),
+                 .data1 = 0,
+                 .data2 = kBendCentre});
+}
+
+void Controllers::liftPedal(const MidiMessage& message, ControllerOutput& output) {
+    Channel& channel = channels_[message.channel()];
+    channel.pedalIsDown = false;
+    for (std::size_t note = 0; note < channel.held.size(); ++note) {
+        if (channel.held.test(note)) {
+            output.play(noteOff(message, note));
+        }
+    }
+    channel.held.reset();
+}
+
+void Controllers::releaseKeys() {
+    for (Channel& channel : channels_) {
+        channel.down.reset();
+        channel.held.reset();
+    }
+}
+
+} // namespace zelvatone
