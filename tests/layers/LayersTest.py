@@ -21,6 +21,9 @@ LAYERS = [
     ("kernel", ["src/engine/fast/kernel"], ["voices", "fast"]),
     ("engine", ["src/engine/SynthEngine.", "src/engine/SynthEvent.",
                 "src/engine/ZelvatoneEngine."], ["params", "voices", "fast"]),
+    # What both formats in units are made of: neither knows a host, a format or an editor.
+    ("performance", ["src/performance"], []),
+    ("formats", ["src/formats"], ["params", "engine", "performance"]),
     ("shell", ["src/plugin/shell"], ["params", "vst2", "engine"]),
     ("vstgui", ["vstgui"], []),
     # Reads the engine for the texts of the current program, which the shell does not hand out.
@@ -57,6 +60,9 @@ LAYERS = [
     ("tests/kernel", ["tests/kernel"], ["params", "voices", "fast", "kernel", "engine",
                                         "tests/engine"]),
     ("tests/programs", ["tests/programs"], ["params", "voices", "engine"]),
+    ("tests/performance", ["tests/performance"], ["performance"]),
+    ("tests/formats", ["tests/formats"], ["params", "voices", "engine", "performance", "formats",
+                                          "tests/engine"]),
     ("tests/plugin", ["tests/plugin"], ["params", "vst2", "engine", "shell", "plugin"]),
     ("tests/vstgui", ["tests/vstgui"], ["vstgui"]),
     ("tests/editor", ["tests/editor"], ["params", "vst2", "engine", "shell", "editor", "plugin",
