@@ -16,8 +16,8 @@ void ActiveVoices::collect(const VoiceSlots& slots) {
 }
 
 ActiveVoice& ActiveVoices::join(const VoiceSlots& slots, std::int32_t slot, std::int32_t sample) {
-    const auto end = order_.begin() + count_;
-    const auto place = std::lower_bound(order_.begin(), end, slot);
+    std::int32_t* const end = order_.data() + count_;
+    std::int32_t* const place = std::lower_bound(order_.data(), end, slot);
     if (place == end || *place != slot) {
         std::copy_backward(place, end, end + 1);
         *place = slot;
