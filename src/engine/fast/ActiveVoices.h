@@ -25,8 +25,10 @@ struct ActiveVoice {
     std::int32_t first, end;
     bool isInRange; // of the fast renderer, for the whole run
     bool changes;   // whether modes may come or go in this run
+    // The stretch that is rendered next, without samples when the voice is rendered, and what its
+    // bank does in it.
+    VoiceStretch stretch;
     BankTraits traits;
-    bool isRendered;
     // By sample of the run. An envelope is written in whole runs from any sample on.
     alignas(64) float samples[kVoiceBuffer];
     alignas(64) float levels[2 * kRunSamples];

@@ -19,6 +19,10 @@ bool isSame(const BankTraits& a, const BankTraits& b) {
     return a.loudnessMoves == b.loudnessMoves && a.motion == b.motion && a.wrap == b.wrap;
 }
 
+bool isSame(const VoiceStretch& a, const VoiceStretch& b) {
+    return a.first == b.first && a.samples == b.samples;
+}
+
 } // namespace
 
 FastRenderer::FastRenderer(const ModeKernel& kernel, const VoiceSlots& slots,
@@ -74,7 +78,7 @@ void FastRenderer::finishRun(float* out, std::int32_t samples) {
         if (isWithinRun()) {
             analyseAgain(samples);
         }
-        renderVoices(samples);
+        renderVoices();
         printFailedLookups(scratch_.failures, settings_);
         mixVoices(out, samples);
     }
@@ -224,45 +228,58 @@ void FastRenderer::analyseAgain(std::int32_t samples) {
     }
 }
 
-// Voices in which nothing changes for the whole run wait for others like them, the rest is rendered
-// at once.
-void FastRenderer::renderVoices(std::int32_t samples) {
+// Stretch by stretch. Voices that shift in the same sample stay together in all of them.
+void FastRenderer::renderVoices() {
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
-        ActiveVoice& active = voices_[i];
-        active.isRendered = active.first == active.end || active.changes || active.end < samples;
-        if (active.isRendered) {
-            renderVoice(active.task(), active.first, active.end,
-                        {kernel_, constants_, scratch_, targets_});
-        }
+        beginStretch(voices_[i]);
     }
     for (std::int32_t i = 0; i < voices_.count(); ++i) {
-        if (!voices_[i].isRendered) {
-            renderBatch(i, samples);
+        while (voices_[i].stretch.samples > 0) {
+            renderBatch(i);
         }
     }
 }
 
-// Active voice `leader` and all that wait like it, as far as they fit.
-void FastRenderer::renderBatch(std::int32_t leader, std::int32_t samples) {
-    std::array<Segment, kSlots> segments;
+// The first stretch of a run. Without changes it is the run, which has been analysed.
+void FastRenderer::beginStretch(ActiveVoice& active) {
+    if (active.changes) {
+        nextStretch(active, active.first);
+    } else {
+        active.stretch = {active.first, active.end - active.first};
+    }
+}
+
+// The next one, from `first` on.
+void FastRenderer::nextStretch(ActiveVoice& active, std::int32_t first) {
+    active.stretch =
+        renderChanges(active.task(), first, active.end, {kernel_, constants_, scratch_, targets_});
+    if (active.stretch.samples > 0) {
+        active.traits = kernel_.analyse(bankOf(*active.voice), constants_, active.stretch.samples);
+    }
+}
+
+// Renders the stretch of active voice `leader` and all that are like it, as far as they fit.
+void FastRenderer::renderBatch(std::int32_t leader) {
     std::int32_t count = 0;
     std::int32_t lanesLeft = kBatchLanes;
+    const auto [first, samples] = voices_[leader].stretch;
     const BankTraits traits = voices_[leader].traits;
-    const std::int32_t first = voices_[leader].first;
     for (std::int32_t i = leader; i < voices_.count(); ++i) {
         ActiveVoice& active = voices_[i];
         const std::int32_t lanes =
             (active.voice->activeCount + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
-        if (active.isRendered || active.first != first || !isSame(active.traits, traits) ||
-            lanes > lanesLeft) {
-            continue;
+        if (isSame(active.stretch, {first, samples}) && isSame(active.traits, traits) &&
+            lanes <= lanesLeft) {
+            lanesLeft -= lanes;
+            segments_[count] = segmentOf(active.task(), first);
+            members_[count++] = &active;
         }
-        lanesLeft -= lanes;
-        segments[count++] = segmentOf(active.task(), first);
-        advanceClock(*active.voice, samples - first);
-        active.isRendered = true;
     }
-    kernel_.render(segments.data(), count, samples - first, traits, constants_, scratch_);
+    kernel_.render(segments_.data(), count, samples, traits, constants_, scratch_);
+    for (std::int32_t i = 0; i < count; ++i) {
+        advanceClock(*members_[i]->voice, samples);
+        nextStretch(*members_[i], first + samples);
+    }
 }
 
 void FastRenderer::mixVoices(float* out, std::int32_t samples) {

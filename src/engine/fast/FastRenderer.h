@@ -11,6 +11,7 @@
 #include "engine/fast/ModeTargets.h"
 #include "engine/fast/WaveCycle.h"
 
+#include <array>
 #include <cstdint>
 
 namespace zelvatone {
@@ -63,8 +64,10 @@ private:
     void runEnvelope(ActiveVoice& active, std::int32_t end) const;
     void runEnvelopes(std::int32_t samples);
     void analyseAgain(std::int32_t samples);
-    void renderVoices(std::int32_t samples);
-    void renderBatch(std::int32_t leader, std::int32_t samples);
+    void renderVoices();
+    void beginStretch(ActiveVoice& active);
+    void nextStretch(ActiveVoice& active, std::int32_t first);
+    void renderBatch(std::int32_t leader);
     void mixVoices(float* out, std::int32_t samples);
 
     // The two large ones, on boundaries of vectors.
@@ -88,6 +91,9 @@ private:
     std::int32_t sample_ = 0;    // moved to; 0: outside a run, or at its beginning
     std::int32_t lastEvent_ = 0; // the last sample at which events may act
     bool runIsInRange_ = false;
+    // A batch: its voices, and what is rendered of each.
+    std::array<ActiveVoice*, kSlots> members_{};
+    std::array<Segment, kSlots> segments_{};
 };
 
 } // namespace zelvatone

@@ -81,15 +81,6 @@ void tickVoice(const VoiceTask& task, std::int32_t sample, const RunTools& tools
     advanceClock(voice, 1);
 }
 
-// `samples` samples without a change, from `first` on.
-void renderSegment(const VoiceTask& task, std::int32_t first, std::int32_t samples,
-                   const RunTools& tools) {
-    const Segment segment = segmentOf(task, first);
-    const BankTraits traits = tools.kernel.analyse(segment.modes, tools.constants, samples);
-    tools.kernel.render(&segment, 1, samples, traits, tools.constants, tools.scratch);
-    advanceClock(task.voice, samples);
-}
-
 } // namespace
 
 ModeBank bankOf(ModeVoice& voice) {
@@ -121,19 +112,16 @@ void advanceClock(ModeVoice& voice, std::int32_t samples) {
     voice.time = clock.at(samples);
 }
 
-void renderVoice(const VoiceTask& task, std::int32_t first, std::int32_t end,
-                 const RunTools& tools) {
-    std::int32_t sample = first;
-    while (sample < end) {
-        const std::int32_t quiet = samplesBeforeChange(task.voice, end - sample);
-        if (quiet > 0) {
-            renderSegment(task, sample, quiet, tools);
-            sample += quiet;
-        } else {
-            tickVoice(task, sample, tools);
-            ++sample;
+VoiceStretch renderChanges(const VoiceTask& task, std::int32_t first, std::int32_t end,
+                           const RunTools& tools) {
+    for (; first < end; ++first) {
+        const std::int32_t samples = samplesBeforeChange(task.voice, end - first);
+        if (samples > 0) {
+            return {first, samples};
         }
+        tickVoice(task, first, tools);
     }
+    return {end, 0};
 }
 
 } // namespace zelvatone

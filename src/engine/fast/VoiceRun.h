@@ -43,8 +43,15 @@ std::int32_t samplesBeforeChange(const ModeVoice& voice, std::int32_t samples);
 // Moves the clock of `voice` on by `samples`, 1..kRunSamples.
 void advanceClock(ModeVoice& voice, std::int32_t samples);
 
-// Renders samples `first` to `end` - 1 of the run for a voice in the fast range.
-void renderVoice(const VoiceTask& task, std::int32_t first, std::int32_t end,
-                 const RunTools& tools);
+// Samples of a run in which the modes of a voice do not change.
+struct VoiceStretch {
+    std::int32_t first, samples;
+};
+
+// Renders the samples from `first` on at which modes may change, for a voice in the fast range.
+// Returns the stretch after them, up to the next such sample or to `end` of the run: no samples if
+// all are rendered. A kernel can render it.
+VoiceStretch renderChanges(const VoiceTask& task, std::int32_t first, std::int32_t end,
+                           const RunTools& tools);
 
 } // namespace zelvatone
