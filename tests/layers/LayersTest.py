@@ -29,6 +29,8 @@ LAYERS = [
     # Reads the engine for the texts of the current program, which the shell does not hand out.
     ("editor", ["src/vstguieditor"], ["params", "vst2", "engine", "shell", "vstgui"]),
     ("plugin", ["src/plugin"], ["engine", "shell", "editor"]),
+    # Hosts the editor of the VST 2.4 file for formats that speak in units.
+    ("editor panel", ["src/editorpanel"], ["params", "vst2", "engine", "plugin"]),
 
     # The host: knows a plug-in by the records of its interface alone.
     ("host", ["host"], []), # the errors that every room throws
@@ -67,6 +69,8 @@ LAYERS = [
     ("tests/vstgui", ["tests/vstgui"], ["vstgui"]),
     ("tests/editor", ["tests/editor"], ["params", "vst2", "engine", "shell", "editor", "plugin",
                                         "tests/vstgui"]),
+    ("tests/editorpanel", ["tests/editorpanel"], ["params", "editor panel", "tests/vstgui",
+                                                  "tests/editor"]),
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",

@@ -1,0 +1,158 @@
+#include "editorpanel/EditorPanel.h"
+
+#include "tests/editor/Face.h"
+#include "tests/vstgui/HostWindow.h"
+#include "tests/vstgui/XServer.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace zelvatone::test {
+
+namespace {
+
+using VSTGUI::test::HostWindow;
+
+// Writes down what the user does: "begin 2", "value 2", "end 2".
+class EditLog final : public EditorListener {
+public:
+    void editBegins(ParameterIndex index) override { note("begin", index); }
+    void valueEdited(ParameterIndex index, float value) override {
+        note("value", index);
+        values.push_back(value);
+        if (onValue) {
+            onValue();
+        }
+    }
+    void editEnds(ParameterIndex index) override { note("end", index); }
+
+    std::vector<std::string> lines;
+    std::vector<float> values;
+    std::function<void()> onValue;
+
+private:
+    void note(const char* what, ParameterIndex index) {
+        lines.push_back(std::string(what) + ' ' + std::to_string(index));
+    }
+};
+
+class EditorPanelTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (const std::string why = VSTGUI::test::XServer::start(); !why.empty()) {
+            GTEST_SKIP() << why;
+        }
+        window_ = std::make_unique<HostWindow>();
+    }
+
+    bool idleUntil(EditorPanel& panel, const std::function<bool()>& isReached) {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (std::chrono::steady_clock::now() < limit) {
+            panel.idle();
+            if (isReached()) {
+                return true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(16));
+        }
+        return false;
+    }
+    bool open(EditorPanel& panel) {
+        panel.open(window_->handle());
+        return idleUntil(panel, [this] { return frameOf(kRelease) != -1; });
+    }
+    // Which of its 30 pictures a knob shows; -1 for none of them.
+    int frameOf(ParameterIndex index) const {
+        const Knob& knob = knobOf(index);
+        const Screenshot shown = window_->screenshot(knob.left, knob.top, 48, 48);
+        for (int frame = 0; frame < 30; ++frame) {
+            if (areAlike(shown, knobPicture(knob, frame), 2)) {
+                return frame;
+            }
+        }
+        return -1;
+    }
+    void dragRight(ParameterIndex index) {
+        const Point centre = knobOf(index).centre();
+        window_->movePointer(centre.x, centre.y - 20);
+        window_->press();
+        window_->movePointer(centre.x + 20, centre.y);
+    }
+
+    std::unique_ptr<HostWindow> window_;
+    EditLog log_;
+};
+
+TEST_F(EditorPanelTest, ValueIsShownWhetherTheWindowIsOpenOrNot) {
+    EditorPanel panel(log_);
+    panel.show(kMinModes, 100.0F);
+    ASSERT_TRUE(open(panel));
+    EXPECT_TRUE(idleUntil(panel, [this] { return frameOf(kMinModes) == 29; }));
+    panel.show(kMinModes, 0.0F);
+    EXPECT_TRUE(idleUntil(panel, [this] { return frameOf(kMinModes) == 0; }));
+    EXPECT_TRUE(log_.lines.empty()) << "what the owner shows is not an edit";
+}
+
+TEST_F(EditorPanelTest, DragIsOneGestureWithValuesInUnits) {
+    EditorPanel panel(log_);
+    ASSERT_TRUE(open(panel));
+    dragRight(kMinModes);
+    ASSERT_TRUE(idleUntil(panel, [this] { return !log_.values.empty(); }));
+    window_->release();
+    ASSERT_TRUE(idleUntil(panel, [this] { return log_.lines.back() == "end 2"; }));
+    EXPECT_EQ(log_.lines.front(), "begin 2");
+    const float last = log_.values.back();
+    EXPECT_EQ(last, std::floor(last));
+    EXPECT_GT(last, 50.0F);
+}
+
+TEST_F(EditorPanelTest, HeldKnobKeepsItsValueAndTakesTheLastOneAfterwards) {
+    EditorPanel panel(log_);
+    ASSERT_TRUE(open(panel));
+    dragRight(kMinModes);
+    ASSERT_TRUE(idleUntil(panel, [this] { return !log_.values.empty(); }));
+    const int held = frameOf(kMinModes);
+    panel.show(kMinModes, 0.0F);
+    panel.idle();
+    EXPECT_EQ(frameOf(kMinModes), held);
+    window_->release();
+    EXPECT_TRUE(idleUntil(panel, [this] { return frameOf(kMinModes) == 0; }));
+}
+
+TEST_F(EditorPanelTest, ClosingDuringADragEndsTheGesture) {
+    EditorPanel panel(log_);
+    ASSERT_TRUE(open(panel));
+    dragRight(kChop);
+    log_.onValue = [&panel] { panel.close(); };
+    ASSERT_TRUE(idleUntil(panel, [&panel] { return !panel.isOpen(); }));
+    EXPECT_EQ(log_.lines.back(), "end 8");
+    log_.onValue = nullptr;
+    EXPECT_TRUE(open(panel));
+}
+
+TEST_F(EditorPanelTest, TwoPanelsHaveValuesOfTheirOwn) {
+    EditorPanel one(log_);
+    EditorPanel other(log_);
+    one.show(kMinModes, 100.0F);
+    ASSERT_TRUE(open(other));
+    EXPECT_EQ(frameOf(kMinModes), 0); // 2 of 100
+    other.close();
+    ASSERT_TRUE(open(one));
+    EXPECT_EQ(frameOf(kMinModes), 29);
+}
+
+TEST(EditorPanelSize, IsThatOfTheFace) {
+    EditLog log;
+    const EditorPanel panel(log);
+    EXPECT_EQ(panel.size().width, 717);
+    EXPECT_EQ(panel.size().height, 477);
+}
+
+} // namespace
+
+} // namespace zelvatone::test
