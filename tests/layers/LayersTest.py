@@ -31,6 +31,7 @@ LAYERS = [
     ("plugin", ["src/plugin"], ["engine", "shell", "editor"]),
     # Hosts the editor of the VST 2.4 file for formats that speak in units.
     ("editor panel", ["src/editorpanel"], ["params", "vst2", "engine", "plugin"]),
+    ("lv2", ["src/lv2"], ["params", "formats"]),
 
     # The host: knows a plug-in by the records of its interface alone.
     ("host", ["host"], []), # the errors that every room throws
@@ -66,6 +67,7 @@ LAYERS = [
     ("tests/formats", ["tests/formats"], ["params", "voices", "engine", "performance", "formats",
                                           "tests/engine"]),
     ("tests/plugin", ["tests/plugin"], ["params", "vst2", "engine", "shell", "plugin"]),
+    ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin"]),
     ("tests/vstgui", ["tests/vstgui"], ["vstgui"]),
     ("tests/editor", ["tests/editor"], ["params", "vst2", "engine", "shell", "editor", "plugin",
                                         "tests/vstgui"]),
@@ -96,6 +98,9 @@ ROOTS = {name: ROOT for name in TREES if name != "src"}
 ROOTS |= {folder.name: ROOT / "src" for folder in (ROOT / "src").iterdir() if folder.is_dir()}
 ROOTS["public.sdk"] = ROOT / "src/vst2"
 
+# Our room of this name reads the standard's headers, which are in a folder of the same name.
+STANDARDS = {"lv2"}
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]', re.MULTILINE)
 
 
@@ -110,7 +115,7 @@ def includesOf(text):
     """(line, name) of every header of ours: all that are quoted, others by their first folder."""
     for match in INCLUDE.finditer(text):
         bracket, name = match.groups()
-        if bracket == '"' or name.split("/")[0] in ROOTS:
+        if bracket == '"' or name.split("/")[0] in ROOTS.keys() - STANDARDS:
             yield text.count("\n", 0, match.start(2)) + 1, name
 
 
@@ -203,6 +208,10 @@ class Objections(unittest.TestCase):
     def testIncludesAreFoundInEitherBracket(self):
         text = '#include "engine/ADSR.h"\n\n#include <vector>\n  # include <vstgui/vstgui.h>\n'
         self.assertEqual(list(includesOf(text)), [(1, "engine/ADSR.h"), (4, "vstgui/vstgui.h")])
+
+    def testAStandardsHeadersAreNotThoseOfTheRoomThatIsNamedForIt(self):
+        text = '#include "lv2/Identity.h"\n#include <lv2/core/lv2.h>\n'
+        self.assertEqual(list(includesOf(text)), [(1, "lv2/Identity.h")])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,80 @@
+// The one function that a host finds in the library, and the C functions that it leads to.
+#include "lv2/sound/InstrumentPlugin.h"
+
+#include <new>
+#include <string_view>
+
+namespace zelvatone::lv2 {
+
+namespace {
+
+InstrumentPlugin& pluginOf(LV2_Handle instance) {
+    return *static_cast<InstrumentPlugin*>(instance);
+}
+
+const LV2_URID_Map* mapIn(const LV2_Feature* const* features) {
+    for (; *features != nullptr; ++features) {
+        if (std::string_view((*features)->URI) == LV2_URID__map) {
+            return static_cast<const LV2_URID_Map*>((*features)->data);
+        }
+    }
+    return nullptr;
+}
+
+// Null without memory, or for a host that lacks what the description asks for.
+LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRate,
+                       const char* /*bundle*/, const LV2_Feature* const* features) {
+    const LV2_URID_Map* map = mapIn(features);
+    if (map == nullptr) {
+        return nullptr;
+    }
+    try {
+        return new InstrumentPlugin(sampleRate, *map);
+    } catch (const std::bad_alloc&) { // a host in C would not survive it
+        return nullptr;
+    }
+}
+
+void connectPort(LV2_Handle instance, std::uint32_t port, void* data) {
+    pluginOf(instance).connect(port, data);
+}
+
+void activate(LV2_Handle instance) {
+    pluginOf(instance).reset();
+}
+
+void run(LV2_Handle instance, std::uint32_t frames) {
+    pluginOf(instance).run(frames);
+}
+
+void cleanUp(LV2_Handle instance) {
+    delete static_cast<InstrumentPlugin*>(instance);
+}
+
+LV2_State_Status save(LV2_Handle instance, LV2_State_Store_Function store, LV2_State_Handle handle,
+                      std::uint32_t /*flags*/, const LV2_Feature* const* /*features*/) {
+    return pluginOf(instance).save(store, handle);
+}
+
+LV2_State_Status restore(LV2_Handle instance, LV2_State_Retrieve_Function retrieve,
+                         LV2_State_Handle handle, std::uint32_t /*flags*/,
+                         const LV2_Feature* const* /*features*/) {
+    return pluginOf(instance).restore(retrieve, handle);
+}
+
+const void* extensionData(const char* uri) {
+    static const LV2_State_Interface kState{save, restore};
+    return std::string_view(uri) == LV2_STATE__interface ? &kState : nullptr;
+}
+
+} // namespace
+
+} // namespace zelvatone::lv2
+
+extern "C" LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(std::uint32_t index) {
+    namespace lv2 = zelvatone::lv2;
+    static const LV2_Descriptor kDescriptor{lv2::kPluginUri, lv2::instantiate,  lv2::connectPort,
+                                            lv2::activate,   lv2::run,          nullptr,
+                                            lv2::cleanUp,    lv2::extensionData};
+    return index == 0 ? &kDescriptor : nullptr;
+}
