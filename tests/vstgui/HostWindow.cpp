@@ -11,7 +11,6 @@ namespace VSTGUI::test {
 namespace {
 
 constexpr int kLeft = 150, kTop = 120; // where the window lies on the screen
-constexpr std::uint16_t kWidth = 717, kHeight = 477;
 // Symbols of the keyboard (X11's keysyms).
 constexpr std::uint32_t kShiftKey = 0xffe1, kControlKey = 0xffe3, kAltKey = 0xffe9, kAKey = 'a';
 
@@ -71,7 +70,8 @@ Pixel toPixel(std::uint32_t raw, int depth) {
 
 } // namespace
 
-HostWindow::HostWindow(Host kind) : connection(xcb_connect(nullptr, nullptr)) {
+HostWindow::HostWindow(Host kind, int width, int height)
+    : width(width), height(height), connection(xcb_connect(nullptr, nullptr)) {
     if (xcb_connection_has_error(connection.get()) != 0) {
         throw std::runtime_error("no X server");
     }
@@ -94,10 +94,11 @@ void HostWindow::create(Host kind) {
     const xcb_colormap_t colors = xcb_generate_id(connection.get());
     xcb_create_colormap(connection.get(), XCB_COLORMAP_ALLOC_NONE, colors, screen->root, visual);
     const std::uint32_t values[] = {0, 0, events, colors};
-    xcb_create_window(
-        connection.get(), isTranslucent ? 32 : screen->root_depth, window, screen->root, kLeft,
-        kTop, kWidth, kHeight, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-        XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
+    xcb_create_window(connection.get(), isTranslucent ? 32 : screen->root_depth, window,
+                      screen->root, kLeft, kTop, static_cast<std::uint16_t>(width),
+                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
+                      values);
 }
 
 void HostWindow::sync() const {
@@ -137,6 +138,12 @@ std::vector<xcb_window_t> HostWindow::children() const {
     }
     const xcb_window_t* first = xcb_query_tree_children(tree.get());
     return {first, first + xcb_query_tree_children_length(tree.get())};
+}
+
+std::pair<int, int> HostWindow::sizeOf(xcb_window_t child) const {
+    const auto size = own(xcb_get_geometry_reply(
+        connection.get(), xcb_get_geometry(connection.get(), child), nullptr));
+    return size ? std::pair<int, int>(size->width, size->height) : std::pair(0, 0);
 }
 
 std::vector<std::uint32_t> HostWindow::embedInfo(xcb_window_t child) const {
@@ -182,8 +189,8 @@ void HostWindow::sendExpose(xcb_window_t child, int times) {
     xcb_expose_event_t event{};
     event.response_type = XCB_EXPOSE;
     event.window = child;
-    event.width = kWidth;
-    event.height = kHeight;
+    event.width = static_cast<std::uint16_t>(width);
+    event.height = static_cast<std::uint16_t>(height);
     for (int sent = 0; sent < times; ++sent) {
         xcb_send_event(connection.get(), 0, child, XCB_EVENT_MASK_EXPOSURE,
                        reinterpret_cast<const char*>(&event));

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace VSTGUI::test {
@@ -27,11 +28,11 @@ enum class Host {
     kTranslucent     // has pixels of 32 bits, with opacity
 };
 
-// A window of a program of its own (its own connection), 717 x 477 pixels, away from the screen's
-// edges. Every call returns after the server has done it.
+// A window of a program of its own (its own connection), away from the screen's edges. Every call
+// returns after the server has done it.
 class HostWindow {
 public:
-    explicit HostWindow(Host kind = Host::kPlain);
+    explicit HostWindow(Host kind = Host::kPlain, int width = 717, int height = 477);
     ~HostWindow();
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
@@ -44,6 +45,8 @@ public:
     void hide();
     void show();
     std::vector<xcb_window_t> children() const;
+    // Width and height of a child.
+    std::pair<int, int> sizeOf(xcb_window_t child) const;
     // The numbers of a child's _XEMBED_INFO.
     std::vector<std::uint32_t> embedInfo(xcb_window_t child) const;
     bool isViewable(xcb_window_t candidate) const;
@@ -81,6 +84,8 @@ private:
     struct Disconnect {
         void operator()(xcb_connection_t* open) const { xcb_disconnect(open); }
     };
+    int width;
+    int height;
     std::unique_ptr<xcb_connection_t, Disconnect> connection;
     xcb_screen_t* screen;
     xcb_window_t window;

@@ -22,7 +22,8 @@ constexpr int kNotInstalled = 127;
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     dup2(nowhere, STDERR_FILENO);
     const std::string number = std::to_string(numberPipe);
-    const std::string screen = "1024x768x" + std::to_string(depth);
+    // Room for an editor of three times its size.
+    const std::string screen = "2400x1700x" + std::to_string(depth);
     execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen.c_str(),
            "-nolisten", "tcp", "-noreset", nullptr);
     _exit(kNotInstalled);

@@ -19,14 +19,19 @@ public:
     // `picture` may be null.
     explicit CBitmap(PlatformBitmapPtr picture) : picture(std::move(picture)) {}
 
-    CCoord getWidth() const { return picture ? picture->getSize().x : 0; }
-    CCoord getHeight() const { return picture ? picture->getSize().y : 0; }
+    // In the frame's pixels, whatever the platform picture has of its own.
+    CCoord getWidth() const {
+        return picture ? picture->getSize().x / picture->getScaleFactor() : 0;
+    }
+    CCoord getHeight() const {
+        return picture ? picture->getSize().y / picture->getScaleFactor() : 0;
+    }
     bool isLoaded() const { return picture; }
     // Null for a missing picture.
     const PlatformBitmapPtr& getPlatformBitmap() const { return picture; }
 
-    // Fills `rect` with the picture, unscaled, so that its point `offset` comes to the top left.
-    // Where the picture ends nothing is drawn.
+    // Fills `rect` with the picture so that its point `offset` comes to the top left. Where the
+    // picture ends nothing is drawn. All in the frame's pixels.
     void draw(CDrawContext* context, const CRect& rect, const CPoint& offset = {0, 0});
 
 protected:

@@ -6,11 +6,12 @@ namespace VSTGUI {
 
 CFontRef kNormalFont = nullptr;
 
-const IPlatformFont& CFontDesc::getPlatformFont() {
-    if (!platformFont) {
-        platformFont = getPlatformFactory().createFont(name.getString(), size, style);
+const IPlatformFont& CFontDesc::getPlatformFont(double scale) {
+    PlatformFontPtr& font = platformFonts[scale];
+    if (!font) {
+        font = getPlatformFactory().createFont(name.getString(), size * scale, style);
     }
-    return *platformFont;
+    return *font;
 }
 
 } // namespace VSTGUI

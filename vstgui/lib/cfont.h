@@ -6,6 +6,7 @@
 #include "vstgui/lib/vstguifwd.h"
 
 #include <cstdint>
+#include <map>
 #include <utility>
 
 namespace VSTGUI {
@@ -25,8 +26,9 @@ public:
     const UTF8String& getName() const { return name; }
     CCoord getSize() const { return size; }
     std::int32_t getStyle() const { return style; }
-    // The platform's font, made at the first call.
-    const IPlatformFont& getPlatformFont();
+    // The platform's font `scale` times as large, for a frame that is shown so; made at the first
+    // call for that scale. Its measures are the window's pixels.
+    const IPlatformFont& getPlatformFont(double scale = 1);
 
 protected:
     ~CFontDesc() override = default;
@@ -35,7 +37,7 @@ private:
     UTF8String name;
     CCoord size;
     std::int32_t style;
-    PlatformFontPtr platformFont;
+    std::map<double, PlatformFontPtr> platformFonts; // by scale
 };
 
 // Arial 12, which labels write with; null outside init .. exit.

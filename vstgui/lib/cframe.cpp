@@ -1,5 +1,6 @@
 #include "vstgui/lib/cframe.h"
 
+#include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
@@ -18,6 +19,14 @@ CMouseEventResult press(CView& view, CPoint where, const CButtonState& buttons) 
     return view.onMouseDown(where, buttons);
 }
 
+// From the window's pixels to those of a frame that is shown `zoom` times as large.
+void scalePosition(Event& event, double zoom) {
+    if (event.type != EventType::MouseCancel) {
+        CPoint& where = static_cast<MousePositionEvent&>(event).mousePosition;
+        where = CPoint(where.x / zoom, where.y / zoom);
+    }
+}
+
 bool isConsumed(CMouseEventResult result) {
     return result == kMouseEventHandled ||
            result == kMouseDownEventHandledButDontNeedMovedOrUpEvents;
@@ -28,12 +37,30 @@ bool isConsumed(CMouseEventResult result) {
 CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
     : CViewContainer(size), editor(editor) {}
 
+bool CFrame::setZoom(double factor) {
+    if (window || !(factor > 0)) {
+        return false;
+    }
+    const CRect before({0, 0}, windowSize());
+    const double zoomBefore = std::exchange(zoom, factor);
+    const CRect after({0, 0}, windowSize());
+    if (editor && before != after && !editor->beforeSizeChange(after, before)) {
+        zoom = zoomBefore;
+        return false;
+    }
+    return true;
+}
+
+// In whole pixels of the window.
+CPoint CFrame::windowSize() const {
+    return CRect(getViewSize()).scale(zoom).round().getSize();
+}
+
 bool CFrame::open(void* systemWindow, PlatformType type, IPlatformFrameConfig* config) {
     if (window || !systemWindow) {
         return false;
     }
-    window = getPlatformFactory().createFrame(*this, getViewSize().getSize(), systemWindow, type,
-                                              config);
+    window = getPlatformFactory().createFrame(*this, windowSize(), systemWindow, type, config);
     return window;
 }
 
@@ -73,12 +100,13 @@ void CFrame::idle() {
 
 void CFrame::invalidRect(const CRect& rect) {
     if (window) {
-        window->invalidRect(rect);
+        window->invalidRect(CRect(rect).scale(zoom));
     }
 }
 
 void CFrame::platformDrawRect(CDrawContext& context, const CRect& rect) {
-    drawRect(context, rect);
+    context.setScaleFactor(zoom);
+    drawRect(context, CRect(rect).scale(1 / zoom));
 }
 
 std::int32_t CFrame::getKnobMode() const {
@@ -101,6 +129,7 @@ void CFrame::endEdit(std::int32_t tag) {
 void CFrame::dispatchEvent(Event& event) {
     // A handler may close the frame.
     const SharedPointer<CFrame> kept(this);
+    scalePosition(event, zoom);
     switch (event.type) {
     case EventType::MouseDown:
         mouseDown(static_cast<MouseDownEvent&>(event));

@@ -23,7 +23,7 @@ public:
     // The user begins, and ends, to change the parameter `tag`.
     virtual void beginEdit(std::int32_t /*tag*/) {}
     virtual void endEdit(std::int32_t /*tag*/) {}
-    // Before the frame changes its size; returns whether it may. This toolkit's frames never do.
+    // Before the frame changes its size, which here a zoom does; returns whether it may.
     virtual bool beforeSizeChange(const CRect& /*newSize*/, const CRect& /*oldSize*/) {
         return true;
     }
@@ -46,6 +46,12 @@ public:
     // `size` starts at (0, 0). `editor` may be null, else it must outlive the frame's closing.
     CFrame(const CRect& size, VSTGUIEditorInterface* editor);
 
+    // Shows the frame `factor` times as large: its window grows, drawing and mouse follow, while
+    // all coordinates of views stay as they are. Returns false, and changes nothing, if the factor
+    // is not above 0, the frame is open, or the editor refuses the size.
+    bool setZoom(double factor);
+    double getZoom() const { return zoom; }
+
     // Shows the frame in the host's window `systemWindow`. Returns false if that is null or gone,
     // or if the frame is open already.
     bool open(void* systemWindow, PlatformType type = PlatformType::kDefaultNative,
@@ -57,7 +63,7 @@ public:
     // is dirty. To be called as often as the host idles.
     void idle();
 
-    // As if the window had told it.
+    // As if the window had told it: places are the window's pixels, and become the frame's.
     void dispatchEvent(Event& event);
 
     void invalidRect(const CRect& rect) override;
@@ -78,6 +84,7 @@ private:
     void platformDrawRect(CDrawContext& context, const CRect& rect) override;
     void platformOnEvent(Event& event) override { dispatchEvent(event); }
 
+    CPoint windowSize() const;
     void closeWindow();
     void mouseDown(MouseDownEvent& event);
     void mouseMoved(MouseMoveEvent& event);
@@ -86,6 +93,7 @@ private:
     void mouseWheel(MouseWheelEvent& event);
 
     VSTGUIEditorInterface* editor;
+    double zoom = 1;
     SharedPointer<IPlatformFrame> window; // null while closed
     SharedPointer<CView> mouseDownView;   // hears moves and the release
 };

@@ -65,6 +65,14 @@ struct CRect {
     CRect& makeIntegral() {
         return *this = {std::floor(left), std::floor(top), std::ceil(right), std::ceil(bottom)};
     }
+    // Multiplies each edge.
+    CRect& scale(double factor) {
+        return *this = {left * factor, top * factor, right * factor, bottom * factor};
+    }
+    // Moves each edge to the nearest whole pixel.
+    CRect& round() {
+        return *this = {std::round(left), std::round(top), std::round(right), std::round(bottom)};
+    }
 };
 
 } // namespace VSTGUI

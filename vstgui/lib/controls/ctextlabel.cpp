@@ -42,11 +42,13 @@ void CTextLabel::drawText(CDrawContext& context) {
     if (!font || text.empty()) {
         return;
     }
-    const IPlatformFont& platformFont = font->getPlatformFont();
+    // Laid out at the size that is seen: letters that are enlarged afterwards would be blurred.
+    const double scale = context.getScaleFactor();
+    const IPlatformFont& platformFont = font->getPlatformFont(scale);
     const CPoint middle = getViewSize().getCenter();
     // Capitals stand in the middle of the height, whatever hangs below the line.
-    const CPoint baseline{middle.x - platformFont.getStringWidth(text.getString()) / 2,
-                          middle.y + platformFont.getCapHeight() / 2};
+    const CPoint baseline{middle.x - platformFont.getStringWidth(text.getString()) / scale / 2,
+                          middle.y + platformFont.getCapHeight() / scale / 2};
     context.drawString(platformFont, text.getString(), baseline, getViewSize(), fontColor);
 }
 

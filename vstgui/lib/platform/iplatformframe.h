@@ -11,7 +11,7 @@ public:
     // Destroys the window; the callback hears of nothing afterwards. The object stays alive until
     // the last of those who were inside it has returned.
     virtual void close() = 0;
-    // Asks for `rect` to be drawn again, in the frame's coordinates.
+    // Asks for `rect` to be drawn again, in the window's pixels.
     virtual void invalidRect(const CRect& rect) = 0;
     // Handles every event that has come in so far; never waits.
     virtual void handleEvents() = 0;

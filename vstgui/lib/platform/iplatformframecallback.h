@@ -24,9 +24,10 @@ public:
 // User-interface thread.
 class IPlatformFrameCallback {
 public:
-    // Draws the part of the frame that lies in `rect`.
+    // Draws the part of the frame that lies in `rect`, in the window's pixels.
     virtual void platformDrawRect(CDrawContext& context, const CRect& rect) = 0;
-    // Hands on what the user did. The window may be closed when the call returns.
+    // Hands on what the user did; places are the window's pixels. The window may be closed when the
+    // call returns.
     virtual void platformOnEvent(Event& event) = 0;
 
 protected:

@@ -5,6 +5,7 @@
 
 #include <pango/pangocairo.h>
 
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -26,10 +27,40 @@ public:
         return {static_cast<CCoord>(cairo_image_surface_get_width(picture.get())),
                 static_cast<CCoord>(cairo_image_surface_get_height(picture.get()))};
     }
-    cairo_surface_t* surface() const { return picture.get(); }
+    // The picture as it is seen at `scale`. Scaled once, and not at each drawing: whatever part of
+    // the window is drawn, its pixels come out the same.
+    cairo_surface_t* surfaceAt(double scale) const {
+        if (scale == getScaleFactor()) {
+            return picture.get();
+        }
+        if (!scaled || scale != scaledTo) {
+            scaled = scaledCopy(scale / getScaleFactor());
+            scaledTo = scale;
+        }
+        return scaled.get();
+    }
 
 private:
+    CairoSurface scaledCopy(double factor) const {
+        const CPoint size = getSize();
+        const int width = static_cast<int>(std::lround(size.x * factor));
+        const int height = static_cast<int>(std::lround(size.y * factor));
+        CairoSurface copy(cairo_surface_create_similar_image(
+            picture.get(), cairo_image_surface_get_format(picture.get()), width, height));
+        const std::unique_ptr<cairo_t, CairoDeleter> to(cairo_create(copy.get()));
+        // To whole pixels: the edges of the picture stay its edges.
+        cairo_scale(to.get(), width / size.x, height / size.y);
+        cairo_set_source_surface(to.get(), picture.get(), 0, 0);
+        cairo_pattern_set_filter(cairo_get_source(to.get()), CAIRO_FILTER_BEST);
+        cairo_pattern_set_extend(cairo_get_source(to.get()), CAIRO_EXTEND_PAD);
+        cairo_set_operator(to.get(), CAIRO_OPERATOR_SOURCE);
+        cairo_paint(to.get());
+        return copy;
+    }
+
     CairoSurface picture;
+    mutable CairoSurface scaled; // for `scaledTo`; null before it was asked for
+    mutable double scaledTo = 0;
 };
 
 class CairoFont final : public IPlatformFont {
@@ -140,23 +171,27 @@ CairoContext::CairoContext(cairo_format_t format, const CRect& rect)
 
 void CairoContext::drawBitmap(const IPlatformBitmap& picture, const CRect& rect,
                               const CPoint& offset) {
-    cairo_surface_t* source = static_cast<const CairoBitmap&>(picture).surface();
-    cairo_set_source_surface(context.get(), source, rect.left - offset.x, rect.top - offset.y);
-    addRect(context.get(), rect);
+    cairo_surface_t* source = static_cast<const CairoBitmap&>(picture).surfaceAt(getScaleFactor());
+    const CRect target = inWindow(rect);
+    const CPoint from = inWindow(offset);
+    cairo_set_source_surface(context.get(), source, target.left - std::round(from.x),
+                             target.top - std::round(from.y));
+    addRect(context.get(), target);
     cairo_fill(context.get());
 }
 
 void CairoContext::fillRect(const CRect& rect, const CColor& color) {
     setSource(context.get(), color);
-    addRect(context.get(), rect);
+    addRect(context.get(), inWindow(rect));
     cairo_fill(context.get());
 }
 
 void CairoContext::frameRect(const CRect& rect, const CColor& color) {
     setSource(context.get(), color);
-    cairo_set_line_width(context.get(), 1);
-    // The line's middle runs half a pixel inside the edge.
-    addRect(context.get(), CRect(rect).inset(0.5, 0.5));
+    const double width = std::round(getScaleFactor());
+    cairo_set_line_width(context.get(), width);
+    // The line's middle runs half its width inside the edge.
+    addRect(context.get(), inWindow(rect).inset(width / 2, width / 2));
     cairo_stroke(context.get());
 }
 
@@ -164,10 +199,11 @@ void CairoContext::drawString(const IPlatformFont& font, const std::string& text
                               const CPoint& baseline, const CRect& clip, const CColor& color) {
     const PangoLayoutPtr layout = static_cast<const CairoFont&>(font).layoutOf(text);
     cairo_save(context.get());
-    addRect(context.get(), clip);
+    addRect(context.get(), inWindow(clip));
     cairo_clip(context.get());
     setSource(context.get(), color);
-    cairo_move_to(context.get(), baseline.x, baseline.y);
+    const CPoint start = inWindow(baseline);
+    cairo_move_to(context.get(), start.x, start.y);
     pango_cairo_show_layout_line(context.get(), pango_layout_get_line_readonly(layout.get(), 0));
     cairo_restore(context.get());
 }

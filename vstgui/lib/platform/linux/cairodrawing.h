@@ -26,7 +26,7 @@ PlatformFontPtr makeCairoFont(const std::string& name, CCoord size, std::int32_t
 // An address in Pango's library.
 const void* pangoSymbol();
 
-// Draws the part of the frame that lies in `rect`, whole pixels, into a picture of that size.
+// Draws what lies in `rect` of the window, whole pixels, into a picture of that size.
 class CairoContext final : public CDrawContext {
 public:
     CairoContext(cairo_format_t format, const CRect& rect);

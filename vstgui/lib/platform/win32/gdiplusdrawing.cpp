@@ -9,6 +9,7 @@
 #include <gdiplus.h>
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -103,11 +104,42 @@ public:
         return {static_cast<CCoord>(picture->GetWidth()),
                 static_cast<CCoord>(picture->GetHeight())};
     }
-    // GDI+ takes pictures that it only reads as changeable ones.
-    Gdiplus::Bitmap& bitmap() const { return *picture; }
+    // The picture as it is seen at `scale`. Scaled once, and not at each drawing: whatever part of
+    // the window is drawn, its pixels come out the same. GDI+ takes pictures that it only reads as
+    // changeable ones.
+    Gdiplus::Bitmap& bitmapAt(double scale) const {
+        if (scale == getScaleFactor()) {
+            return *picture;
+        }
+        if (!scaled || scale != scaledTo) {
+            scaled = scaledCopy(scale / getScaleFactor());
+            scaledTo = scale;
+        }
+        return *scaled;
+    }
 
 private:
+    std::unique_ptr<Gdiplus::Bitmap> scaledCopy(double factor) const {
+        const CPoint size = getSize();
+        const auto width = static_cast<INT>(std::lround(size.x * factor));
+        const auto height = static_cast<INT>(std::lround(size.y * factor));
+        auto copy = std::make_unique<Gdiplus::Bitmap>(width, height, kPixels);
+        Gdiplus::Graphics to(copy.get());
+        to.SetCompositingMode(Gdiplus::CompositingModeSourceCopy);
+        to.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
+        to.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
+        // Beyond its edges the picture goes on mirrored: an opaque one stays opaque to its edges.
+        Gdiplus::ImageAttributes edges;
+        edges.SetWrapMode(Gdiplus::WrapModeTileFlipXY);
+        to.DrawImage(picture.get(), Gdiplus::Rect(0, 0, width, height), 0, 0,
+                     static_cast<INT>(size.x), static_cast<INT>(size.y), Gdiplus::UnitPixel,
+                     &edges);
+        return copy;
+    }
+
     std::unique_ptr<Gdiplus::Bitmap> picture;
+    mutable std::unique_ptr<Gdiplus::Bitmap> scaled; // for `scaledTo`; null before it was asked for
+    mutable double scaledTo = 0;
 };
 
 Gdiplus::REAL real(CCoord coordinate) {
@@ -262,11 +294,15 @@ GdiplusContext::~GdiplusContext() = default;
 
 void GdiplusContext::drawBitmap(const IPlatformBitmap& source, const CRect& rect,
                                 const CPoint& offset) {
-    const auto& image = static_cast<const GdiplusBitmap&>(source);
-    const CPoint origin = rect.getTopLeft() - offset; // where the picture's own corner comes to
-    const CRect target = CRect(origin, image.getSize()).bound(rect);
+    Gdiplus::Bitmap& image = static_cast<const GdiplusBitmap&>(source).bitmapAt(getScaleFactor());
+    const CPoint size(image.GetWidth(), image.GetHeight());
+    const CRect within = inWindow(rect);
+    const CPoint from = inWindow(offset);
+    // Where the picture's own corner comes to.
+    const CPoint origin = within.getTopLeft() - CPoint(std::round(from.x), std::round(from.y));
+    const CRect target = CRect(origin, size).bound(within);
     if (!target.isEmpty()) {
-        graphics->DrawImage(&image.bitmap(), realRect(target), real(target.left - origin.x),
+        graphics->DrawImage(&image, realRect(target), real(target.left - origin.x),
                             real(target.top - origin.y), real(target.getWidth()),
                             real(target.getHeight()), Gdiplus::UnitPixel);
     }
@@ -274,21 +310,22 @@ void GdiplusContext::drawBitmap(const IPlatformBitmap& source, const CRect& rect
 
 void GdiplusContext::fillRect(const CRect& rect, const CColor& color) {
     const Gdiplus::SolidBrush brush(colorOf(color));
-    graphics->FillRectangle(&brush, realRect(rect));
+    graphics->FillRectangle(&brush, realRect(inWindow(rect)));
 }
 
 void GdiplusContext::frameRect(const CRect& rect, const CColor& color) {
-    const Gdiplus::Pen pen(colorOf(color), 1);
-    // The line's middle runs half a pixel inside the edge.
-    graphics->DrawRectangle(&pen, realRect(CRect(rect).inset(0.5, 0.5)));
+    const double width = std::round(getScaleFactor());
+    const Gdiplus::Pen pen(colorOf(color), real(width));
+    // The line's middle runs half its width inside the edge.
+    graphics->DrawRectangle(&pen, realRect(inWindow(rect).inset(width / 2, width / 2)));
 }
 
 void GdiplusContext::drawString(const IPlatformFont& font, const std::string& text,
                                 const CPoint& baseline, const CRect& clip, const CColor& color) {
-    graphics->SetClip(realRect(clip));
+    graphics->SetClip(realRect(inWindow(clip)));
     // Letters are fitted to the pixels' edges, pictures to their middles.
     graphics->SetPixelOffsetMode(Gdiplus::PixelOffsetModeNone);
-    static_cast<const GdiplusFont&>(font).draw(*graphics, text, baseline, color);
+    static_cast<const GdiplusFont&>(font).draw(*graphics, text, inWindow(baseline), color);
     graphics->SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
     graphics->ResetClip();
 }

@@ -35,7 +35,7 @@ PlatformBitmapPtr decodeGdiplusBitmap(const void* data, std::uint32_t size);
 // The installed font that is nearest to `name`, `size` pixels high, with CTxtFace flags.
 PlatformFontPtr makeGdiplusFont(const std::string& name, CCoord size, std::int32_t style);
 
-// Draws the part of the frame that lies in `rect`, whole pixels, into a picture of that size.
+// Draws what lies in `rect` of the window, whole pixels, into a picture of that size.
 class GdiplusContext final : public CDrawContext {
 public:
     explicit GdiplusContext(const CRect& rect);
@@ -48,7 +48,7 @@ public:
     void drawString(const IPlatformFont& font, const std::string& text, const CPoint& baseline,
                     const CRect& clip, const CColor& color) override;
 
-    // Puts the picture where it belongs in the frame's window.
+    // Puts the picture where it belongs in the window.
     void copyTo(HDC window) const;
 
 private:
