@@ -20,6 +20,10 @@ public:
     void setParameter(VstInt32 index, float value) override;
     // Afterwards sends every parameter to the editor, also when no program has that index.
     void setProgram(VstInt32 index) override;
+
+    // For hosts of other interfaces, which tell a scale: the editor's window is `scale` times as
+    // large from its next opening on; see VSTGuiEditor::setScale. User-interface thread.
+    void setEditorScale(double scale);
 };
 
 } // namespace zelvatone

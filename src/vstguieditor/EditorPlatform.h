@@ -25,5 +25,8 @@ void runToolkitLoop();
 
 // The picture `name` as a new one; one without a platform picture if it is missing.
 VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name);
+// The same, made with twice the pixels along each edge, for a window that is shown larger; in the
+// frame's coordinates it is as large as the other. The other one if there is none.
+VSTGUI::SharedPointer<VSTGUI::CBitmap> loadDoublePicture(const char* name);
 
 } // namespace zelvatone

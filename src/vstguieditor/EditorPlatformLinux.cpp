@@ -1,9 +1,6 @@
 #include "vstguieditor/EditorPlatform.h"
 
-#include "vstguieditor/EmbeddedPictures.h"
-
 #include "vstgui/lib/platform/platform_x11.h"
-#include "vstgui/lib/platform/platformfactory.h"
 #include "vstgui/lib/vstguiinit.h"
 
 #include <algorithm>
@@ -104,16 +101,6 @@ void runToolkitLoop() {
     if (const auto loop = runLoop) {
         loop->turn();
     }
-}
-
-VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name) {
-    const auto bytes = embeddedPicture(name);
-    if (bytes.empty()) {
-        // Leaves the search to the toolkit, which returns an empty picture if it finds none.
-        return VSTGUI::makeOwned<VSTGUI::CBitmap>(name);
-    }
-    return VSTGUI::makeOwned<VSTGUI::CBitmap>(VSTGUI::getPlatformFactory().createBitmapFromMemory(
-        bytes.data(), static_cast<std::uint32_t>(bytes.size())));
 }
 
 } // namespace zelvatone

@@ -6,6 +6,8 @@
 
 #include <ole2.h>
 
+#include <string>
+
 namespace zelvatone {
 
 namespace {
@@ -51,6 +53,17 @@ void runToolkitLoop() {}
 
 VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name) {
     return VSTGUI::makeOwned<VSTGUI::CBitmap>(name);
+}
+
+// The resources of that size are called 2X-ANIMKNOB.PNG and so on.
+VSTGUI::SharedPointer<VSTGUI::CBitmap> loadDoublePicture(const char* name) {
+    const std::string resource = std::string("2x-") + name;
+    auto picture = VSTGUI::makeOwned<VSTGUI::CBitmap>(resource.c_str());
+    if (!picture->isLoaded()) {
+        return loadPicture(name);
+    }
+    picture->getPlatformBitmap()->setScaleFactor(2);
+    return picture;
 }
 
 } // namespace zelvatone

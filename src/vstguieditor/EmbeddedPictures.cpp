@@ -1,21 +1,6 @@
 #include "vstguieditor/EmbeddedPictures.h"
 
-#include <algorithm>
-#include <cctype>
-#include <iterator>
-
-// The assembler copies the file, which it finds in resources/, between two symbols.
-#define EMBED_PICTURE(symbol, file)                                                                \
-    asm(".pushsection .rodata\n"                                                                   \
-        ".balign 16\n"                                                                             \
-        ".local " #symbol "\n" #symbol ":\n"                                                       \
-        ".incbin \"" file "\"\n"                                                                   \
-        ".local " #symbol "End\n" #symbol "End:\n"                                                 \
-        ".popsection\n");                                                                          \
-    extern "C" {                                                                                   \
-    [[gnu::visibility("hidden")]] extern const std::uint8_t symbol[];                              \
-    [[gnu::visibility("hidden")]] extern const std::uint8_t symbol##End[];                         \
-    }
+#include "vstguieditor/PictureTable.h"
 
 EMBED_PICTURE(zelvatoneAnimKnob, "ANIMKNOB.PNG")
 EMBED_PICTURE(zelvatoneBackground, "BACKGROUND.PNG")
@@ -30,13 +15,7 @@ namespace zelvatone {
 
 namespace {
 
-struct Picture {
-    std::string_view name;
-    const std::uint8_t* begin;
-    const std::uint8_t* end;
-};
-
-const Picture kPictures[] = {
+const EmbeddedFile kPictures[] = {
     {"animknob.png", zelvatoneAnimKnob, zelvatoneAnimKnobEnd},
     {"background.png", zelvatoneBackground, zelvatoneBackgroundEnd},
     {"help1.png", zelvatoneHelp1, zelvatoneHelp1End},
@@ -47,21 +26,10 @@ const Picture kPictures[] = {
     {"helpoverlay.png", zelvatoneHelpOverlay, zelvatoneHelpOverlayEnd},
 };
 
-bool isSameLetter(char a, char b) {
-    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-    return lower(a) == lower(b);
-}
-
 } // namespace
 
 std::span<const std::uint8_t> embeddedPicture(std::string_view name) {
-    const auto* found = std::ranges::find_if(kPictures, [name](const Picture& picture) {
-        return std::ranges::equal(picture.name, name, isSameLetter);
-    });
-    if (found == std::end(kPictures)) {
-        return {};
-    }
-    return {found->begin, found->end};
+    return findPicture(kPictures, name);
 }
 
 } // namespace zelvatone

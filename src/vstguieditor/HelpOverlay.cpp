@@ -1,6 +1,5 @@
 #include "vstguieditor/HelpOverlay.h"
 
-#include "vstguieditor/EditorPlatform.h"
 #include "vstguieditor/vstguieditor.h"
 
 #include <cstdio>
@@ -72,7 +71,7 @@ void HelpOverlay::showPage(int page) {
 }
 
 void HelpOverlay::showPicture(const char* name) {
-    setBackground(loadPicture(name));
+    setBackground(editor_.picture(name));
     invalid();
 }
 

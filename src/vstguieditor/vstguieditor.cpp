@@ -8,6 +8,7 @@
 #include "vstguieditor/HelpButton.h"
 #include "vstguieditor/QuillfeatherBadge.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <string_view>
@@ -60,10 +61,13 @@ VSTGuiEditor::~VSTGuiEditor() {
 }
 
 bool VSTGuiEditor::getRect(ERect** ppErect) {
-    rect_.top = static_cast<std::int16_t>(editorRect_.top);
-    rect_.left = static_cast<std::int16_t>(editorRect_.left);
-    rect_.bottom = static_cast<std::int16_t>(editorRect_.bottom);
-    rect_.right = static_cast<std::int16_t>(editorRect_.right);
+    const auto pixels = [this](double edge) {
+        return static_cast<std::int16_t>(std::lround(edge * scale_));
+    };
+    rect_.top = pixels(editorRect_.top);
+    rect_.left = pixels(editorRect_.left);
+    rect_.bottom = pixels(editorRect_.bottom);
+    rect_.right = pixels(editorRect_.right);
     *ppErect = &rect_;
     return true;
 }
@@ -99,13 +103,16 @@ bool VSTGuiEditor::open(void* parent) {
 
 // The frame with the controls of the list, or null without their pictures.
 CFrame* VSTGuiEditor::buildFrame() {
-    const auto knobStrip = loadPicture("animknob.png");
-    const auto background = loadPicture("background.png");
+    const auto knobStrip = picture("animknob.png");
+    const auto background = picture("background.png");
     if (isMissing(*knobStrip) || isMissing(*background)) {
         std::printf("Error: Zelv pixmaps not found on disk!\n");
         return nullptr;
     }
     auto* newFrame = new CFrame(editorRect_, this);
+    if (scale_ != 1) {
+        newFrame->setZoom(scale_);
+    }
     // Never seen under the picture, and not to be overlooked without it.
     newFrame->setBackgroundColor(CColor(255, 0, 0, 255));
     newFrame->setBackground(background);
@@ -200,6 +207,10 @@ void VSTGuiEditor::showText(VstInt32 index) {
         display->setText(
             checkedAt(loadShared(m_pSynthEngine->currentProgram)->parameters, index)->getDisplay());
     }
+}
+
+bool VSTGuiEditor::beforeSizeChange(const CRect& /*newSize*/, const CRect& /*oldSize*/) {
+    return true;
 }
 
 void VSTGuiEditor::showHelp() {

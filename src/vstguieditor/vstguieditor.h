@@ -27,7 +27,13 @@ public:
     VSTGuiEditor(const VSTGuiEditor&) = delete;
     VSTGuiEditor& operator=(const VSTGuiEditor&) = delete;
 
-    // 717 x 477 pixels.
+    // For hosts that tell a scale: from its next opening on the window, with all in it, is `scale`
+    // times as large. Takes the nearest scale that there is, see nearestEditorScale; 1 before the
+    // first call. Never called for a host that has no scale: then its plug-in is linked without the
+    // pictures of twice the size.
+    void setScale(double scale);
+    double getScale() const { return scale_; }
+    // 717 x 477 pixels, times the scale and rounded.
     bool getRect(ERect** ppErect) override;
     // Shows the controls in the host's window `parent`. Returns true in any case: without pictures,
     // or when that window is gone, the host's window stays empty.
@@ -41,9 +47,16 @@ public:
     // The user has turned a knob: sets the parameter, tells the host, shows the new text.
     void valueChanged(VSTGUI::CControl* control) override;
 
+    // The window is opened at its size: no host is asked to change it.
+    bool beforeSizeChange(const VSTGUI::CRect& newSize, const VSTGUI::CRect& oldSize) override;
+
     // For the help's own controls, while the editor is open.
     void showHelp();
     void closeHelp();
+    // The picture `name` for the scale that the window has.
+    VSTGUI::SharedPointer<VSTGUI::CBitmap> picture(const char* name) const {
+        return scale_ == 1 ? loadPicture(name) : loadLarger_(name);
+    }
 
 private:
     std::size_t parameterCount() const;
@@ -65,8 +78,10 @@ private:
     std::vector<VSTGUI::CTextLabel*> labels_;
     ControlGate gate_; // open while these vectors and `frame` may be used by any thread
 
-    VSTGUI::CRect editorRect_{0, 0, kEditorWidth, kEditorHeight};
-    std::optional<ToolkitUse> toolkit_; // from the first opening on
+    VSTGUI::CRect editorRect_{0, 0, kEditorWidth, kEditorHeight}; // at scale 1
+    double scale_ = 1;
+    decltype(&loadPicture) loadLarger_ = &loadPicture; // for scales above 1
+    std::optional<ToolkitUse> toolkit_;                // from the first opening on
     VSTGUI::SharedPointer<VSTGUI::CFontDesc> font_;
     HelpOverlay* helpOverlay_ = nullptr; // the frame's, while the help is shown
 };

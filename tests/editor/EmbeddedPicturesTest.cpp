@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,18 +14,21 @@ namespace {
 
 class EmbeddedPicture : public testing::TestWithParam<const char*> {};
 
-TEST_P(EmbeddedPicture, IsTheFileWhateverTheCaseOfItsName) {
-    const std::string file = GetParam();
+bool isFile(std::span<const std::uint8_t> embedded, const std::string& file) {
     std::ifstream stream(ZELVATONE_RESOURCES "/" + file, std::ios::binary);
     const std::vector<char> bytes(std::istreambuf_iterator<char>(stream), {});
-    ASSERT_GT(bytes.size(), 1000U);
+    return bytes.size() > 1000 && std::ranges::equal(embedded, bytes, [](std::uint8_t a, char b) {
+               return a == static_cast<std::uint8_t>(b);
+           });
+}
+
+TEST_P(EmbeddedPicture, IsTheFileWhateverTheCaseOfItsName) {
+    const std::string file = GetParam();
     std::string lower = file;
     std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return std::tolower(c); });
     for (const std::string& name : {file, lower}) {
-        const auto embedded = embeddedPicture(name);
-        EXPECT_TRUE(std::ranges::equal(embedded, bytes, [](std::uint8_t a, char b) {
-            return a == static_cast<std::uint8_t>(b);
-        })) << name;
+        EXPECT_TRUE(isFile(embeddedPicture(name), file)) << name;
+        EXPECT_TRUE(isFile(embeddedDoublePicture(name), "2x/" + file)) << name;
     }
 }
 
@@ -36,6 +40,7 @@ INSTANTIATE_TEST_SUITE_P(Of, EmbeddedPicture,
 TEST(EmbeddedPictures, HaveNothingUnderOtherNames) {
     for (const char* name : {"", "help6.png", "help1.pn", "help1.png2", "animknob"}) {
         EXPECT_TRUE(embeddedPicture(name).empty()) << name;
+        EXPECT_TRUE(embeddedDoublePicture(name).empty()) << name;
     }
 }
 
