@@ -85,6 +85,18 @@ TEST_F(EditorBadge, OpensTheWebPageOnceAndSaysSo) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
+TEST_F(EditorBadge, DoesNothingWhenAnotherButtonIsPressedMeanwhile) {
+    installOpener("touch $folder/called\n");
+    testing::internal::CaptureStdout();
+    window->movePointer(kBadge.x, kBadge.y);
+    window->press();
+    window->press(3);
+    window->release(3);
+    window->release();
+    idleAWhile();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
 TEST_F(EditorBadge, DoesNotLookWhereThePointerIsReleased) {
     installOpener("touch $folder/called\n");
     window->movePointer(kBadge.x, kBadge.y);

@@ -79,6 +79,16 @@ protected:
                                           readPicture("HELP5.PNG")};
 };
 
+TEST_F(EditorHelp, StaysClosedWhenAnotherButtonIsPressedMeanwhile) {
+    window->movePointer(kButton.x, kButton.y);
+    window->press();
+    window->press(3);
+    window->release(3);
+    window->release();
+    idleAWhile();
+    EXPECT_EQ(shown(), "editor");
+}
+
 TEST_F(EditorHelp, OpensOnItsIndexAndSaysSo) {
     testing::internal::CaptureStdout();
     EXPECT_TRUE(openHelp());

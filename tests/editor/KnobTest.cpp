@@ -170,6 +170,20 @@ TEST_F(EditorKnob, IgnoresTheRightButton) {
     EXPECT_TRUE(plugin->calls.empty());
 }
 
+TEST_F(EditorKnob, LetsGoWhenAnotherButtonIsPressed) {
+    window->movePointer(centre.x, centre.y - 20);
+    window->press();
+    window->movePointer(centre.x + 20, centre.y);
+    window->press(3);
+    window->movePointer(centre.x - 20, centre.y);
+    window->release(3);
+    window->release();
+    idleAWhile();
+    EXPECT_THAT(plugin->calls,
+                ElementsAre(isBegin(kSustain), isValue(kSustain, kRight), isEnd(kSustain)));
+    EXPECT_EQ(frameOf(kSustain), 24);
+}
+
 TEST_F(EditorKnob, TurnsAlongALineInTheHostsLinearMode) {
     EXPECT_EQ(plugin->dispatch(effSetEditKnobMode, 2), 1);
     plugin->setParameter(kSustain, 0.F);

@@ -4,6 +4,7 @@
 #include "tests/editor/OpenFiles.h"
 
 #include <array>
+#include <memory>
 
 namespace zelvatone::test {
 namespace {
@@ -37,6 +38,23 @@ TEST_F(EditorLifetime, IdlesAndClosesWithoutEverOpening) {
     plugin->closeEditor();
     plugin->idle();
     EXPECT_TRUE(openEditor());
+}
+
+TEST_F(EditorLifetime, IsServedWhenItsHostIdlesAnotherInstanceOnly) {
+    ASSERT_TRUE(openEditor());
+    const auto above = std::make_unique<HostWindow>();
+    Plugin forgotten;
+    ASSERT_TRUE(forgotten.openEditor(above->handle()));
+    // It lies over the first one, and is seen once it is drawn.
+    forgotten.setParameter(kSustain, 0.F);
+    EXPECT_TRUE(idleUntilFrame(kSustain, 0));
+    forgotten.setParameter(kSustain, 1.F);
+    EXPECT_TRUE(idleUntilFrame(kSustain, 29));
+    beginDrag();
+    EXPECT_TRUE(idleUntilFrame(kSustain, 24));
+    window->release();
+    EXPECT_TRUE(idleUntil([&] { return !forgotten.callsOf(audioMasterEndEdit).empty(); }));
+    forgotten.closeEditor();
 }
 
 TEST_F(EditorLifetime, LeavesNothingBehindWhenItOpensTwoHundredTimes) {

@@ -24,6 +24,21 @@ bool KnobTest::press(double x, double y) {
     return event.consumed;
 }
 
+bool KnobTest::pressToo(MouseButton other) {
+    MouseDownEvent event;
+    event.mousePosition = kKnobSize.getCenter();
+    event.modifiers = keys;
+    event.buttonState.add(other);
+    event.othersAreHeld = true;
+    frame->dispatchEvent(event);
+    return event.consumed;
+}
+
+void KnobTest::show(float value) {
+    knob->setValue(value);
+    frame->idle();
+}
+
 bool KnobTest::move(double x, double y) {
     MouseMoveEvent event;
     event.mousePosition = CPoint(x, y);

@@ -33,11 +33,15 @@ protected:
 
     // Each returns whether the event was consumed.
     bool press(double x, double y);
+    // On the knob, with another button held already.
+    bool pressToo(MouseButton other);
     bool move(double x, double y);
     bool release(double x, double y);
     bool wheel(double deltaY, double deltaX = 0);
     // Press, one move, release. Returns the value after it.
     float drag(const CPoint& from, const CPoint& to);
+    // The host sets a value, and it is drawn.
+    void show(float value);
 
     Recorder recorder;
     CFrame* frame;

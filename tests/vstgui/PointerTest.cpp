@@ -77,6 +77,7 @@ TEST_F(Pointer, TurnsFinelyAlongALineWithShift) {
 
 TEST_F(Pointer, TurnsAlongALineWithAlt) {
     knob->setValue(0.5F);
+    frame->idle();
     host->holdAlt(true);
     host->movePointer(320, 130);
     host->press();
@@ -99,6 +100,42 @@ TEST_F(Pointer, SetsTheDefaultValueWithControl) {
     host->holdControl(false);
     EXPECT_EQ(recorder.count("begin 7"), 1);
     EXPECT_EQ(recorder.count("value"), 1);
+}
+
+TEST_F(Pointer, EndsItsDragWithAPressOfAnotherButton) {
+    host->movePointer(320, 110);
+    host->press();
+    host->movePointer(340, 130);
+    host->press(3);
+    host->movePointer(304, 114);
+    host->release(3);
+    host->movePointer(304, 130);
+    host->release();
+    ASSERT_TRUE(idleUntilCount("end 7", 1));
+    EXPECT_NEAR(knob->getValue(), 0.8333333F, kTolerance);
+    EXPECT_EQ(recorder.count("value"), 1);
+    // With all buttons up, a drag is a drag again.
+    host->movePointer(320, 110);
+    host->press();
+    host->movePointer(304, 114);
+    host->release();
+    ASSERT_TRUE(idleUntilCount("end 7", 2));
+    EXPECT_NEAR(knob->getValue(), 0.3333333F, kTolerance);
+}
+
+TEST_F(Pointer, MovesNothingWhileAnotherButtonWasHeldBefore) {
+    for (const int other : {2, 3}) {
+        recorder.log.clear();
+        host->movePointer(320, 110);
+        host->press(other);
+        host->press();
+        host->movePointer(340, 130);
+        host->release();
+        host->release(other);
+        ASSERT_TRUE(idleUntilCount("end 7", 1));
+        EXPECT_EQ(recorder.count("begin 7"), 1);
+        EXPECT_EQ(recorder.count("value"), 0);
+    }
 }
 
 TEST_F(Pointer, TurnsTheWheel) {

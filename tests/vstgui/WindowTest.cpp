@@ -189,10 +189,16 @@ public:
     bool unregisterEventHandler(X11::IEventHandler* oldHandler) override {
         return std::exchange(handler, nullptr) == oldHandler;
     }
-    bool registerTimer(std::uint64_t, X11::ITimerHandler*) override { return true; }
-    bool unregisterTimer(X11::ITimerHandler*) override { return false; }
+    bool registerTimer(std::uint64_t, X11::ITimerHandler* newTimer) override {
+        timer = newTimer;
+        return true;
+    }
+    bool unregisterTimer(X11::ITimerHandler* oldTimer) override {
+        return std::exchange(timer, nullptr) == oldTimer;
+    }
 
     X11::IEventHandler* handler = nullptr;
+    X11::ITimerHandler* timer = nullptr;
 
 protected:
     ~RunLoop() override = default;
@@ -204,7 +210,7 @@ TEST_F(Window, IsServedByTheApplicationsLoopWhileItIsOpen) {
     X11::FrameConfig config;
     config.runLoop = loop;
     auto* frame = new CFrame(kFrameSize, &recorder);
-    addKnob(*frame);
+    CAnimKnob* knob = addKnob(*frame);
     ASSERT_TRUE(frame->open(host.handle(), PlatformType::kX11EmbedWindowID, &config));
     config.runLoop = nullptr;
     ASSERT_NE(loop->handler, nullptr);
@@ -214,8 +220,18 @@ TEST_F(Window, IsServedByTheApplicationsLoopWhileItIsOpen) {
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
     EXPECT_EQ(recorder.count("end 7"), 1);
+    // Drawn too, without an idle of its own. Picture 14, see stripColor.
+    knob->setValue(0.5F);
+    constexpr Pixel kHalf = 14 * 8 << 16 | (255 - 14 * 8) << 8 | 40;
+    for (int pump = 0; pump < 1000 && host.pixel(320, 130) != kHalf; ++pump) {
+        loop->handler->onEvent();
+        loop->timer->onTimer();
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    EXPECT_EQ(host.pixel(320, 130), kHalf);
     frame->close();
     EXPECT_EQ(loop->handler, nullptr);
+    EXPECT_EQ(loop->timer, nullptr);
     EXPECT_EQ(loop->getNbReference(), 1);
 }
 

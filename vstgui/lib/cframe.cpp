@@ -151,9 +151,13 @@ void CFrame::dispatchEvent(Event& event) {
 
 void CFrame::mouseDown(MouseDownEvent& event) {
     if (mouseDownView) {
-        // A second button during a drag begins nothing.
-        event.consumed = true;
-        return;
+        // A second button ends a drag, and begins none. If no other one is held, then the release
+        // that was to end the drag is lost, and this is a press like any other.
+        mouseCancel();
+        if (event.othersAreHeld) {
+            event.consumed = true;
+            return;
+        }
     }
     for (const auto& view : viewsFromTop()) {
         if (!view->isAttached() || !view->hitTest(event.mousePosition)) {
@@ -163,6 +167,9 @@ void CFrame::mouseDown(MouseDownEvent& event) {
         event.consumed = isConsumed(result);
         if (result == kMouseEventHandled && view->isAttached()) {
             mouseDownView = view;
+            if (event.othersAreHeld) {
+                mouseCancel();
+            }
         }
         if (event.consumed || !view->getTransparency()) {
             return;

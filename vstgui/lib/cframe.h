@@ -83,6 +83,7 @@ private:
     CFrame* frameOfViews() override { return this; }
     void platformDrawRect(CDrawContext& context, const CRect& rect) override;
     void platformOnEvent(Event& event) override { dispatchEvent(event); }
+    void platformOnTurn() override { idle(); }
 
     CPoint windowSize() const;
     void closeWindow();

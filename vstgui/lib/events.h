@@ -56,6 +56,8 @@ protected:
 
 struct MouseDownEvent final : MouseButtonEvent {
     MouseDownEvent() : MouseButtonEvent(EventType::MouseDown) {}
+
+    bool othersAreHeld = false; // another button was pressed before, and not released yet
 };
 
 struct MouseMoveEvent final : MouseButtonEvent {

@@ -23,6 +23,8 @@ public:
     // As a fraction of the range. Any thread.
     void setValueNormalized(float fraction);
     float getValueNormalized() const;
+    // The value when the control was last asked to be drawn.
+    float getOldValue() const { return shownValue; }
 
     // The range is set before other threads know the control.
     void setMin(float newMin) { minimum = newMin; }

@@ -12,11 +12,15 @@ namespace {
 
 using std::numbers::pi;
 
-// The knob turns over three quarters of a circle; the gap is at the bottom.
-constexpr double kRangeAngle = 1.5 * pi;
-// Pixels along the line for the whole range, and with Shift held.
-constexpr double kLineRange = 200;
-constexpr double kFineLineRange = 1.5 * kLineRange;
+// The knob turns over three quarters of a circle from lower left, the gap is at the bottom; angles
+// run clockwise from the right. Floats, which the arithmetic takes in double: hosts that have
+// recorded a drag find the same values to the last bit.
+constexpr auto kStartAngle = static_cast<float>(0.75 * pi);
+constexpr auto kRangeAngle = static_cast<float>(1.5 * pi);
+constexpr double kUpAngle = kStartAngle + static_cast<double>(kRangeAngle) / 2;
+// Of the range, for one pixel along the line: 200 pixels, and half as many more with Shift held.
+constexpr float kLineStep = 1.F / 200.F;
+constexpr float kFineLineStep = 1.F / 300.F;
 // Of the range, for one notch of the wheel.
 constexpr float kWheelStep = 0.1F;
 constexpr float kFineWheelStep = 0.01F;
@@ -33,13 +37,13 @@ bool CKnobBase::isCircular(const CButtonState& buttons) const {
 // The value that points at `where`, a fraction of the range: 0.5 straight up.
 float CKnobBase::valueAt(const CPoint& where) const {
     const CPoint fromCentre = where - getViewSize().getCenter();
-    // Clockwise from straight up, and straight down is reached from the left: it belongs to the
-    // upper end.
-    double angle = std::atan2(fromCentre.y, fromCentre.x) + pi / 2;
-    if (angle > pi) {
-        angle -= 2 * pi;
+    // From straight up, and straight down, where the rounded angles leave a trace of the circle,
+    // belongs to the upper end.
+    double angle = std::atan2(fromCentre.y, fromCentre.x) - kUpAngle;
+    if (angle < -pi) {
+        angle += 2 * pi;
     }
-    return static_cast<float>(std::clamp(0.5 + angle / kRangeAngle, 0.0, 1.0));
+    return static_cast<float>(std::clamp(0.5 + angle / static_cast<double>(kRangeAngle), 0.0, 1.0));
 }
 
 // A drag through the gap at the bottom would throw the knob from one end to the other: it stays at
@@ -60,9 +64,9 @@ float CKnobBase::circularValue(const CPoint& where) {
 // back with it. A change of the keys sets a new anchor: the value does not jump.
 float CKnobBase::lineValue(const CPoint& where, const CButtonState& buttons) {
     const CPoint way = where - drag->anchor;
-    const double range = drag->buttons.isShiftSet() ? kFineLineRange : kLineRange;
+    const double step = drag->buttons.isShiftSet() ? kFineLineStep : kLineStep;
     const auto target =
-        static_cast<float>(std::clamp(drag->anchorValue + (way.x - way.y) / range, 0.0, 1.0));
+        static_cast<float>(std::clamp(drag->anchorValue + (way.x - way.y) * step, 0.0, 1.0));
     if (buttons.getModifierState() != drag->buttons.getModifierState()) {
         drag->anchor = where;
         drag->anchorValue = target;
@@ -71,11 +75,15 @@ float CKnobBase::lineValue(const CPoint& where, const CButtonState& buttons) {
     return target;
 }
 
-// After the user may have changed the value from `before`.
-void CKnobBase::showUserValue(float before) {
-    if (getValue() != before) {
-        valueChanged();
+// Sets what the user has moved to, unless it is what is seen: then a value that the host has set
+// meanwhile, and that is not drawn yet, stays.
+void CKnobBase::setUserValue(float fraction) {
+    const float target = getMin() + fraction * (getMax() - getMin());
+    if (target == getOldValue()) {
+        return;
     }
+    setValue(target);
+    valueChanged();
     if (isDirty()) {
         invalid();
     }
@@ -86,8 +94,13 @@ CMouseEventResult CKnobBase::onMouseDown(CPoint& where, const CButtonState& butt
         return kMouseEventNotHandled;
     }
     endWheel();
-    drag = Drag{isCircular(buttons),  getValue(), where, valueAt(where), where,
-                getValueNormalized(), buttons};
+    drag = Drag{isCircular(buttons),
+                getValueNormalized(),
+                where,
+                valueAt(where),
+                where,
+                getValueNormalized(),
+                buttons};
     beginEdit();
     return kMouseEventHandled;
 }
@@ -100,9 +113,7 @@ CMouseEventResult CKnobBase::onMouseMoved(CPoint& where, const CButtonState& but
         return kMouseEventHandled;
     }
     drag->last = where;
-    const float before = getValue();
-    setValueNormalized(drag->circular ? circularValue(where) : lineValue(where, buttons));
-    showUserValue(before);
+    setUserValue(drag->circular ? circularValue(where) : lineValue(where, buttons));
     return kMouseEventHandled;
 }
 
@@ -119,10 +130,12 @@ CMouseEventResult CKnobBase::onMouseCancel() {
     if (!drag) {
         return kMouseEventNotHandled;
     }
-    const float before = getValue();
-    setValue(drag->valueBefore);
+    const Drag cancelled = *drag;
     drag.reset();
-    showUserValue(before);
+    // Around the knob the value is where the pointer is, and stays.
+    if (!cancelled.circular) {
+        setUserValue(cancelled.fractionBefore);
+    }
     endEdit();
     return kMouseEventHandled;
 }

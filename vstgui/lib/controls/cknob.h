@@ -20,7 +20,7 @@ public:
     CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
     CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
     CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
-    // Back to the value before the drag.
+    // Ends the drag. One along a line goes back to the value before it, one around stays.
     CMouseEventResult onMouseCancel() override;
     void onMouseWheelEvent(MouseWheelEvent& event) override;
     void onIdle(std::chrono::steady_clock::time_point now) override;
@@ -35,7 +35,7 @@ private:
 
     struct Drag {
         bool circular;
-        float valueBefore;    // for a cancelled drag
+        float fractionBefore; // of the range, for a cancelled drag
         CPoint last;          // where the pointer was seen last
         float reference;      // circular: the value that a jump is measured from
         CPoint anchor;        // line: where ...
@@ -47,7 +47,7 @@ private:
     float valueAt(const CPoint& where) const;
     float circularValue(const CPoint& where);
     float lineValue(const CPoint& where, const CButtonState& buttons);
-    void showUserValue(float before);
+    void setUserValue(float fraction);
     void endWheel();
 
     std::optional<Drag> drag;

@@ -29,6 +29,9 @@ public:
     // Hands on what the user did; places are the window's pixels. The window may be closed when the
     // call returns.
     virtual void platformOnEvent(Event& event) = 0;
+    // Time to look at the clock and to draw; the frame need not be idled for it to come. The window
+    // may be closed when the call returns.
+    virtual void platformOnTurn() = 0;
 
 protected:
     ~IPlatformFrameCallback() = default;

@@ -105,6 +105,9 @@ bool createWindow(const Window& window, xcb_window_t parent, const CPoint& size)
     return xcb_connection_has_error(connection) == 0;
 }
 
+// Of the pointer; the wheel's directions are left out.
+constexpr std::uint16_t kButtonMask = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+
 EventFlags<ModifierKey> modifiersOf(std::uint16_t state) {
     EventFlags<ModifierKey> modifiers;
     if ((state & XCB_MOD_MASK_SHIFT) != 0) {
@@ -135,7 +138,12 @@ MouseEvent positioned(const XcbEvent& from) {
     return event;
 }
 
-class X11Frame final : public IPlatformFrame, private X11::IEventHandler {
+// How often a frame's turn comes while the loop is turned, by its own application or by another.
+constexpr std::uint64_t kTurnMs = 16;
+
+class X11Frame final : public IPlatformFrame,
+                       private X11::IEventHandler,
+                       private X11::ITimerHandler {
 public:
     X11Frame(Window&& opened, IPlatformFrameCallback& callback, const CPoint& size,
              const SharedPointer<X11::IRunLoop>& loop)
@@ -145,6 +153,7 @@ public:
           runLoop(loop) {
         if (runLoop) {
             runLoop->registerEventHandler(xcb_get_file_descriptor(window.connection.get()), this);
+            runLoop->registerTimer(kTurnMs, this);
         }
     }
 
@@ -158,6 +167,7 @@ protected:
 
 private:
     void onEvent() override { handleEvents(); }
+    void onTimer() override;
     bool isConnected() const {
         return callback && xcb_connection_has_error(window.connection.get()) == 0;
     }
@@ -188,6 +198,7 @@ void X11Frame::close() {
     callback = nullptr;
     if (auto loop = std::exchange(runLoop, nullptr)) {
         loop->unregisterEventHandler(this);
+        loop->unregisterTimer(this);
     }
     xcb_connection_t* connection = window.connection.get();
     if (!isGone) {
@@ -204,6 +215,14 @@ void X11Frame::handleEvents() {
     handleQueued();
     if (isConnected() && pressTime != 0) {
         releaseLostButton();
+    }
+}
+
+// Whoever turns the loop serves all frames that share it, also those that are not idled themselves.
+void X11Frame::onTimer() {
+    const SharedPointer<X11Frame> kept(this);
+    if (callback) {
+        callback->platformOnTurn();
     }
 }
 
@@ -261,6 +280,7 @@ void X11Frame::onPress(const xcb_button_press_event_t& event) {
     pressTime = event.time;
     auto down = positioned<MouseDownEvent>(event);
     down.buttonState.add(buttonOf(event.detail));
+    down.othersAreHeld = (event.state & kButtonMask) != 0; // as it was before this press
     callback->platformOnEvent(down);
 }
 
@@ -313,14 +333,13 @@ void X11Frame::onWheel(const xcb_button_press_event_t& event) {
 // hiding if the host's window is the one that goes. So the server is asked as long as the last
 // event was a press.
 void X11Frame::releaseLostButton() {
-    constexpr std::uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     const xcb_timestamp_t askedFor = pressTime;
     xcb_connection_t* connection = window.connection.get();
     const ReplyPtr<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
         connection, xcb_query_pointer_unchecked(connection, window.id), nullptr));
     // Events from before the reply have come in with it.
     handleQueued();
-    if (!pointer || !isConnected() || pressTime != askedFor || (pointer->mask & kButtons) != 0) {
+    if (!pointer || !isConnected() || pressTime != askedFor || (pointer->mask & kButtonMask) != 0) {
         return;
     }
     pressTime = 0;

@@ -53,6 +53,16 @@ EventFlags<ModifierKey> modifiersOf(WPARAM keys) {
     return modifiers;
 }
 
+// What messages of the mouse tell of its buttons.
+constexpr WPARAM kButtonKeys = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
+
+WPARAM keyOf(MouseButton button) {
+    if (button == MouseButton::Middle) {
+        return MK_MBUTTON;
+    }
+    return button == MouseButton::Left ? MK_LBUTTON : MK_RBUTTON;
+}
+
 CPoint pointOf(LPARAM position) {
     return {static_cast<CCoord>(GET_X_LPARAM(position)),
             static_cast<CCoord>(GET_Y_LPARAM(position))};
@@ -228,6 +238,7 @@ void Win32Frame::onPress(MouseButton button, WPARAM keys, LPARAM position) {
     SetCapture(window);
     auto down = positioned<MouseDownEvent>(keys, position);
     down.buttonState.add(button);
+    down.othersAreHeld = (keys & kButtonKeys & ~keyOf(button)) != 0;
     tell(down);
 }
 
