@@ -32,6 +32,9 @@ LAYERS = [
     # Hosts the editor of the VST 2.4 file for formats that speak in units.
     ("editor panel", ["src/editorpanel"], ["params", "vst2", "engine", "plugin"]),
     ("lv2", ["src/lv2"], ["params", "formats"]),
+    # CLAP's own records, and the plug-in that speaks them.
+    ("clap records", ["src/clap/abi"], []),
+    ("clap", ["src/clap"], ["params", "performance", "formats", "editor panel", "clap records"]),
 
     # The host: knows a plug-in by the records of its interface alone.
     ("host", ["host"], []), # the errors that every room throws
@@ -73,6 +76,8 @@ LAYERS = [
                                         "tests/vstgui"]),
     ("tests/editorpanel", ["tests/editorpanel"], ["params", "editor panel", "tests/vstgui",
                                                   "tests/editor"]),
+    ("tests/clap", ["tests/clap"], ["params", "vst2", "formats", "performance", "clap records",
+                                    "clap", "tests/plugin"]),
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",

@@ -7,6 +7,7 @@ add_subdirectory(params)
 
 add_subdirectory(abi)
 add_subdirectory(art)
+add_subdirectory(clap)
 add_subdirectory(editor)
 add_subdirectory(editorpanel)
 add_subdirectory(engine)
