@@ -3,7 +3,15 @@
 
 namespace zelvatone {
 
-// Whether a person watches standard error, on a terminal that knows how to erase a line.
-bool isWatched();
+enum class TerminalKind {
+    kNone,  // a file or a pipe: no person watches
+    kPlain, // prints lines one after the other
+    kErasing
+};
+
+TerminalKind terminalKind();
+
+// Characters in a line; 80 where the terminal does not say.
+int terminalColumns();
 
 } // namespace zelvatone
