@@ -3,6 +3,8 @@
 
 #include "cli/Main.h"
 
+#include "cli/HelpFormatter.h"
+#include "cli/UsageMessage.h"
 #include "cli/commands/EditCommand.h"
 #include "cli/commands/InfoCommand.h"
 #include "cli/commands/ParamsCommand.h"
@@ -13,14 +15,14 @@
 #include "cli/commands/TourCommand.h"
 #include "cli/terminal/Notice.h"
 #include "host/Error.h"
-#include "host/text/Format.h"
-#include "host/text/Names.h"
 #include "host/threads/Interrupt.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
+#include <utility>
 
 namespace zelvatone {
 
@@ -48,15 +50,6 @@ public:
                 command.run(output);
             }
         }
-    }
-
-    // "a, b and c"
-    std::string names() const {
-        std::vector<std::string> names;
-        for (const Command& command : commands_) {
-            names.push_back(command.app->get_name());
-        }
-        return wordList(names, "and");
     }
 
 private:
@@ -89,36 +82,22 @@ void describe(CLI::App& app) {
     // On Windows too a slash begins a path, not an option.
     app.allow_windows_style_options(false);
     app.set_version_flag("--version", "zelvatone " ZELVATONE_VERSION);
+    app.formatter(std::make_shared<HelpFormatter>()); // commands made later inherit it
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer("Examples:\n"
                "  zelvatone render song.mid -o song.wav\n"
                "  zelvatone render song.mid -o song.wav --program Organ\n"
                "  zelvatone tour -o tour\n"
-               "'zelvatone COMMAND --help' describes a command.\n"
+               "'zelvatone help COMMAND' or 'zelvatone COMMAND --help' describes a command.\n"
                "Exit status: 0 success, 1 bad file or plug-in, 2 bad command line.");
-}
-
-UsageError commandError(const CLI::App& app, const Commands& commands) {
-    const auto extras = app.remaining();
-    const std::string wrong =
-        extras.empty() ? "no command given" : formatText("unknown command '{}'", extras[0]);
-    return UsageError(formatText("{}; the commands are {}", wrong, commands.names()));
-}
-
-// "preset save", for the command and the command inside it that the command line came to.
-std::string parsedCommand(const CLI::App& app) {
-    std::string names;
-    for (auto inside = app.get_subcommands(); !inside.empty();
-         inside = inside[0]->get_subcommands()) {
-        names += inside[0]->get_name() + " ";
-    }
-    return names;
 }
 
 // False when the command line asked for help or the version, which has been printed then.
 bool parse(CLI::App& app, int argc, char** argv) {
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> words = commandWords(argc, argv);
+        std::reverse(words.begin(), words.end()); // as the library takes them
+        app.parse(std::move(words));
     } catch (const CLI::Success& help) {
         app.exit(help);
         std::cout.flush();
@@ -127,8 +106,7 @@ bool parse(CLI::App& app, int argc, char** argv) {
         }
         return false;
     } catch (const CLI::ParseError& error) {
-        throw UsageError(
-            formatText("{}; see 'zelvatone {}--help'", error.what(), parsedCommand(app)));
+        throw UsageError(usageMessage(app, error));
     }
     return true;
 }
@@ -138,14 +116,13 @@ int runCommand(int argc, char** argv) {
                  "zelvatone");
     describe(app);
     const Commands commands(app);
-    // An unknown command is named by commandError(). Commands made earlier do not inherit this.
+    // An unknown command is named by checkCommand(). Commands made earlier do not inherit this.
     app.allow_extras();
     if (!parse(app, argc, argv)) {
         return 0;
     }
-    if (app.get_subcommands().empty()) {
-        throw commandError(app, commands);
-    }
+    checkCommand(app);
+    checkPaths(app);
     commands.run();
     return 0;
 }

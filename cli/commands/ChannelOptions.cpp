@@ -1,29 +1,24 @@
 #include "cli/commands/ChannelOptions.h"
 
+#include "cli/commands/OptionValues.h"
 #include "host/Error.h"
 #include "host/audio/Decibels.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
 #include "host/text/Numbers.h"
 
-#include <cmath>
-
 namespace zelvatone {
 
 namespace {
 
 [[noreturn]] void fail(std::string_view what, std::string_view text) {
-    throw UsageError(formatText("--channel takes {}, not '{}'", what, text));
+    throw UsageError(
+        formatText("--channel takes {}, not '{}'{}", what, text, decimalPointHint(text)));
 }
 
-// "-6dB", "-6 dB" or "-6".
 float parseLevel(std::string_view text) {
-    std::string_view number = text;
-    if (number.size() >= 2 && equalInAnyCase(number.substr(number.size() - 2), "dB")) {
-        number = cleanEnd(number.substr(0, number.size() - 2));
-    }
-    const auto decibels = realNumber(number);
-    if (!decibels || std::abs(*decibels) > kLargestGain) {
+    const auto decibels = decibelsIn(text);
+    if (!decibels) {
         fail("levels from -120dB to 120dB", text);
     }
     return gainFactor(*decibels);

@@ -48,7 +48,7 @@ void checkPresetPath(const std::string& path) {
 void savePreset(const std::string& path, HostedPlugin& plugin, const StandardOutput& output) {
     const Preset preset = isBankPath(path) ? takeBank(plugin) : takeProgram(plugin);
     writePreset(userPath(path), preset);
-    output.print(formatText("{}: {}\n", path, presetSummary(preset)));
+    output.print(formatText("{}: {}\n", cleanText(path), presetSummary(preset)));
 }
 
 namespace {

@@ -66,7 +66,8 @@ std::string PresetReport::bankTable() const {
 }
 
 std::string PresetReport::text() const {
-    const std::string head = formatText("{}: {}\n", file_.path, presetSummary(file_.preset));
+    const std::string head =
+        formatText("{}: {}\n", cleanText(file_.path), presetSummary(file_.preset));
     if (isList_) {
         return head + bankTable();
     }

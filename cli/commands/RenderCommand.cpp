@@ -129,9 +129,10 @@ void addValue(CLI::App& command, const std::string& name, std::string& value,
 
 void addChannelOptions(CLI::App& command, RenderOptions& options) {
     command
-        .add_option("--channel", options.channels,
-                    "Give a MIDI channel its own instrument, with a program (name, number or .fxp "
-                    "file) and a level; may be repeated")
+        .add_option(
+            "--channel", options.channels,
+            "Give a MIDI channel, 1 to 16, its own instrument, with a program (name, number "
+            "or .fxp file) and a level, -120 to 120 decibels; may be repeated")
         ->type_name("CHANNEL=PROGRAM[@LEVELdB]")
         ->allow_extra_args(false);
     command
@@ -148,8 +149,8 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  zelvatone render song.mid -o song.wav\n"
     "  zelvatone render song.mid -o song.flac --rate 48000 --gain -6\n"
-    "  zelvatone render song.mid -o song.wav --program \"Banana Bass\" --set Attack=0.25\n"
-    "  zelvatone render song.mid -o song.wav --channel 1=Organ@-6dB --channel 2=Lime --stems parts";
+    "  zelvatone render song.mid -o song.wav --program Organ --set Attack=0.25\n"
+    "  zelvatone render song.mid -o song.wav --channel 1=Organ@-6dB --stems parts";
 
 } // namespace
 
@@ -165,12 +166,12 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
     addValue(*command, "--block", options.block, "SAMPLES", "Block size, 1 to 65536");
     addValue(*command, "--format", options.format, "16|24|float",
              "Sample format: 16 bits, 24 bits or floating point; OGG ignores it");
-    addValue(*command, "--gain", options.gain, "DB", "Gain of the whole mix");
+    addValue(*command, "--gain", options.gain, "DB", "Gain of the whole mix, -120 to 120 decibels");
     addValue(*command, "--tail", options.tail, "auto|SECONDS",
              "How long to render after the end of the song; auto: until half a second of "
-             "silence, 30 s at most");
+             "silence, 30 s at most; up to 600 seconds");
     addValue(*command, "--threads", options.threads, "auto|N",
-             "Channels to render at once; auto: one per processor");
+             "Channels to render at once, 1 to 64; auto: one per processor");
     addSetupOptions(*command, options.setup);
     addChannelOptions(*command, options);
     addPluginOptions(*command, options.plugin);
@@ -186,6 +187,10 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     const Song song = readSong(userPath(options.song));
     if (!song.warning.empty()) {
         printNotice(song.warning);
+    }
+    for (const int channel : silentChannels(song, settings.channels)) {
+        printNotice(
+            formatText("channel {} plays nothing: {} has no note on it", channel, options.song));
     }
     const auto plans = planParts(song, settings.channels, setup);
     const PluginLibrary library = loadPlugin(options.plugin);

@@ -22,6 +22,13 @@ std::optional<int> channelOf(const SongEvent& event) {
     return status < kSystemMessages ? std::optional((status & 0x0F) + 1) : std::nullopt;
 }
 
+// A velocity of 0 ends a note.
+bool isNoteOn(const SongEvent& event) {
+    constexpr int kKind = 0xF0;
+    constexpr int kNoteOn = 0x90;
+    return (event.bytes[0] & kKind) == kNoteOn && event.bytes[2] > 0;
+}
+
 PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) {
     PluginSetup own;
     own.settings = setup.settings;
@@ -66,6 +73,22 @@ std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelCho
         plans.push_back({std::nullopt, setup, 1.0F});
     }
     return plans;
+}
+
+std::vector<int> silentChannels(const Song& song, const std::map<int, ChannelChoice>& channels) {
+    std::bitset<17> playing; // channels count from 1
+    for (const SongEvent& event : song.events) {
+        if (isNoteOn(event)) {
+            playing.set(static_cast<std::size_t>(*channelOf(event)));
+        }
+    }
+    std::vector<int> silent;
+    for (const auto& [channel, choice] : channels) {
+        if (!playing[static_cast<std::size_t>(channel)]) {
+            silent.push_back(channel);
+        }
+    }
+    return silent;
 }
 
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,

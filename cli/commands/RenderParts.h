@@ -27,6 +27,9 @@ struct PartPlan {
 std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
                                 const PluginSetup& setup);
 
+// Those of `channels` on which the song has no note.
+std::vector<int> silentChannels(const Song& song, const std::map<int, ChannelChoice>& channels);
+
 // Makes the instruments. `automation` is a file of moves for all of them. The song must outlive
 // the parts. Throws InputError when a setup does not fit the plug-in or the file is bad.
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,

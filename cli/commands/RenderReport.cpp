@@ -1,5 +1,6 @@
 #include "cli/commands/RenderReport.h"
 
+#include "host/plugin/PluginText.h"
 #include "host/text/Format.h"
 
 #include <cmath>
@@ -37,7 +38,7 @@ std::string lengthText(double seconds) {
 
 std::string closingLine(const std::string& file, const RenderReport& report) {
     std::string line =
-        formatText("{}: {}, {}, {}", file, lengthText(report.seconds),
+        formatText("{}: {}, {}, {}", cleanText(file), lengthText(report.seconds),
                    peakText(report.peakDecibels), clippedText(report.clippedSamples));
     if (report.brokenSamples != 0) {
         line += formatText(", {} samples were NaN or infinite (silenced)", report.brokenSamples);

@@ -1,10 +1,8 @@
 #include "cli/commands/RenderSettings.h"
 
-#include "host/Error.h"
+#include "cli/commands/OptionValues.h"
 #include "host/audio/Decibels.h"
 #include "host/files/UserPath.h"
-#include "host/text/Format.h"
-#include "host/text/Numbers.h"
 #include "host/threads/ThreadTeam.h"
 
 namespace zelvatone {
@@ -17,28 +15,6 @@ constexpr int kHighestRate = 192000;
 constexpr int kLargestBlock = 65536; // samples; beyond any host's
 constexpr int kMostThreads = 64;     // one a channel is enough; more than that is a slip
 constexpr double kLongestTailSeconds = 600.0;
-
-std::string rangeError(std::string_view option, std::string_view range, std::string_view text) {
-    return formatText("{} takes {}, not '{}'", option, range, text);
-}
-
-int wholeOption(const std::string& option, const std::string& text, int least, int most) {
-    const auto number = wholeNumber(text);
-    if (!number || *number < least || *number > most) {
-        throw UsageError(
-            rangeError(option, formatText("a whole number from {} to {}", least, most), text));
-    }
-    return *number;
-}
-
-double realOption(const std::string& option, const std::string& text, double least, double most,
-                  const std::string& range) {
-    const auto number = realNumber(text);
-    if (!number || *number < least || *number > most) {
-        throw UsageError(rangeError(option, range, text));
-    }
-    return *number;
-}
 
 std::optional<double> tailOption(const std::string& text) {
     if (text == "auto") {
@@ -62,8 +38,7 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.file.container = containerOf(userPath(options.output));
     settings.file.samples = sampleKindOf(options.format);
     checkFormat(settings.file);
-    settings.gain = gainFactor(
-        realOption("--gain", options.gain, -kLargestGain, kLargestGain, "-120 to 120 decibels"));
+    settings.gain = gainFactor(decibelOption("--gain", options.gain));
     settings.tailSeconds = tailOption(options.tail);
     settings.threads = threadsOption(options.threads);
     settings.channels = parseChannels(options.channels);

@@ -1,10 +1,12 @@
 #include "cli/commands/ScreenshotCommand.h"
 
+#include "cli/commands/OptionValues.h"
 #include "host/Error.h"
 #include "host/files/UserPath.h"
 #include "host/plugin/EditorSession.h"
 #include "host/plugin/PluginText.h"
 #include "host/text/Format.h"
+#include "host/text/Names.h"
 #include "host/threads/Interrupt.h"
 #include "host/window/PictureDisplay.h"
 
@@ -89,6 +91,17 @@ void checkHelp(HostedPlugin& plugin, std::optional<int> helpPage) {
     }
 }
 
+std::optional<int> helpPageOption(const std::optional<std::string>& text) {
+    constexpr int kPages = static_cast<int>(kHelpPanels.size());
+    return text ? std::optional(wholeOption("--help-page", *text, 0, kPages)) : std::nullopt;
+}
+
+void checkExtension(const std::string& path) {
+    if (lowerCase(userPath(path).extension().string()) != ".png") {
+        throw UsageError(formatText("the picture is a PNG file: end '{}' in .png", path));
+    }
+}
+
 } // namespace
 
 CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
@@ -99,8 +112,7 @@ CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
     command
         ->add_option("--help-page", options.helpPage,
                      "Show the help: 0 for its index, 1 to 5 for a page")
-        ->type_name("N")
-        ->check(CLI::Range(0, static_cast<int>(kHelpPanels.size())));
+        ->type_name("N");
     addPluginOptions(*command, options.plugin);
     addSetupOptions(*command, options.setup);
     command->footer("Without a display (DISPLAY), Xvfb is started temporarily.\n"
@@ -112,16 +124,19 @@ CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options) {
 }
 
 void runScreenshot(const ScreenshotOptions& options, const StandardOutput& output) {
+    checkExtension(options.output);
+    const std::optional<int> helpPage = helpPageOption(options.helpPage);
     const PluginSetup setup = readSetup(options.setup);
     const InterruptWatch watch;
     const PictureDisplay display;
     const PluginLibrary library = loadPlugin(options.plugin);
     HostedPlugin plugin(library, StreamFormat{});
     applySetup(plugin, setup);
-    checkHelp(plugin, options.helpPage);
-    const TrueColourPicture picture = takePicture(plugin, options.helpPage);
+    checkHelp(plugin, helpPage);
+    const TrueColourPicture picture = takePicture(plugin, helpPage);
     writePng(userPath(options.output), picture);
-    output.print(formatText("{}: {} x {} pixels\n", options.output, picture.width, picture.height));
+    output.print(formatText("{}: {} x {} pixels\n", cleanText(options.output), picture.width,
+                            picture.height));
 }
 
 } // namespace zelvatone

@@ -13,8 +13,8 @@ namespace zelvatone {
 struct ScreenshotOptions {
     PluginOptions plugin;
     SetupOptions setup;
-    std::string output;          // the PNG file
-    std::optional<int> helpPage; // 0 for the help's index, 1 to 5 for its pages
+    std::string output;                  // the PNG file
+    std::optional<std::string> helpPage; // 0 for the help's index, 1 to 5 for its pages; as typed
 };
 
 CLI::App* addScreenshotCommand(CLI::App& app, ScreenshotOptions& options);

@@ -1,5 +1,6 @@
 #include "cli/commands/SetupOptions.h"
 
+#include "cli/commands/OptionValues.h"
 #include "host/Error.h"
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
@@ -35,13 +36,28 @@ std::vector<std::string> namesIn(const Preset& bank) {
     return names;
 }
 
+// What `find` finds of a word of the command line. A number that is out of range is wrong there,
+// whatever the plug-in.
+template<typename Find>
+int findTyped(Find find, const std::vector<std::string>& names, const std::string& wanted) {
+    try {
+        return find(names, wanted);
+    } catch (const InputError& error) {
+        if (wholeNumber(wanted)) {
+            throw UsageError(error.what());
+        }
+        throw;
+    }
+}
+
 // The number of the program that is wanted, before the bank that holds it is applied.
 std::optional<int> wantedProgram(HostedPlugin& plugin, const PluginSetup& setup) {
     if (!setup.program) {
         return std::nullopt;
     }
-    return findProgram(setup.preset ? namesIn(setup.preset->preset) : programNames(plugin),
-                       *setup.program);
+    return findTyped(findProgram,
+                     setup.preset ? namesIn(setup.preset->preset) : programNames(plugin),
+                     *setup.program);
 }
 
 std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
@@ -50,7 +66,7 @@ std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
     if (!settings.empty()) {
         const auto names = parameterNames(plugin);
         for (const ParameterSetting& setting : settings) {
-            found.emplace_back(findParameter(names, setting.parameter), setting.value);
+            found.emplace_back(findTyped(findParameter, names, setting.parameter), setting.value);
         }
     }
     return found;
@@ -65,7 +81,7 @@ void addSetupOptions(CLI::App& command, SetupOptions& options) {
         ->type_name("FILE");
     command
         .add_option("--program", options.program,
-                    "Choose a program by name, by the unique beginning of a name, or by number")
+                    "Choose a program by name, by the beginning of one name, or by number")
         ->type_name("NAME");
     command
         .add_option(
@@ -82,8 +98,9 @@ ParameterSetting parseSetting(std::string_view text) {
     }
     const auto value = realNumber(text.substr(equals + 1));
     if (!value || *value < 0.0 || *value > 1.0) {
-        throw UsageError(
-            formatText("--set takes values from 0 to 1, not '{}'", text.substr(equals + 1)));
+        throw UsageError(formatText("--set takes values from 0 to 1, not '{}'{}",
+                                    text.substr(equals + 1),
+                                    decimalPointHint(text.substr(equals + 1))));
     }
     return {std::string(text.substr(0, equals)), static_cast<float>(*value)};
 }

@@ -52,8 +52,8 @@ struct PluginSetup {
 // InputError for a bad file or one that leaves no program to choose.
 PluginSetup readSetup(const SetupOptions& options);
 
-// Throws InputError, with nothing set, for a preset that is not for this plug-in and for a program
-// or parameter that it does not have.
+// Throws, with nothing set, InputError for a preset that is not for this plug-in and for a program
+// or parameter that it does not have, and UsageError for the number of one that is out of range.
 void applySetup(HostedPlugin& plugin, const PluginSetup& setup);
 
 } // namespace zelvatone

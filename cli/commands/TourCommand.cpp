@@ -5,6 +5,7 @@
 #include "host/Error.h"
 #include "host/files/OutputFile.h"
 #include "host/files/OutputFolder.h"
+#include "host/plugin/PluginText.h"
 #include "host/plugin/Programs.h"
 #include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
@@ -92,7 +93,7 @@ CLI::App* addTourCommand(CLI::App& app, TourOptions& options) {
         ->type_name("FOLDER");
     command
         ->add_option("--threads", options.threads,
-                     "Programs to render at once; auto: one per processor")
+                     "Programs to render at once, 1 to 64; auto: one per processor")
         ->type_name("auto|N")
         ->capture_default_str();
     addPluginOptions(*command, options.plugin);
@@ -118,7 +119,8 @@ void runTour(const TourOptions& options, const StandardOutput& output) {
     folder.commit();
     if (!options.quiet) {
         const auto page = std::filesystem::path(options.folder) / "index.html";
-        output.print(formatText("{}: {} programs\n", page.string(), instrument.stops.size()));
+        output.print(
+            formatText("{}: {} programs\n", cleanText(page.string()), instrument.stops.size()));
     }
 }
 

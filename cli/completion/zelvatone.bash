@@ -23,6 +23,18 @@ _zelvatone_programs() {
     done < <("${COMP_WORDS[0]}" programs 2>/dev/null | tail -n +2)
 }
 
+# _zelvatone_parameters: offers the parameters of the plug-in, with the sign that a value follows.
+_zelvatone_parameters() {
+    local word=${COMP_WORDS[COMP_CWORD]//[\\\"\']/} name
+    compopt -o nospace 2>/dev/null
+    while read -r name; do
+        if [[ ${name,,} == "${word,,}"* ]]; then
+            printf -v name '%q' "$name"
+            COMPREPLY+=("$name=")
+        fi
+    done < <("${COMP_WORDS[0]}" params --json 2>/dev/null | sed -n 's/^ *"name": "\(.*\)",$/\1/p')
+}
+
 # _zelvatone_value OPTION: offers values of an option; fails for a word that takes none.
 _zelvatone_value() {
     case $1 in
@@ -36,7 +48,8 @@ _zelvatone_value() {
     --program) _zelvatone_programs ;;
     --format) _zelvatone_words 16 24 float ;;
     --tail | --threads) _zelvatone_words auto ;;
-    --rate | --block | --gain | --set | --channel | --name) ;;
+    --set) _zelvatone_parameters ;;
+    --rate | --block | --gain | --channel | --name) ;;
     --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
     esac
@@ -65,7 +78,17 @@ _zelvatone() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        _zelvatone_words render tour edit screenshot programs preset params info --help --version
+        _zelvatone_words render tour edit screenshot programs preset params info help --help \
+            --version
+        return
+    fi
+    if ((COMP_CWORD == 2)) && [[ $command == help ]]; then
+        _zelvatone_words render tour edit screenshot programs preset params info
+        return
+    fi
+    # The shell takes the sign in "--channel 2=Organ" for a word.
+    if ((COMP_CWORD > 4)) && [[ ${COMP_WORDS[COMP_CWORD - 3]} == --channel ]]; then
+        _zelvatone_programs
         return
     fi
     _zelvatone_value "${COMP_WORDS[COMP_CWORD - 1]}" && return

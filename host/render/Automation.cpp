@@ -20,18 +20,37 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // that some program
 
 using Fields = std::vector<std::string>;
 
-bool isHeading(const Fields& fields) {
-    return fields.size() == 3 && !realNumber(fields[0]) && !realNumber(fields[2]);
+bool hasDigit(std::string_view text) {
+    return text.find_first_of("0123456789") != std::string_view::npos;
 }
 
-AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& names) {
+// Words alone: a move with a slip in its numbers must not pass for a heading.
+bool isHeading(const Fields& fields) {
+    return fields.size() == 3 && !hasDigit(fields[0]) && !hasDigit(fields[2]);
+}
+
+// Throws InputError for numbers and fields as they are written where the decimal sign is a comma.
+void checkSeparators(const Fields& fields, std::string_view line) {
+    constexpr std::size_t kFields = 3;
+    if (fields.size() < kFields && line.find(';') != std::string_view::npos) {
+        throw InputError("semicolons between the fields; write commas, and numbers with a point");
+    }
+    if (fields.size() > kFields && realNumber(fields[1])) {
+        throw InputError(formatText("{} fields; write numbers with a point: {}.{}", fields.size(),
+                                    fields[0], fields[1]));
+    }
+}
+
+AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& names,
+                         bool isFirst) {
     if (fields.size() != 3) {
         throw InputError(formatText("a move has three fields (seconds, parameter, value), not {}",
                                     fields.size()));
     }
     const auto seconds = realNumber(fields[0]);
     if (!seconds || *seconds < 0.0 || *seconds > kLatestSeconds) {
-        throw InputError(formatText("'{}' is not a time: seconds, from 0 to a day", fields[0]));
+        throw InputError(formatText("'{}' is not a time: seconds, from 0 to a day{}", fields[0],
+                                    isFirst && !seconds ? "; a heading has no digits" : ""));
     }
     const auto value = realNumber(fields[2]);
     if (!value || *value < 0.0 || *value > 1.0) {
@@ -69,8 +88,9 @@ std::vector<AutomationMove> parseAutomation(std::string_view text,
         }
         try {
             const Fields fields = csvFields(line);
+            checkSeparators(fields, line);
             if (!mayBeHeading || !isHeading(fields)) {
-                moves.push_back(parseMove(fields, names));
+                moves.push_back(parseMove(fields, names, mayBeHeading));
             }
         } catch (const InputError& error) {
             throw InputError(formatText("{}: {}", number, error.what()));

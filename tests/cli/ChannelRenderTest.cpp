@@ -141,6 +141,14 @@ TEST_F(ChannelRender, LeavesNoFileAndNoFolderWhenItFails) {
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
 }
 
+TEST_F(ChannelRender, NamesAChannelThatPlaysNothing) {
+    const auto result =
+        render("out.wav", testPlugin("programmed"), {"--channel", "2=High", "--channel", "5=High"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors,
+              "zelvatone: channel 5 plays nothing: " + path("song.mid") + " has no note on it\n");
+}
+
 TEST_F(ChannelRender, RefusesBadOptionsAndLeavesNoFile) {
     const auto errorWith = [&](const Words& more) {
         const auto result = render("out.wav", testPlugin("programmed"), more);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 namespace zelvatone {
 namespace {
@@ -79,7 +80,7 @@ TEST_F(ErrorMessage, NamesABadOutputFile) {
     expectOutputMessage("/proc/out.wav", 1, "cannot write /proc/out.wav: ");
     expectOutputMessage(path("out.mp3"), 2, "out.mp3': end its name in .wav, .flac or .ogg");
     expectOutputMessage(path("out"), 2, "end its name in");
-    expectOutputMessage("", 2, "end its name in");
+    expectOutputMessage("", 2, "--output needs the name of a file, not an empty text");
 }
 
 TEST_F(ErrorMessage, NamesABadPlugIn) {
@@ -95,7 +96,7 @@ TEST_F(ErrorMessage, NamesABadPlugIn) {
 TEST_F(ErrorMessage, NamesABadParameterOrValue) {
     expectRenderMessage("song.mid", {"--set", "Levle=0.5"}, 1,
                         "unknown parameter 'Levle'; did you mean 'Level'?");
-    expectRenderMessage("song.mid", {"--set", "3=0.5"}, 1,
+    expectRenderMessage("song.mid", {"--set", "3=0.5"}, 2,
                         "unknown parameter 3; the numbers are 0 to 2");
     for (const char* value : {"1.01", "-0.1", "nan", "inf", "", "0,5", "half"}) {
         expectRenderMessage("song.mid", {"--set", std::string("Level=") + value}, 2,
@@ -129,13 +130,57 @@ TEST_F(ErrorMessage, RefusesFloatsInFlac) {
 
 TEST_F(ErrorMessage, NamesABadCommandLine) {
     expectMessage({}, 2, "no command given");
-    expectMessage({"rendr"}, 2, "unknown command 'rendr'");
+    expectMessage({"rendr"}, 2, "unknown command 'rendr'; did you mean 'render'?");
+    expectMessage({"zzz"}, 2, "unknown command 'zzz'; the commands are render, ");
     expectMessage({"render"}, 2, "see 'zelvatone render --help'");
     expectMessage({"render", path("song.mid")}, 2, "--output is required");
-    expectRenderMessage("song.mid", {"--bogus"}, 2, "--bogus");
-    expectRenderMessage("song.mid", {path("song.mid")}, 2, "song.mid");
-    expectRenderMessage("song.mid", {"--rate"}, 2, "--rate");
+    expectRenderMessage("song.mid", {"--bogus"}, 2, "unknown option '--bogus'; see 'zelvatone re");
+    expectRenderMessage("song.mid", {path("more.mid")}, 2, "more.mid' is one argument too many");
+    expectRenderMessage("song.mid", {"--rate"}, 2, "--rate needs a value");
     expectMessage({"info", "--plugin"}, 2, "--plugin");
+}
+
+TEST_F(ErrorMessage, NamesTheNearestOption) {
+    expectMessage({"--halp"}, 2, "unknown option '--halp'; did you mean '--help'?");
+    expectMessage({"render", "--otput=x"}, 2, "unknown option '--otput'; did you mean '--output'?");
+    expectMessage({"info", "--jsno"}, 2, "unknown option '--jsno'; did you mean '--json'?");
+    expectMessage({"render", "-x"}, 2, "unknown option '-x'; see 'zelvatone render --help'");
+}
+
+TEST_F(ErrorMessage, NamesTheCommandsOfACommand) {
+    expectMessage({"preset"}, 2, "'preset' needs a command: save or load");
+    expectMessage({"preset", "laod"}, 2, "unknown command 'laod'; did you mean 'load'?");
+}
+
+TEST_F(ErrorMessage, RefusesAnOptionThatIsGivenTwice) {
+    expectRenderMessage("song.mid", {"--rate", "48000", "--rate", "8000"}, 2,
+                        "--rate is given twice");
+}
+
+TEST_F(ErrorMessage, NamesAnEmptyPath) {
+    expectMessage({"render", "", "-o", path("out.wav")}, 2, "song needs the name of a file");
+    expectRenderMessage("song.mid", {"--stems", ""}, 2, "--stems needs the name of a folder");
+    expectRenderMessage("song.mid", {"--preset", ""}, 2, "--preset needs the name of a file");
+    expectMessage({"info", "--plugin", ""}, 2, "--plugin needs the name of a file");
+    expectMessage({"tour", "-o", ""}, 2, "--output needs the name of a folder");
+}
+
+TEST_F(ErrorMessage, TellsThatNumbersHaveAPoint) {
+    expectRenderMessage("song.mid", {"--gain", "-3,5"}, 2, "not '-3,5'; write -3.5, with a point");
+    expectRenderMessage("song.mid", {"--set", "Level=0,5"}, 2, "; write 0.5, with a point");
+    expectRenderMessage("song.mid", {"--channel", "1=0@-6,5dB"}, 2, "; write -6.5dB, with a");
+}
+
+TEST_F(ErrorMessage, RefusesAPictureThatIsNoPng) {
+    expectMessage({"screenshot", "-o", path("x.jpg")}, 2, "x.jpg' in .png");
+}
+
+TEST_F(ErrorMessage, HasOneStatusForNumbersOutOfRange) {
+    expectRenderMessage("song.mid", {"--program", "42"}, 2, "unknown program");
+    expectRenderMessage("song.mid", {"--set", "99=0.5"}, 2, "unknown parameter 99");
+    expectRenderMessage("song.mid", {"--channel", "17=0"}, 2, "channels from 1 to 16");
+    expectMessage({"screenshot", "-o", path("x.png"), "--help-page", "6"}, 2,
+                  "--help-page takes a whole number from 0 to 5, not '6'");
 }
 
 TEST_F(ErrorMessage, StaysOnOneLineWhateverTheNames) {
@@ -163,6 +208,35 @@ TEST(Help, ShowsExamplesAndEndsWell) {
         EXPECT_EQ(result.exitStatus, 0);
         EXPECT_EQ(result.errors, "");
         EXPECT_THAT(result.output, HasSubstr("Examples:\n  zelvatone "));
+    }
+}
+
+TEST(Help, IsTheSameByEitherName) {
+    EXPECT_EQ(zelvatoneWith({"help"}).output, zelvatoneWith({"--help"}).output);
+    EXPECT_EQ(zelvatoneWith({"help", "preset", "save"}).output,
+              zelvatoneWith({"preset", "save", "--help"}).output);
+}
+
+TEST(Help, FitsATerminalOf80Columns) {
+    for (const Words& arguments :
+         {Words{"help"}, Words{"help", "render"}, Words{"help", "tour"}, Words{"help", "edit"},
+          Words{"help", "screenshot"}, Words{"help", "programs"}, Words{"help", "params"},
+          Words{"help", "info"}, Words{"help", "preset"}, Words{"help", "preset", "save"},
+          Words{"help", "preset", "load"}}) {
+        std::istringstream lines(zelvatoneWith(arguments).output);
+        int count = 0;
+        for (std::string line; std::getline(lines, line); ++count) {
+            EXPECT_LE(line.size(), 80U) << line;
+        }
+        EXPECT_GT(count, 5);
+    }
+}
+
+TEST(Help, NamesTheLimitsOfNumbers) {
+    const std::string help = zelvatoneWith({"help", "render"}).output;
+    for (const char* limits :
+         {"8000 to 192000", "1 to 65536", "-120 to 120", "600 seconds", "1 to 64;", "1 to 16"}) {
+        EXPECT_THAT(help, HasSubstr(limits));
     }
 }
 

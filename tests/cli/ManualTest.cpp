@@ -112,6 +112,16 @@ TEST(Completion, FinishesTheNameOfAProgramAsTheShellNeedsIt) {
                 ElementsAre("So\\ Sad", "Son\\ of\\ Digital\\ Pad"));
     EXPECT_THAT(completionsOf({"preset", "save", "--program", "Lime\\ "}),
                 ElementsAre("Lime\\ Bass"));
+    EXPECT_THAT(completionsOf({"render", "--channel", "2", "=", "lime"}),
+                ElementsAre("Lime\\ Bass"));
+}
+
+TEST(Completion, FinishesTheNameOfAParameterUpToItsValue) {
+    EXPECT_THAT(completionsOf({"render", "--set", "att"}), ElementsAre("Attack="));
+}
+
+TEST(Completion, OffersHelpForEveryCommand) {
+    EXPECT_THAT(completionsOf({"help", "pre"}), ElementsAre("preset"));
 }
 
 } // namespace

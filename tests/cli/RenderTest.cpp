@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <thread>
@@ -61,6 +62,12 @@ TEST_F(RenderCommand, EndsWithOneLineAboutTheResult) {
                 MatchesRegex(".*song\\.wav: 2\\.000 s, peak -6\\.0 dBFS, no clipped samples, "
                              "[0-9.]+ x real time\n"));
     EXPECT_EQ(result.errors, ""); // no progress bar without a terminal
+}
+
+TEST_F(RenderCommand, EndsWithOneLineWhateverTheName) {
+    const auto result = render(folder_ / "a\nb.wav", {"--tail", "0"});
+    EXPECT_THAT(result.output, HasSubstr("a b.wav: 2.000 s"));
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1);
 }
 
 TEST_F(RenderCommand, SaysNothingWhenQuiet) {

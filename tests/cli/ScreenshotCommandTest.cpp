@@ -110,7 +110,7 @@ TEST_F(ScreenshotCommand, GivesAOneLineMessageForBadInputAndWritesNoFile) {
     expectError({"--plugin", blank}, 1, blank + " draws nothing in its editor");
     expectError({"--plugin", blank, "--help-page", "1"}, 1,
                 "--help-page knows the editor of Zelvatone only, not that of " + blank);
-    expectError({"--help-page", "6"}, 2, "--help-page: Value 6 not in range 0 to 5");
+    expectError({"--help-page", "6"}, 2, "--help-page takes a whole number from 0 to 5, not '6'");
     expectError({"--program", "Orgam"}, 1, "Organ");
 }
 

@@ -76,7 +76,7 @@ TEST(Automation, SaysWhichLineIsNoGood) {
     EXPECT_EQ(errorOf("1,Level,1.5"), "1: '1.5' is not a value from 0 to 1");
     EXPECT_EQ(errorOf("1,Level,"), "1: '' is not a value from 0 to 1");
     EXPECT_EQ(errorOf("1,Level"), "1: a move has three fields (seconds, parameter, value), not 2");
-    EXPECT_THAT(errorOf("1;Level;0"), HasSubstr("not 1"));
+    EXPECT_THAT(errorOf("1;Level;0"), HasSubstr("write commas"));
     EXPECT_THAT(errorOf("1,Level,0,5"), HasSubstr("not 4"));
     EXPECT_EQ(errorOf("1,Lvel,0"), "1: unknown parameter 'Lvel'; did you mean 'Level'?");
     EXPECT_THAT(errorOf("1,3,0"), HasSubstr("1: unknown parameter 3"));
@@ -86,6 +86,19 @@ TEST(Automation, SaysWhichLineIsNoGood) {
 TEST(Automation, TakesOnlyTheFirstLineForAHeading) {
     EXPECT_THAT(errorOf("1,Level,0\nseconds,parameter,value\n"), HasSubstr("2: 'seconds'"));
     EXPECT_THAT(errorOf("a,b,c\nseconds,parameter,value\n"), HasSubstr("2: 'seconds'"));
+}
+
+TEST(Automation, TakesNoLineWithDigitsForAHeading) {
+    EXPECT_EQ(errorOf("Time 1,Level,Value\n"),
+              "1: 'Time 1' is not a time: seconds, from 0 to a day; a heading has no digits");
+    EXPECT_THAT(errorOf("1s,Level,0.5x\n"), HasSubstr("1: '1s' is not a time"));
+    EXPECT_THAT(errorOf("time,level,50 percent\n"), HasSubstr("1: 'time' is not a time"));
+}
+
+TEST(Automation, TellsThatFieldsHaveCommasAndNumbersAPoint) {
+    EXPECT_EQ(errorOf("0.5;Level;0.7\n"),
+              "1: semicolons between the fields; write commas, and numbers with a point");
+    EXPECT_EQ(errorOf("0,5,Level,0,7\n"), "1: 5 fields; write numbers with a point: 0.5");
 }
 
 TEST(CsvFields, HoldCommasAndQuotesInQuotes) {

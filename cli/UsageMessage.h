@@ -1,0 +1,27 @@
+// What is wrong with a command line, in the program's own words.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class ParseError;
+} // namespace CLI
+
+namespace zelvatone {
+
+// The words of the command line after the program's name, with "help COMMAND" as the option --help
+// of that command.
+std::vector<std::string> commandWords(int argc, char** argv);
+
+// One line for a command line that `app` has not understood, with where to read more.
+std::string usageMessage(const CLI::App& app, const CLI::ParseError& error);
+
+// Throws UsageError when no command was given, or one that `app` does not have.
+void checkCommand(const CLI::App& app);
+
+// Throws UsageError for the name of a file or folder that is empty.
+void checkPaths(const CLI::App& app);
+
+} // namespace zelvatone
