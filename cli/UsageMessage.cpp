@@ -1,6 +1,7 @@
 #include "cli/UsageMessage.h"
 
 #include "host/Error.h"
+#include "host/audio/Decibels.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
 
@@ -109,7 +110,7 @@ std::string wrongCount(const std::string& text) {
 }
 
 std::string messageFor(const CLI::App& command, const CLI::ParseError& error) {
-    const std::string unexpected = unexpectedWord(command);
+    std::string unexpected = unexpectedWord(command);
     if (!unexpected.empty()) {
         return unexpected;
     }
@@ -129,6 +130,16 @@ std::string_view kindOfPath(const CLI::Option& option) {
     return type.starts_with("FILE") || type.starts_with("SONG") ? "file" : "";
 }
 
+// What follows the option may be the song: the library would take that for the level.
+void completeNormalize(Words& words) {
+    constexpr const char* kUsualLevel = "-1"; // room for the filters of players and of lossy files
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == "--normalize" && (i + 1 == words.size() || !decibelsIn(words[i + 1]))) {
+            words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, kUsualLevel);
+        }
+    }
+}
+
 } // namespace
 
 Words commandWords(int argc, char** argv) {
@@ -137,6 +148,7 @@ Words commandWords(int argc, char** argv) {
         words.erase(words.begin());
         words.emplace_back("--help");
     }
+    completeNormalize(words);
     return words;
 }
 

@@ -12,7 +12,7 @@ class ParseError;
 namespace zelvatone {
 
 // The words of the command line after the program's name, with "help COMMAND" as the option --help
-// of that command.
+// of that command, and with its usual level after a --normalize that has none.
 std::vector<std::string> commandWords(int argc, char** argv);
 
 // One line for a command line that `app` has not understood, with where to read more.

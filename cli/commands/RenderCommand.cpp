@@ -1,17 +1,18 @@
 #include "cli/commands/RenderCommand.h"
 
+#include "cli/commands/Recorder.h"
 #include "cli/commands/RenderParts.h"
 #include "cli/commands/RenderReport.h"
 #include "cli/commands/RenderSettings.h"
 #include "cli/terminal/Notice.h"
 #include "cli/terminal/ProgressBar.h"
 #include "host/Error.h"
-#include "host/audio/LevelMeter.h"
 #include "host/audio/NonFinite.h"
 #include "host/audio/SoundFileWriter.h"
 #include "host/files/DiskSpace.h"
 #include "host/files/InputGuard.h"
 #include "host/files/UserPath.h"
+#include "host/midi/EndlessNotes.h"
 #include "host/render/RecordingEnd.h"
 #include "host/render/Stems.h"
 #include "host/text/Format.h"
@@ -25,47 +26,39 @@ namespace zelvatone {
 
 namespace {
 
+// Below all that is heard as a tone, and high enough to be settled after a tenth of a second.
+constexpr double kDcBlockHz = 5.0;
+
 using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// Where the sound goes.
-struct Recording {
-    SoundFileWriter& file;
-    std::optional<Stems>& stems;
-};
-
-void write(const Recording& recording, std::span<const float> samples) {
-    recording.file.write(samples);
-    if (recording.stems) {
-        recording.stems->write(samples.size());
-    }
-}
-
 // Renders round after round into the files until the recording is over.
 RenderReport record(Ensemble& ensemble, const RenderSettings& settings, std::int64_t songFrames,
-                    const Recording& recording, ProgressBar& progress) {
+                    Recorder& recorder, ProgressBar& progress) {
     const auto start = Clock::now();
     RecordingEnd end(songFrames, settings.tailSeconds, settings.stream.sampleRate);
-    LevelMeter meter;
-    std::int64_t silencedSamples = 0;
+    RenderReport report;
     while (!end.isOver()) {
         InterruptWatch::check();
         const std::span<float> mix = ensemble.renderRound();
         const std::int64_t taken = end.take(mix, ensemble.channels()) * ensemble.channels();
         const std::span<float> kept = mix.first(static_cast<std::size_t>(taken));
-        silencedSamples += silenceNonFinite(kept);
-        meter.measure(kept);
-        write(recording, kept);
+        report.brokenSamples += silenceNonFinite(kept);
+        recorder.take(kept);
         progress.show(static_cast<double>(end.frames()) / static_cast<double>(songFrames + 1),
                       speedText(static_cast<double>(end.frames()) / settings.stream.sampleRate,
                                 secondsSince(start)));
     }
     InterruptWatch::check();
-    return {static_cast<double>(end.frames()) / settings.stream.sampleRate, secondsSince(start),
-            meter.peakDecibels(), recording.file.clippedSamples(), silencedSamples};
+    recorder.finish();
+    report.seconds = static_cast<double>(end.frames()) / settings.stream.sampleRate;
+    report.renderSeconds = secondsSince(start);
+    report.peakDecibels = recorder.peakDecibels();
+    report.isEndless = end.wasEndless();
+    return report;
 }
 
 // All files are complete before the first one appears.
@@ -87,18 +80,52 @@ std::vector<std::filesystem::path> outputsOf(const RenderOptions& options,
     return outputs;
 }
 
-void checkSpace(const std::vector<std::filesystem::path>& outputs, const SoundFileFormat& format,
+void checkSpace(const std::vector<std::filesystem::path>& outputs, const RenderSettings& settings,
                 std::int64_t frames) {
     std::vector<DiskDemand> demands;
     demands.reserve(outputs.size());
     for (const auto& output : outputs) {
-        demands.push_back({output, leastFileSize(format, frames)});
+        // Samples that wait for their level are floating-point numbers, beside the mix.
+        const std::int64_t waiting =
+            settings.peak ? frames * settings.file.channels * bytesPerSample(SampleKind::kFloat)
+                          : 0;
+        demands.push_back({output, leastFileSize(settings.file, frames)});
+        demands.push_back({outputs[0], waiting});
     }
     try {
         checkDiskSpace(demands);
     } catch (const InputError& error) {
         throw InputError(formatText("{}; --force starts all the same", error.what()));
     }
+}
+
+FinishPlan finishPlan(const RenderSettings& settings, std::int64_t songFrames) {
+    FinishPlan plan;
+    plan.isMono = settings.isMono;
+    plan.dcBlockHz = settings.blocksDc ? kDcBlockHz : 0.0;
+    if (!settings.tailSeconds) {
+        const FadeOut fade = endlessFade(songFrames, settings.stream.sampleRate);
+        plan.fadeStart = fade.start;
+        plan.fadeEnd = fade.end;
+    }
+    return plan;
+}
+
+// A line for each stem that clips.
+std::string stemLines(const std::optional<Stems>& stems) {
+    std::string lines;
+    for (std::size_t part = 0; stems && part < stems->size(); ++part) {
+        if (stems->clippedSamples(part) > 0) {
+            lines += stemLine(stems->paths()[part].string(), stems->clippedSamples(part));
+        }
+    }
+    return lines;
+}
+
+// What to do about files that clip, the loudest with such a peak; empty for none.
+std::string clippingLine(const RenderSettings& settings, double peakDecibels) {
+    return settings.peak ? adviceLine("--normalize", settings.peakDecibels, peakDecibels)
+                         : adviceLine("--gain", settings.gainDecibels, peakDecibels);
 }
 
 // A slip in a song can make hours of it.
@@ -167,6 +194,13 @@ CLI::App* addRenderCommand(CLI::App& app, RenderOptions& options) {
     addValue(*command, "--format", options.format, "16|24|float",
              "Sample format: 16 bits, 24 bits or floating point; OGG ignores it");
     addValue(*command, "--gain", options.gain, "DB", "Gain of the whole mix, -120 to 120 decibels");
+    command
+        ->add_option("--normalize", options.normalize,
+                     "Bring the largest sample to this level, -120 to 0 dBFS; -1 without a number")
+        ->type_name("[DB]");
+    command->add_flag("--mono", options.isMono, "One channel, the average of the outputs");
+    command->add_flag("--dc-block", options.blocksDc,
+                      "Take out what is below 5 Hz, as the offset of some programs");
     addValue(*command, "--tail", options.tail, "auto|SECONDS",
              "How long to render after the end of the song; auto: until half a second of "
              "silence, 30 s at most; up to 600 seconds");
@@ -194,10 +228,10 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     }
     const auto plans = planParts(song, settings.channels, setup);
     const PluginLibrary library = loadPlugin(options.plugin);
-    Ensemble ensemble(makeParts(plans, library, song, settings, options.automate),
-                      settings.threads);
-    settings.file.channels = ensemble.channels();
     const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
+    Ensemble ensemble(makeParts(plans, library, song, settings, options.automate), settings.threads,
+                      finishPlan(settings, songFrames));
+    settings.file.channels = ensemble.channels();
     const double seconds = song.seconds + settings.tailSeconds.value_or(0.0);
     const std::int64_t frames = frameAt(seconds, settings.stream.sampleRate); // at least
 
@@ -212,19 +246,23 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     const auto outputs = outputsOf(options, stems);
     checkTargets(options, outputs);
     if (!options.force) {
-        checkSpace(outputs, settings.file, frames);
+        checkSpace(outputs, settings, frames);
     }
     if (!options.quiet) {
         announceLength(options.song, seconds);
     }
     RenderReport report;
+    Recorder recorder(writer, stems, settings.peak);
     {
         ProgressBar progress(!options.quiet);
-        report = record(ensemble, settings, songFrames, {writer, stems}, progress);
+        report = record(ensemble, settings, songFrames, recorder, progress);
     }
     commit(writer, stems);
     if (!options.quiet) {
-        output.print(closingLine(options.output, report));
+        report.clippedSamples = writer.clippedSamples();
+        output.print(closingLine(options.output, report) + stemLines(stems) +
+                     clippingLine(settings, recorder.clippedPeakDecibels()) +
+                     (report.isEndless ? endlessLine(endlessNotes(song)) : ""));
     }
 }
 

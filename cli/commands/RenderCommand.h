@@ -24,6 +24,9 @@ struct RenderOptions {
     std::string block = "512";
     std::string format = "24";
     std::string gain = "0";
+    std::optional<std::string> normalize;
+    bool isMono = false;
+    bool blocksDc = false;
     std::string tail = "auto";
     std::string threads = "auto";
     bool force = false;

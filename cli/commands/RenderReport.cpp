@@ -47,4 +47,28 @@ std::string closingLine(const std::string& file, const RenderReport& report) {
     return line + (speed.empty() ? "\n" : formatText(", {}\n", speed));
 }
 
+std::string stemLine(const std::string& file, std::int64_t clippedSamples) {
+    return formatText("{}: {}\n", cleanText(file), clippedText(clippedSamples));
+}
+
+std::string adviceLine(std::string_view option, double decibels, double peakDecibels) {
+    if (!std::isfinite(peakDecibels)) {
+        return {};
+    }
+    // The largest positive sample of 16 bits is this far below full scale.
+    constexpr double kLastStepDecibels = 0.0003;
+    const double enough = decibels - peakDecibels - kLastStepDecibels;
+    return formatText("nothing clips with {} {:.1f}\n", option, std::floor(enough * 10.0) / 10.0);
+}
+
+std::string endlessLine(int endlessNotes) {
+    const std::string cause =
+        endlessNotes == 0
+            ? "the sound does not end"
+            : formatText("{} of the song {}",
+                         endlessNotes == 1 ? "1 note" : formatText("{} notes", endlessNotes),
+                         endlessNotes == 1 ? "does not end" : "do not end");
+    return cause + ": faded out half a minute after it\n";
+}
+
 } // namespace zelvatone

@@ -1,9 +1,14 @@
 #include "cli/commands/RenderSettings.h"
 
 #include "cli/commands/OptionValues.h"
+#include "host/Error.h"
 #include "host/audio/Decibels.h"
 #include "host/files/UserPath.h"
+#include "host/text/Format.h"
 #include "host/threads/ThreadTeam.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace zelvatone {
 
@@ -23,6 +28,28 @@ std::optional<double> tailOption(const std::string& text) {
     return realOption("--tail", text, 0.0, kLongestTailSeconds, "auto or 0 to 600 seconds");
 }
 
+// The largest level below full scale that 16 bits hold, or 24.
+float largestLevel(SampleKind kind) {
+    const int bits = kind == SampleKind::kInt16 ? 16 : 24;
+    return 1.0F - std::ldexp(1.0F, 1 - bits);
+}
+
+void readPeak(const RenderOptions& options, RenderSettings& settings) {
+    if (!options.normalize) {
+        return;
+    }
+    const auto decibels = decibelsIn(*options.normalize);
+    if (!decibels || *decibels > 0.0) {
+        throw UsageError(formatText("--normalize takes -120 to 0 decibels, not '{}'{}",
+                                    *options.normalize, decimalPointHint(*options.normalize)));
+    }
+    if (settings.gainDecibels != 0.0) {
+        throw UsageError("--normalize sets the level of the mix, so leave out --gain");
+    }
+    settings.peakDecibels = *decibels;
+    settings.peak = std::min(gainFactor(*decibels), largestLevel(settings.file.samples));
+}
+
 } // namespace
 
 int threadsOption(const std::string& text) {
@@ -38,7 +65,11 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.file.container = containerOf(userPath(options.output));
     settings.file.samples = sampleKindOf(options.format);
     checkFormat(settings.file);
-    settings.gain = gainFactor(decibelOption("--gain", options.gain));
+    settings.gainDecibels = decibelOption("--gain", options.gain);
+    settings.gain = gainFactor(settings.gainDecibels);
+    readPeak(options, settings);
+    settings.isMono = options.isMono;
+    settings.blocksDc = options.blocksDc;
     settings.tailSeconds = tailOption(options.tail);
     settings.threads = threadsOption(options.threads);
     settings.channels = parseChannels(options.channels);

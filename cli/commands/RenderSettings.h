@@ -13,8 +13,13 @@ namespace zelvatone {
 
 struct RenderSettings {
     StreamFormat stream;
-    SoundFileFormat file;              // channels are known when the plug-in is
-    float gain = 1.0F;                 // factor
+    SoundFileFormat file; // channels are known when the plug-in is
+    double gainDecibels = 0.0;
+    float gain = 1.0F;         // the same as a factor
+    std::optional<float> peak; // that the largest sample is brought to; none: as it is played
+    double peakDecibels = 0.0; // as it was asked for, in dBFS
+    bool isMono = false;
+    bool blocksDc = false;
     std::optional<double> tailSeconds; // none: as long as it sounds
     int threads = 1;
     std::map<int, ChannelChoice> channels; // those that have an instrument of their own

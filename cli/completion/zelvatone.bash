@@ -49,7 +49,7 @@ _zelvatone_value() {
     --format) _zelvatone_words 16 24 float ;;
     --tail | --threads) _zelvatone_words auto ;;
     --set) _zelvatone_parameters ;;
-    --rate | --block | --gain | --channel | --name) ;;
+    --rate | --block | --gain | --normalize | --channel | --name) ;;
     --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
     esac
@@ -60,7 +60,7 @@ _zelvatone_options() {
     local plugin="--plugin --verbose --help" sound="--preset --program --set"
     case $1 in
     render)
-        _zelvatone_words --output --rate --block --format --gain --tail --threads --channel \
+        _zelvatone_words --output --rate --block --format --gain --normalize --mono --dc-block --tail --threads --channel \
             --stems --automate --force --quiet "$sound" "$plugin"
         ;;
     tour) _zelvatone_words --output --threads --quiet "$plugin" ;;

@@ -12,7 +12,7 @@ TerminalKind terminalKind() {
     if (isatty(STDERR_FILENO) != 1) {
         return TerminalKind::kNone;
     }
-    const char* type = std::getenv("TERM");
+    const char* type = std::getenv("TERM"); // NOLINT(concurrency-mt-unsafe): no thread sets any
     return type == nullptr || *type == '\0' || std::string_view(type) == "dumb"
                ? TerminalKind::kPlain
                : TerminalKind::kErasing;

@@ -37,6 +37,12 @@ void SoundFileWriter::write(std::span<const float> samples) {
 
 void SoundFileWriter::writeSamples(std::span<const float> samples) {
     const int bits = wholeNumberBits(format_);
+    if (format_.container == Container::kOgg) {
+        // Its decoders cut off what is beyond the whole numbers that they make.
+        constexpr int kDecodedBits = 24;
+        numbers_.resize(samples.size());
+        clippedSamples_ += quantise(samples, kDecodedBits, numbers_);
+    }
     if (bits == 0) {
         encoder_->write(samples);
         return;

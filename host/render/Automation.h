@@ -17,8 +17,8 @@ struct AutomationMove {
 
 // Reads lines of "seconds, parameter, value" with the parameter as a name, one of `names`, or as a
 // number. Empty lines and those that begin with # are skipped, and so is a heading in the first
-// line, in words without digits. Returns the moves by time, the file's order among equals. Throws InputError that names the
-// file and the line.
+// line, in words without digits. Returns the moves by time, the file's order among equals. Throws
+// InputError that names the file and the line.
 std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
                                            const std::vector<std::string>& names);
 // The same from memory; the error's text begins with the line's number.

@@ -17,18 +17,18 @@ int blocksInRound(int blockSize) {
 
 } // namespace
 
-Ensemble::Ensemble(std::vector<Part> parts, int threads)
+Ensemble::Ensemble(std::vector<Part> parts, int threads, const FinishPlan& finish)
     : parts_(std::move(parts)),
       // A thread without a part would only wait.
       team_(std::min(threads, static_cast<int>(parts_.size()))) {
-    const int blockSize = parts_.at(0).plugin->format().blockSize;
-    blockSamples_ = static_cast<std::size_t>(blockSize) * static_cast<std::size_t>(channels());
-    mix_.resize(blockSamples_ * static_cast<std::size_t>(blocksInRound(blockSize)));
-    samples_.assign(parts_.size(), mix_);
-}
-
-int Ensemble::channels() const {
-    return parts_[0].player->channels();
+    const StreamFormat& format = parts_.at(0).plugin->format();
+    const int played = parts_[0].player->channels();
+    finishes_.assign(parts_.size(), Finish(finish, played, format.sampleRate));
+    const auto frames = static_cast<std::size_t>(format.blockSize);
+    const auto blocks = static_cast<std::size_t>(blocksInRound(format.blockSize));
+    blockSamples_ = frames * static_cast<std::size_t>(played);
+    mix_.resize(frames * blocks * static_cast<std::size_t>(channels()));
+    samples_.assign(parts_.size(), std::vector<float>(blockSamples_ * blocks));
 }
 
 void Ensemble::renderPart(std::size_t part) {
@@ -39,6 +39,7 @@ void Ensemble::renderPart(std::size_t part) {
         parts_[part].player->addTo(rest.first(blockSamples_), parts_[part].gain);
         rest = rest.subspan(blockSamples_);
     }
+    finishes_[part].apply(samples_[part]);
 }
 
 std::span<float> Ensemble::renderRound() {

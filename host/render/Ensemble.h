@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/plugin/HostedPlugin.h"
+#include "host/render/Finish.h"
 #include "host/render/InstrumentPlayer.h"
 #include "host/threads/ThreadTeam.h"
 
@@ -24,26 +25,30 @@ struct Part {
 // for any number of threads.
 class Ensemble {
 public:
-    // At least one part; all of one plug-in and one block size.
-    Ensemble(std::vector<Part> parts, int threads);
+    // At least one part; all of one plug-in and one block size. Each part's sound is finished as
+    // `finish` says, before its gain.
+    Ensemble(std::vector<Part> parts, int threads, const FinishPlan& finish = {});
 
-    int channels() const; // of the mix and of every part
+    int channels() const { return finishes_[0].channels(); } // of the mix and of every part
     std::size_t size() const { return parts_.size(); }
     const std::string& name(std::size_t part) const { return parts_[part].name; }
 
     // Renders the next blocks of every part. Returns the mix, channels interleaved.
     std::span<float> renderRound();
     // What a part came to in the last round, with its gain; as long as the mix.
-    std::span<float> samples(std::size_t part) { return samples_[part]; }
+    std::span<float> samples(std::size_t part) {
+        return std::span(samples_[part]).first(mix_.size());
+    }
 
 private:
     void renderPart(std::size_t part);
 
     std::vector<Part> parts_;
+    std::vector<Finish> finishes_; // by part
     ThreadTeam team_;
-    std::size_t blockSamples_; // all channels
+    std::size_t blockSamples_; // all channels of an instrument
     std::vector<float> mix_;
-    std::vector<std::vector<float>> samples_; // by part
+    std::vector<std::vector<float>> samples_; // by part; at the front what counts
 };
 
 } // namespace zelvatone

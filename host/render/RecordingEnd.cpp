@@ -11,6 +11,7 @@ namespace {
 
 constexpr double kLongestOpenTailSeconds = 30.0;
 constexpr double kSilenceSeconds = 0.5;
+constexpr double kFadeSeconds = 2.0;  // long enough to be heard as an end, not as a slip
 constexpr float kSilentLevel = 1e-5F; // -100 dB, below the last bit of a 16-bit file
 
 } // namespace
@@ -40,8 +41,14 @@ std::int64_t RecordingEnd::take(std::span<const float> samples, int channels) {
         const bool goesOn = soundsOn(samples.subspan(at, width));
         ++position_;
         isOver_ = !goesOn || position_ == lastFrame_;
+        wasEndless_ = goesOn && isOver_ && silenceNeeded_ != 0;
     }
     return position_ - before;
+}
+
+FadeOut endlessFade(std::int64_t songFrames, double sampleRate) {
+    const std::int64_t end = songFrames + frameAt(kLongestOpenTailSeconds, sampleRate);
+    return {end - frameAt(kFadeSeconds, sampleRate), end};
 }
 
 } // namespace zelvatone

@@ -18,6 +18,8 @@ public:
     std::int64_t take(std::span<const float> samples, int channels);
 
     bool isOver() const { return isOver_; }
+    // Whether silence was waited for, and did not come.
+    bool wasEndless() const { return wasEndless_; }
     std::int64_t frames() const { return position_; } // taken so far
 
 private:
@@ -29,6 +31,16 @@ private:
     std::int64_t silence_ = 0;   // frames, in the tail
     std::int64_t position_ = 0;
     bool isOver_ = false;
+    bool wasEndless_ = false;
 };
+
+// Frames. What does not end is faded out over so many, up to the recording's last frame.
+struct FadeOut {
+    std::int64_t start;
+    std::int64_t end;
+};
+
+// Of a recording that waits for silence after a song of `songFrames`; rate in Hz.
+FadeOut endlessFade(std::int64_t songFrames, double sampleRate);
 
 } // namespace zelvatone

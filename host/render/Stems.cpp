@@ -50,12 +50,14 @@ void Stems::require(std::int64_t frames) const {
     }
 }
 
-void Stems::write(std::size_t count) {
-    for (std::size_t part = 0; part < writers_.size(); ++part) {
-        const auto samples = ensemble_.samples(part).first(count);
-        silenceNonFinite(samples);
-        writers_[part]->write(samples);
-    }
+std::span<const float> Stems::samples(std::size_t part, std::size_t count) {
+    const auto samples = ensemble_.samples(part).first(count);
+    silenceNonFinite(samples);
+    return samples;
+}
+
+void Stems::write(std::size_t part, std::span<const float> samples) {
+    writers_[part]->write(samples);
 }
 
 void Stems::complete() {

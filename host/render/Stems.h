@@ -37,8 +37,13 @@ public:
 
     // Throws InputError when a file of that many frames is more than its format can hold.
     void require(std::int64_t frames) const;
-    // Appends the first `count` samples of each part's last round. Throws InputError.
-    void write(std::size_t count);
+    std::size_t size() const { return writers_.size(); }
+    // The first `count` samples of a part's last round, without any that is not finite.
+    std::span<const float> samples(std::size_t part, std::size_t count);
+    // Appends to a part's file. Throws InputError.
+    void write(std::size_t part, std::span<const float> samples);
+    // Of a part's file.
+    std::int64_t clippedSamples(std::size_t part) const { return writers_[part]->clippedSamples(); }
     // All complete, then all named. Throw InputError.
     void complete();
     void commit();

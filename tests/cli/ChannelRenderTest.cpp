@@ -125,6 +125,26 @@ TEST_F(ChannelRender, WritesStemsThatAddUpToTheMix) {
     EXPECT_TRUE(sum == mix);
 }
 
+// Each at its own sample: 0.5 and 0.125, six decibels up 1.0 less a little and 0.25.
+TEST_F(ChannelRender, BringsStemsToTheLevelOfTheirMix) {
+    const Words more{"--normalize", "-6.0206", "--stems",   path("stems"),
+                     "--channel",   "2=Up",    "--channel", "1=High"};
+    EXPECT_EQ(render("mix.wav", testPlugin("programmed"), more).errors, "");
+    const auto mix = readSoundFile(folder_ / "mix.wav").channel(0);
+    const auto stem = readSoundFile(folder_ / "stems" / "02-Up-Down.wav").channel(0);
+    EXPECT_NEAR(mix.at(0), 0.5F, 1e-6);
+    EXPECT_NEAR(stem.at(11025), 0.3F, 1e-6); // as the loudest, 0.5, stays 0.5
+    EXPECT_EQ(mix.at(11025), stem.at(11025));
+}
+
+TEST_F(ChannelRender, NamesStemsThatClip) {
+    const auto result = zelvatoneWith({"render", path("song.mid"), "-o", path("mix.wav"),
+                                       "--plugin", testPlugin("programmed"), "--stems",
+                                       path("stems"), "--channel", "1=High", "--gain", "12"});
+    EXPECT_THAT(result.output, HasSubstr("/stems/01-High.wav: 2 clipped samples\n"));
+    EXPECT_THAT(result.output, HasSubstr("\nnothing clips with --gain 6.0\n"));
+}
+
 TEST_F(ChannelRender, WritesOneStemOfASongWithoutNamedChannels) {
     render("mix.wav", testPlugin("programmed"), {"--stems", path("")});
     EXPECT_THAT(folder_.names(), ElementsAre("mix.wav", "rest-Low.wav", "song.mid"));

@@ -33,5 +33,25 @@ TEST(RenderReport, CountsSilencedSamples) {
               "infinite (silenced), 10.0 x real time\n");
 }
 
+// Down by the peak, and to the next tenth below.
+TEST(RenderReport, AdvisesALevelWithWhichNothingClips) {
+    EXPECT_EQ(adviceLine("--gain", 0.0, 7.43), "nothing clips with --gain -7.5\n");
+    EXPECT_EQ(adviceLine("--gain", 12.0, 5.95), "nothing clips with --gain 6.0\n");
+    EXPECT_EQ(adviceLine("--gain", 0.0, 0.0), "nothing clips with --gain -0.1\n");
+    EXPECT_EQ(adviceLine("--normalize", -1.0, 2.0), "nothing clips with --normalize -3.1\n");
+    EXPECT_EQ(adviceLine("--gain", 0.0, -std::numeric_limits<double>::infinity()), "");
+}
+
+TEST(RenderReport, NamesStemsThatClip) {
+    EXPECT_EQ(stemLine("parts/02-Organ.wav", 7), "parts/02-Organ.wav: 7 clipped samples\n");
+}
+
+TEST(RenderReport, TellsWhyTheSoundWasFadedOut) {
+    EXPECT_EQ(endlessLine(1),
+              "1 note of the song does not end: faded out half a minute after it\n");
+    EXPECT_EQ(endlessLine(2), "2 notes of the song do not end: faded out half a minute after it\n");
+    EXPECT_EQ(endlessLine(0), "the sound does not end: faded out half a minute after it\n");
+}
+
 } // namespace
 } // namespace zelvatone

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <thread>
 
@@ -91,6 +92,88 @@ TEST_F(RenderCommand, CountsClippedSamples) {
     const auto result = render(output_, {"--gain", "12", "--format", "16"});
     EXPECT_THAT(result.output, HasSubstr("4 clipped samples"));
     EXPECT_FLOAT_EQ(readSoundFile(output_).samples[0], 32767.0F / 32768.0F);
+}
+
+// 1.99 is 5.98 dB above full scale: 12 - 5.98 dB, rounded down to a tenth.
+TEST_F(RenderCommand, NamesAGainWithWhichNothingClips) {
+    for (const char* name : {"a.wav", "a.flac", "a.ogg"}) {
+        const auto clipped = render(folder_ / name, {"--gain", "12"});
+        EXPECT_THAT(clipped.output, HasSubstr("\nnothing clips with --gain 6.0\n")) << name;
+        const auto fitting = render(folder_ / name, {"--gain", "6.0"});
+        EXPECT_THAT(fitting.output, HasSubstr("no clipped samples")) << name;
+        EXPECT_EQ(std::count(fitting.output.begin(), fitting.output.end(), '\n'), 1) << name;
+    }
+}
+
+TEST_F(RenderCommand, CountsTheSameClippedSamplesInEachKindOfFile) {
+    for (const char* name : {"a.wav", "a.flac", "a.ogg"}) {
+        EXPECT_THAT(render(folder_ / name, {"--gain", "+12dB"}).output,
+                    HasSubstr("4 clipped samples"))
+            << name;
+    }
+}
+
+TEST_F(RenderCommand, BringsTheLargestSampleToALevel) {
+    const auto peakWith = [&](const std::vector<std::string>& more) {
+        EXPECT_EQ(render(output_, more).errors, "");
+        const auto samples = readSoundFile(output_).samples;
+        return *std::max_element(samples.begin(), samples.end());
+    };
+    EXPECT_NEAR(peakWith({"--normalize"}), std::pow(10.0, -1.0 / 20.0), 1e-6);
+    EXPECT_NEAR(peakWith({"--normalize", "-20 dB", "--set", "Level=0.9"}), 0.1, 1e-6);
+    EXPECT_FLOAT_EQ(peakWith({"--normalize", "0", "--format", "16"}), 32767.0F / 32768.0F);
+    writeBytes(song_, midiFileBytes(0, 480, {TrackBytes().end(480)})); // silent
+    EXPECT_EQ(peakWith({"--normalize"}), 0.0F);
+    EXPECT_THAT(folder_.names(), ElementsAre("song.mid", "song.wav"));
+}
+
+TEST_F(RenderCommand, TakesTheSongAfterNormalizeForTheSong) {
+    const auto result = zelvatoneWith({"render", "--normalize", song_.string(), "-o",
+                                       output_.string(), "--plugin", testPlugin("pulse")});
+    EXPECT_THAT(result.output, HasSubstr("peak -1.0 dBFS, no clipped samples"));
+}
+
+TEST_F(RenderCommand, RefusesALevelThatCannotBe) {
+    EXPECT_THAT(render(output_, {"--normalize", "1"}).errors,
+                HasSubstr("takes -120 to 0 decibels"));
+    EXPECT_THAT(render(output_, {"--normalize", "--gain", "3"}).errors,
+                HasSubstr("leave out --gain"));
+}
+
+TEST_F(RenderCommand, WritesOneChannelInMono) {
+    render(output_, {"--mono", "--format", "float", "--tail", "0"});
+    const SoundFile sound = readSoundFile(output_);
+    EXPECT_EQ(sound.channels, 1);
+    // Left 0.5, right 0.5 and then 0.25 and 0.5; see CountsClippedSamples.
+    EXPECT_EQ(sound.samples.at(0), 0.5F);
+    EXPECT_EQ(sound.samples.at(22050), 0.375F);
+}
+
+TEST_F(RenderCommand, TakesOutTheOffset) {
+    const auto meanOf = [&](const std::vector<std::string>& more) {
+        render(output_, more);
+        const auto samples = readSoundFile(output_).samples;
+        double sum = 0.0;
+        for (const float sample : samples) {
+            sum += sample;
+        }
+        return sum;
+    };
+    const std::vector<std::string> plain{"--format", "float", "--gain", "20"};
+    EXPECT_GT(meanOf(plain), 1.0);
+    // An impulse minus its own high-pass is the impulse again, spread out.
+    EXPECT_NEAR(meanOf({"--format", "float", "--gain", "20", "--dc-block"}), 0.0, 1e-3);
+}
+
+TEST_F(RenderCommand, FadesOutWhatDoesNotEnd) {
+    const auto result = zelvatoneWith({"render", song_.string(), "-o", output_.string(), "--plugin",
+                                       testPlugin("broken"), "--rate", "8000"});
+    EXPECT_THAT(result.output, HasSubstr("\n1 note of the song does not end: faded out half a "
+                                         "minute after it\n"));
+    const auto samples = readSoundFile(output_).samples; // the right one is -2 all the time
+    EXPECT_EQ(samples.size(), 2U * 32U * 8000U);
+    EXPECT_FLOAT_EQ(samples[2U * 30U * 8000U - 1], -1.0F);
+    EXPECT_NEAR(samples.back(), 0.0F, 1e-5F);
 }
 
 TEST_F(RenderCommand, MakesTheSameFileAtEveryBlockSize) {

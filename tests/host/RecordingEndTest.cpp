@@ -40,6 +40,23 @@ TEST(RecordingEnd, GivesUpWaitingForSilenceAfterHalfAMinute) {
     EXPECT_EQ(lengthOf(2000, std::nullopt, 1000000, 512), 32000);
 }
 
+TEST(RecordingEnd, TellsWhetherSilenceCame) {
+    RecordingEnd silent(0, std::nullopt, kRate);
+    silent.take(std::vector<float>(40000, 0.0F), 1);
+    EXPECT_FALSE(silent.wasEndless());
+    RecordingEnd loud(0, std::nullopt, kRate);
+    loud.take(std::vector<float>(40000, 0.5F), 1);
+    EXPECT_TRUE(loud.wasEndless());
+    RecordingEnd cut(0, 1.0, kRate); // as it was asked for
+    cut.take(std::vector<float>(40000, 0.5F), 1);
+    EXPECT_FALSE(cut.wasEndless());
+}
+
+TEST(RecordingEnd, FadesOutTheLastTwoSecondsOfHalfAMinute) {
+    EXPECT_EQ(endlessFade(2000, kRate).start, 2000 + 28000);
+    EXPECT_EQ(endlessFade(2000, kRate).end, 2000 + 30000);
+}
+
 TEST(RecordingEnd, DoesNotDependOnTheBlockSize) {
     for (const int blockSize : {1, 7, 441, 4096}) {
         EXPECT_EQ(lengthOf(2000, std::nullopt, 3100, blockSize), 3600) << blockSize;

@@ -123,6 +123,13 @@ TEST(SoundFileWriter, CountsClippedSamplesOfWholeNumbersOnly) {
     EXPECT_EQ(readSoundFile(folder / "b.wav").samples, loud);
 }
 
+TEST(SoundFileWriter, CountsClippedSamplesOfOggAsOfWholeNumbers) {
+    const TemporaryFolder folder;
+    SoundFileWriter ogg(folder / "a.ogg", {Container::kOgg, SampleKind::kFloat, 44100, 2});
+    ogg.write(std::vector<float>{1.5F, -1.5F, 0.5F, -1.0F});
+    EXPECT_EQ(ogg.clippedSamples(), 2);
+}
+
 TEST(SoundFileWriter, RefusesWhatFlacCannotHold) {
     const TemporaryFolder folder;
     EXPECT_THROW(

@@ -55,7 +55,7 @@ LAYERS = [
     ("terminal", ["cli/terminal"], ["host", "files", "text", "hosted plug-in"]),
     ("commands", ["cli/commands"], ["host", "threads", "files", "text", "midi", "audio", "window",
                                     "hosted plug-in", "preset", "render", "tour", "terminal"]),
-    ("cli", ["cli"], ["host", "threads", "files", "text", "hosted plug-in", "terminal",
+    ("cli", ["cli"], ["host", "threads", "files", "text", "audio", "hosted plug-in", "terminal",
                       "commands"]),
 
     # A test reads what it tests, and no more: one of the engine needs no editor to be built.
