@@ -71,7 +71,7 @@ const void* extensionData(const char* uri) {
 
 } // namespace zelvatone::lv2
 
-extern "C" LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(std::uint32_t index) {
+LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(std::uint32_t index) {
     namespace lv2 = zelvatone::lv2;
     static const LV2_Descriptor kDescriptor{lv2::kPluginUri, lv2::instantiate,  lv2::connectPort,
                                             lv2::activate,   lv2::run,          nullptr,
