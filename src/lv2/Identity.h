@@ -1,4 +1,4 @@
-// What the bundle's description and its binary must agree on.
+// What the bundle's description and its binaries must agree on.
 #pragma once
 
 #include "formats/ParameterUnits.h"
@@ -9,6 +9,7 @@ namespace zelvatone::lv2 {
 
 // Sessions keep these names for ever: a changed one is another plug-in.
 inline constexpr const char* kPluginUri = "https://quillfeather.example/zelvatone/lv2";
+inline constexpr const char* kEditorUri = "https://quillfeather.example/zelvatone/lv2#editor";
 // Before the number of a factory program, in the order of the bank: two programs may have one name.
 inline constexpr const char* kPresetUri = "https://quillfeather.example/zelvatone/lv2#preset-";
 // The property under which a session keeps the exact values.

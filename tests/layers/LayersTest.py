@@ -31,7 +31,7 @@ LAYERS = [
     ("plugin", ["src/plugin"], ["engine", "shell", "editor"]),
     # Hosts the editor of the VST 2.4 file for formats that speak in units.
     ("editor panel", ["src/editorpanel"], ["params", "vst2", "engine", "plugin"]),
-    ("lv2", ["src/lv2"], ["params", "formats"]),
+    ("lv2", ["src/lv2"], ["params", "formats", "editor panel"]),
     # CLAP's own records, and the plug-in that speaks them.
     ("clap records", ["src/clap/abi"], []),
     ("clap", ["src/clap"], ["params", "performance", "formats", "editor panel", "clap records"]),
@@ -70,7 +70,6 @@ LAYERS = [
     ("tests/formats", ["tests/formats"], ["params", "voices", "engine", "performance", "formats",
                                           "tests/engine"]),
     ("tests/plugin", ["tests/plugin"], ["params", "vst2", "engine", "shell", "plugin"]),
-    ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin"]),
     ("tests/vstgui", ["tests/vstgui"], ["vstgui"]),
     ("tests/editor", ["tests/editor"], ["params", "vst2", "engine", "shell", "editor", "plugin",
                                         "tests/vstgui"]),
@@ -78,6 +77,8 @@ LAYERS = [
                                                   "tests/editor"]),
     ("tests/clap", ["tests/clap"], ["params", "vst2", "formats", "performance", "clap records",
                                     "clap", "tests/plugin"]),
+    ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin",
+                                  "tests/vstgui", "tests/editor"]),
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",

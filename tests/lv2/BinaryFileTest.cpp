@@ -18,6 +18,7 @@ std::vector<std::string> exportsOf(const std::string& file) {
 
 TEST(Lv2BinaryFile, ExportsItsOneFunctionAndNothingElse) {
     EXPECT_THAT(exportsOf("zelvatone.so"), ElementsAre("lv2_descriptor"));
+    EXPECT_THAT(exportsOf("zelvatone_editor.so"), ElementsAre("lv2ui_descriptor"));
 }
 
 TEST(Lv2BinaryFile, NeedsNothingThatDrawsForTheSound) {

@@ -3,6 +3,7 @@
 #include "tests/plugin/LoadedPlugin.h"
 
 #include <lv2/core/lv2.h>
+#include <lv2/ui/ui.h>
 #include <lv2/units/units.h>
 
 #include <gmock/gmock.h>
@@ -99,6 +100,15 @@ TEST(Lv2Description, SaysEachUnitOnce) {
     EXPECT_EQ(bundle().portText(bundle().port("attack"), LV2_UNITS__unit), LV2_UNITS__s);
     EXPECT_EQ(bundle().portText(bundle().port("jitter"), LV2_UNITS__unit), LV2_UNITS__hz);
     EXPECT_EQ(bundle().portText(bundle().port("parity"), LV2_UNITS__unit), "");
+}
+
+TEST(Lv2Description, HasAnEditorForX11) {
+    const std::unique_ptr<LilvUIs, void (*)(LilvUIs*)> editors(
+        lilv_plugin_get_uis(bundle().plugin()), lilv_uis_free);
+    ASSERT_EQ(lilv_uis_size(editors.get()), 1U);
+    const LilvUI* editor = lilv_uis_get(editors.get(), lilv_uis_begin(editors.get()));
+    EXPECT_STREQ(lilv_node_as_uri(lilv_ui_get_uri(editor)), lv2::kEditorUri);
+    EXPECT_TRUE(lilv_ui_is_a(editor, bundle().uri(LV2_UI__X11UI).get()));
 }
 
 TEST(Lv2Description, HasNoLatency) {

@@ -12,6 +12,7 @@ namespace {
 constexpr const char* kPrefixes = R"(@prefix lv2: <http://lv2plug.in/ns/lv2core#> .
 @prefix pset: <http://lv2plug.in/ns/ext/presets#> .
 @prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .
+@prefix ui: <http://lv2plug.in/ns/extensions/ui#> .
 )";
 
 } // namespace
@@ -22,6 +23,11 @@ std::string manifestText() {
     text += "\n" + plugin + R"(
     a lv2:Plugin ;
     lv2:binary <zelvatone.so> ;
+    rdfs:seeAlso <zelvatone.ttl> .
+)";
+    text += "\n" + turtleUri(kEditorUri) + R"(
+    a ui:X11UI ;
+    lv2:binary <zelvatone_editor.so> ;
     rdfs:seeAlso <zelvatone.ttl> .
 )";
     for (std::size_t i = 0; i < factoryBank().size(); ++i) {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace zelvatone::lv2 {
 
@@ -20,6 +21,7 @@ constexpr const char* kPrefixes = R"(@prefix atom: <http://lv2plug.in/ns/ext/ato
 @prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .
 @prefix state: <http://lv2plug.in/ns/ext/state#> .
 @prefix time: <http://lv2plug.in/ns/ext/time#> .
+@prefix ui: <http://lv2plug.in/ns/extensions/ui#> .
 @prefix units: <http://lv2plug.in/ns/extensions/units#> .
 @prefix urid: <http://lv2plug.in/ns/ext/urid#> .
 )";
@@ -43,6 +45,7 @@ constexpr const char* kPlugin = R"(
     lv2:requiredFeature urid:map ;
     lv2:optionalFeature lv2:hardRTCapable ;
     lv2:extensionData state:interface ;
+    ui:ui <@EDITOR@> ;
     pg:mainOutput <@PLUGIN@#output> ;
     lv2:port [
         a lv2:InputPort ,
@@ -92,11 +95,24 @@ constexpr const char* kOutputGroup = R"(
     lv2:name "Output" .
 )";
 
-// Replaces every `@PLUGIN@` by the name that it stands for.
+constexpr const char* kEditor = R"(
+    a ui:X11UI ;
+    lv2:requiredFeature ui:idleInterface ,
+        ui:parent ;
+    lv2:optionalFeature ui:fixedSize ,
+        ui:noUserResize ,
+        ui:resize ,
+        ui:touch ;
+    lv2:extensionData ui:idleInterface ;
+    ui:portNotification)";
+
+// Replaces every `@PLUGIN@` and `@EDITOR@` by the name that it stands for.
 std::string withNames(std::string text) {
-    constexpr std::string_view kMark = "@PLUGIN@";
-    for (std::size_t at = 0; (at = text.find(kMark, at)) != std::string::npos;) {
-        text.replace(at, kMark.size(), kPluginUri);
+    for (const auto& [mark, name] :
+         {std::pair("@PLUGIN@", kPluginUri), std::pair("@EDITOR@", kEditorUri)}) {
+        for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos;) {
+            text.replace(at, std::string_view(mark).size(), name);
+        }
     }
     return text;
 }
@@ -159,14 +175,25 @@ std::string portText(const ParameterUnits& parameter) {
            property("lv2:maximum", decimal(parameter.max)) + kindOf(parameter) + "\n    ]";
 }
 
+// That the host shall tell the editor when this port's value changes.
+std::string notificationText(const ParameterUnits& parameter) {
+    return std::string(parameter.index == 0 ? " [" : " , [") + "\n        ui:plugin <@PLUGIN@>" +
+           property("lv2:symbol", quoted(parameter.symbol)) +
+           property("ui:protocol", "ui:floatProtocol") + "\n    ]";
+}
+
 } // namespace
 
 std::string pluginText() {
     std::string plugin = std::string("\n<@PLUGIN@>") + kPlugin;
+    std::string editor = std::string("\n<@EDITOR@>") + kEditor;
     for (const ParameterUnits& parameter : parameterUnits().first(kShownParameters)) {
         plugin += portText(parameter);
+        editor += notificationText(parameter);
     }
-    return kPrefixes + withNames(plugin + " .\n\n<@PLUGIN@#output>" + kOutputGroup);
+    return kPrefixes +
+           withNames(plugin + " .\n\n<@PLUGIN@#output>" + kOutputGroup + "\n" + editor.substr(1)) +
+           " .\n";
 }
 
 } // namespace zelvatone::lv2
