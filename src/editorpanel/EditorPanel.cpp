@@ -67,6 +67,10 @@ void EditorPanel::endEdit(ParameterIndex index) {
     }
 }
 
+void EditorPanel::setScale(double scale) {
+    plugin_->setEditorScale(scale);
+}
+
 EditorPanel::Size EditorPanel::size() const {
     ERect* rect = nullptr;
     plugin_->getEditor()->getRect(&rect);

@@ -42,6 +42,10 @@ public:
     EditorPanel(const EditorPanel&) = delete;
     EditorPanel& operator=(const EditorPanel&) = delete;
 
+    // From its next opening on the window is `scale` times as large, 1 at first: the nearest of 1 to 3
+    // in quarters.
+    void setScale(double scale);
+
     struct Size {
         std::int32_t width, height; // pixels
     };

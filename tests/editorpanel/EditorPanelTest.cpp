@@ -153,6 +153,14 @@ TEST(EditorPanelSize, IsThatOfTheFace) {
     EXPECT_EQ(panel.size().height, 477);
 }
 
+TEST(EditorPanelSize, FollowsTheScaleInQuarters) {
+    EditLog log;
+    EditorPanel panel(log);
+    panel.setScale(1.97);
+    EXPECT_EQ(panel.size().width, 1434);
+    EXPECT_EQ(panel.size().height, 954);
+}
+
 } // namespace
 
 } // namespace zelvatone::test
