@@ -22,7 +22,11 @@ const std::uint32_t kMinModesPort = lv2::portOf(kMinModes);
 
 // A host's window with an editor in it.
 struct OpenEditor {
-    OpenEditor() : editor(window.handle()) {}
+    // `scale` as the host asks for it, with a window that is large enough; 0 for a host that does
+    // not ask.
+    explicit OpenEditor(float scale = 0)
+        : window(VSTGUI::test::Host::kPlain, kWidth * 2, kHeight * 2),
+          editor(window.handle(), scale) {}
 
     // Idles until `isReached`. Returns whether it was, in ten seconds.
     bool idleUntil(const std::function<bool()>& isReached) {
@@ -80,6 +84,16 @@ TEST_F(Lv2Editor, OpensInTheHostsWindowAndTellsItsSize) {
     EXPECT_TRUE(open.window.isViewable(open.editor.window()));
     EXPECT_EQ(open.editor.askedSize, (HostedEditor::Size{.width = kWidth, .height = kHeight}));
     EXPECT_TRUE(open.idleUntilDrawn());
+}
+
+TEST_F(Lv2Editor, OpensAtTwiceTheSizeInAHostThatAsksForIt) {
+    OpenEditor open(2);
+    EXPECT_EQ(open.editor.askedSize,
+              (HostedEditor::Size{.width = 2 * kWidth, .height = 2 * kHeight}));
+    // The background reaches the far corner, and nobody draws beyond it.
+    const VSTGUI::test::Pixel corner = readPicture("BACKGROUND.PNG").at(kWidth - 1, kHeight - 1);
+    EXPECT_TRUE(open.idleUntil(
+        [&] { return open.window.pixel(2 * kWidth - 1, 2 * kHeight - 1) == corner; }));
 }
 
 TEST_F(Lv2Editor, HasNothingToOpenInWithoutAWindow) {

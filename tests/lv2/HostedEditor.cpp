@@ -1,9 +1,14 @@
 #include "tests/lv2/HostedEditor.h"
 
 #include "lv2/Identity.h"
+#include "tests/lv2/Urids.h"
+
+#include <lv2/atom/atom.h>
+#include <lv2/options/options.h>
 
 #include <dlfcn.h>
 
+#include <array>
 #include <stdexcept>
 
 namespace zelvatone::test {
@@ -27,7 +32,7 @@ HostedEditor& hostOf(void* handle) {
 
 } // namespace
 
-HostedEditor::HostedEditor(void* parent)
+HostedEditor::HostedEditor(void* parent, float scale)
     : descriptor_(editorDescriptor()),
       touch_{this, [](LV2UI_Feature_Handle self, std::uint32_t port,
                       bool isHeld) { hostOf(self).note(isHeld ? "touch" : "release", port); }},
@@ -35,12 +40,22 @@ HostedEditor::HostedEditor(void* parent)
                   hostOf(self).askedSize = {.width = width, .height = height};
                   return 0;
               }} {
+    const std::array<LV2_Options_Option, 2> options{
+        {{LV2_OPTIONS_INSTANCE, 0, Urids::get().map(LV2_UI__scaleFactor), sizeof(scale),
+          Urids::get().map(LV2_ATOM__Float), &scale},
+         {}}};
+    const LV2_Feature map{LV2_URID__map, Urids::get().mapper()};
     const LV2_Feature touch{LV2_UI__touch, &touch_};
     const LV2_Feature resize{LV2_UI__resize, &resize_};
     const LV2_Feature parentFeature{LV2_UI__parent, parent};
-    std::vector<const LV2_Feature*> features{&touch, &resize};
+    const LV2_Feature scaling{LV2_OPTIONS__options,
+                              const_cast<LV2_Options_Option*>(options.data())};
+    std::vector<const LV2_Feature*> features{&map, &touch, &resize};
     if (parent != nullptr) {
         features.push_back(&parentFeature);
+    }
+    if (scale != 0) {
+        features.push_back(&scaling);
     }
     features.push_back(nullptr);
     LV2UI_Widget widget = nullptr;

@@ -12,8 +12,9 @@ namespace zelvatone::test {
 // One editor in a host's window, from its opening on.
 class HostedEditor {
 public:
-    // In the X11 window `parent`; null for a host that has none. See isOpen.
-    explicit HostedEditor(void* parent);
+    // In the X11 window `parent`; 0 for a host that has none. `scale` as the host asks for it, 0
+    // for a host that does not. See isOpen.
+    explicit HostedEditor(void* parent, float scale = 0);
     ~HostedEditor();
     HostedEditor(const HostedEditor&) = delete;
     HostedEditor& operator=(const HostedEditor&) = delete;

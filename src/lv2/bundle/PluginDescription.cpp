@@ -16,6 +16,7 @@ constexpr const char* kPrefixes = R"(@prefix atom: <http://lv2plug.in/ns/ext/ato
 @prefix foaf: <http://xmlns.com/foaf/0.1/> .
 @prefix lv2: <http://lv2plug.in/ns/lv2core#> .
 @prefix midi: <http://lv2plug.in/ns/ext/midi#> .
+@prefix opts: <http://lv2plug.in/ns/ext/options#> .
 @prefix pg: <http://lv2plug.in/ns/ext/port-groups#> .
 @prefix rdf: <http://www.w3.org/1999/02/22-rdf-syntax-ns#> .
 @prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .
@@ -99,11 +100,14 @@ constexpr const char* kEditor = R"(
     a ui:X11UI ;
     lv2:requiredFeature ui:idleInterface ,
         ui:parent ;
-    lv2:optionalFeature ui:fixedSize ,
+    lv2:optionalFeature opts:options ,
+        ui:fixedSize ,
         ui:noUserResize ,
         ui:resize ,
-        ui:touch ;
+        ui:touch ,
+        urid:map ;
     lv2:extensionData ui:idleInterface ;
+    opts:supportedOption ui:scaleFactor ;
     ui:portNotification)";
 
 // Replaces every `@PLUGIN@` and `@EDITOR@` by the name that it stands for.

@@ -7,14 +7,14 @@
 
 namespace zelvatone::lv2 {
 
-EditorUi::EditorUi(const EditorHost& host)
-    : host_(host),
-      panel_(*this),
-      window_(static_cast<xcb_window_t>(host.parent), panel_.size().width, panel_.size().height) {
+EditorUi::EditorUi(const EditorHost& host) : host_(host), panel_(*this) {
+    panel_.setScale(static_cast<double>(host_.scale));
+    const EditorPanel::Size size = panel_.size();
+    window_.emplace(static_cast<xcb_window_t>(host_.parent), size.width, size.height);
     // The toolkit takes the number of a window as a pointer.
-    panel_.open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(window_.id())));
+    panel_.open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(window())));
     if (host_.resize != nullptr) {
-        host_.resize->ui_resize(host_.resize->handle, panel_.size().width, panel_.size().height);
+        host_.resize->ui_resize(host_.resize->handle, size.width, size.height);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <lv2/ui/ui.h>
 
 #include <cstdint>
+#include <optional>
 
 namespace zelvatone::lv2 {
 
@@ -17,6 +18,7 @@ struct EditorHost {
     std::uintptr_t parent = 0;            // an X11 window
     const LV2UI_Touch* touch = nullptr;   // null in a host that does not want to know
     const LV2UI_Resize* resize = nullptr; // null in a host that looks at the window instead
+    float scale = 1;                      // how much larger the editor is to be
 };
 
 // Knows the ports alone: the sound is another file's, or even another process's. User-interface
@@ -29,7 +31,7 @@ public:
     EditorUi(const EditorUi&) = delete;
     EditorUi& operator=(const EditorUi&) = delete;
 
-    xcb_window_t window() const { return window_.id(); }
+    xcb_window_t window() const { return window_->id(); }
     // The port has `value`, whoever set it.
     void show(std::uint32_t port, float value);
     void idle() { panel_.idle(); }
@@ -42,7 +44,7 @@ private:
 
     const EditorHost host_;
     EditorPanel panel_;
-    ChildWindow window_;
+    std::optional<ChildWindow> window_; // from the constructor on
 };
 
 } // namespace zelvatone::lv2

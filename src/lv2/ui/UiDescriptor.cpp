@@ -2,6 +2,10 @@
 #include "lv2/Identity.h"
 #include "lv2/ui/EditorUi.h"
 
+#include <lv2/atom/atom.h>
+#include <lv2/options/options.h>
+#include <lv2/urid/urid.h>
+
 #include <exception>
 #include <string_view>
 
@@ -20,6 +24,23 @@ Data* featureOf(const LV2_Feature* const* features, std::string_view uri) {
     return nullptr;
 }
 
+// The scale that the host asks for, 1 if it asks for none: nothing is guessed from the desktop.
+float scaleIn(const LV2_Feature* const* features) {
+    const auto* map = featureOf<const LV2_URID_Map>(features, LV2_URID__map);
+    const auto* option = featureOf<const LV2_Options_Option>(features, LV2_OPTIONS__options);
+    if (map == nullptr || option == nullptr) {
+        return 1;
+    }
+    const LV2_URID scale = map->map(map->handle, LV2_UI__scaleFactor);
+    const LV2_URID number = map->map(map->handle, LV2_ATOM__Float);
+    for (; option->key != 0; ++option) { // the list ends with zeros
+        if (option->key == scale && option->type == number && option->value != nullptr) {
+            return *static_cast<const float*>(option->value);
+        }
+    }
+    return 1;
+}
+
 // Null for a host without a window for the editor.
 LV2UI_Handle instantiate(const LV2UI_Descriptor* /*descriptor*/, const char* /*plugin*/,
                          const char* /*bundle*/, LV2UI_Write_Function write,
@@ -31,7 +52,8 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor* /*descriptor*/, const char* /*p
         // The pointer is the number.
         .parent = reinterpret_cast<std::uintptr_t>(featureOf<void>(features, LV2_UI__parent)),
         .touch = featureOf<const LV2UI_Touch>(features, LV2_UI__touch),
-        .resize = featureOf<const LV2UI_Resize>(features, LV2_UI__resize)};
+        .resize = featureOf<const LV2UI_Resize>(features, LV2_UI__resize),
+        .scale = scaleIn(features)};
     if (host.parent == 0) {
         return nullptr;
     }
