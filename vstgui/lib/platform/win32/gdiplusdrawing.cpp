@@ -179,18 +179,45 @@ INT fontStyleOf(std::int32_t face) {
     return style;
 }
 
+// What the desktop writes its own messages with; empty if it does not tell.
+std::wstring desktopFontName() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    const bool isTold =
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) != FALSE;
+    return isTold ? metrics.lfMessageFont.lfFaceName : L"";
+}
+
+// The family `name`, or the nearest one that is installed: GDI+'s own sans-serif, which is missing
+// where a desktop has not brought the usual fonts, then the desktop's, then any. Without a font at
+// all the family is not available, and nothing is written.
+std::unique_ptr<Gdiplus::FontFamily> installedFamily(const std::wstring& name) {
+    auto family = std::make_unique<Gdiplus::FontFamily>(name.c_str());
+    if (!family->IsAvailable()) {
+        if (const auto* generic = Gdiplus::FontFamily::GenericSansSerif()) {
+            family.reset(generic->Clone());
+        }
+    }
+    if (!family->IsAvailable()) {
+        family = std::make_unique<Gdiplus::FontFamily>(desktopFontName().c_str());
+    }
+    if (!family->IsAvailable()) {
+        const Gdiplus::InstalledFontCollection installed;
+        INT found = 0;
+        installed.GetFamilies(1, family.get(), &found);
+    }
+    return family;
+}
+
 class GdiplusFont final : public IPlatformFont {
 public:
     GdiplusFont(const std::string& name, CCoord size, std::int32_t face)
         : measuring(1, 1, kPixels), graphics(&measuring) {
         useGreyEdges(graphics);
-        const Gdiplus::FontFamily named(wideString(name).c_str());
-        const Gdiplus::FontFamily* replacement = Gdiplus::FontFamily::GenericSansSerif();
-        const Gdiplus::FontFamily& family =
-            named.IsAvailable() || !replacement ? named : *replacement;
+        const auto family = installedFamily(wideString(name));
         const INT style = fontStyleOf(face);
-        font = std::make_unique<Gdiplus::Font>(&family, real(size), style, Gdiplus::UnitPixel);
-        capHeight = inkHeight(family, style, L"M");
+        font = std::make_unique<Gdiplus::Font>(family.get(), real(size), style, Gdiplus::UnitPixel);
+        capHeight = inkHeight(*family, style, L"M");
     }
 
     CCoord getCapHeight() const override { return capHeight; }
