@@ -59,8 +59,13 @@ def horn(x, height):
 
 
 def waveMark(pen, left, top, colour):
-    sine = diagrams.cycle(lambda p: sound.wave("Sine", p), left, top, 28, 26)
-    return pen.line(sine, colour, 2)
+    """Three shapes: one alone would be taken for a display of the chosen wave."""
+    marks = []
+    for row, kind in enumerate(("Sine", "Square", "Saw")):
+        shape = lambda p, kind=kind: sound.wave(kind, (2 * p) % 1)
+        curve = diagrams.cycle(shape, left, top + 10 * row, 28, 6)
+        marks.append(pen.line(curve, colour, 1.5))
+    return "".join(marks)
 
 
 def extraMark(pen, left, top, colour):

@@ -127,9 +127,9 @@ def power(pen, left):
     return marks
 
 
-def axis(pen, left, pitch, count):
+def axis(pen, left, pitch, count, width=INNER):
     """A base line numbered by harmonics."""
-    return pen.line([(left, BASE + 0.5), (left + INNER, BASE + 0.5)], "line", 1) + "".join(
+    return pen.line([(left, BASE + 0.5), (left + width, BASE + 0.5)], "line", 1) + "".join(
         pen.text(left + 10 + pitch * (k - 1), BASE + 19, "mark", str(k))
         for k in range(1, count + 1)
     )
@@ -149,7 +149,8 @@ def spectrum(pen, left, pitch, modes):
 def falloff(pen, left):
     """Seven harmonics at -1, between the extremes."""
     pitch, count = 26, 7
-    marks = axis(pen, left, pitch, count)
+    last = left + 10 + pitch * (count - 1)
+    marks = axis(pen, left, pitch, count, last - left)
     for slope in (0, -3):
         curve = [
             (left + 10 + pitch * (k / 8 - 1), BASE - REACH * (k / 8) ** slope)
@@ -158,9 +159,10 @@ def falloff(pen, left):
         marks += pen.line(curve, "sky", 1.5, dash="1 4")
     for k in range(1, count + 1):
         marks += pen.partial(left + 10 + pitch * (k - 1), BASE, BASE - REACH / k, "amber")
-    marks += pen.text(left + INNER, BASE - REACH - 9, "mark", pen.tag("sky", "0"), "end")
+    # Each where its curve ends, and the middle one beside a head.
+    marks += pen.text(last + 9, BASE - REACH + 4.5, "mark", pen.tag("sky", "0"), "start")
     marks += pen.text(left + 43, BASE - 37, "mark", pen.tag("amber", "−1"), "start")
-    return marks + pen.text(left + 43, BASE - 7, "mark", pen.tag("sky", "−3"), "start")
+    return marks + pen.text(last + 9, BASE + 4.5, "mark", pen.tag("sky", "−3"), "start")
 
 
 def parity(pen, left):

@@ -41,6 +41,13 @@ def knobPicture(normalised):
     return math.floor(normalised * (KNOB_PICTURES - 1))
 
 
+def knobShare(picture):
+    """What a picture shows, 0 to 1: the ends at the ends, else the middle of the values that it
+    stands for, so that a half stands upright."""
+    last = KNOB_PICTURES - 1
+    return picture / last if picture in (0, last) else (picture + 0.5) / last
+
+
 def knobAngle(picture):
     """Pointer angle of a picture in degrees clockwise from straight up: -135 to 135."""
-    return 270 * picture / (KNOB_PICTURES - 1) - 135
+    return 270 * knobShare(picture) - 135
