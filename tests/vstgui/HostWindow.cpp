@@ -275,23 +275,23 @@ std::uint32_t HostWindow::rawChildPixel(int x, int y) const {
     return raw;
 }
 
-Screenshot HostWindow::screenshot(int left, int top, int width, int height) const {
+Screenshot HostWindow::screenshot(int left, int top, int columns, int rows) const {
     const auto image = own(xcb_get_image_reply(
         connection.get(),
         xcb_get_image(connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root,
                       static_cast<std::int16_t>(kLeft + left),
-                      static_cast<std::int16_t>(kTop + top), static_cast<std::uint16_t>(width),
-                      static_cast<std::uint16_t>(height), ~0U),
+                      static_cast<std::int16_t>(kTop + top), static_cast<std::uint16_t>(columns),
+                      static_cast<std::uint16_t>(rows), ~0U),
         nullptr));
     if (!image) {
         throw std::runtime_error("no picture of the screen");
     }
     const int bytesPerPixel = image->depth == 16 ? 2 : 4;
-    const int rowBytes = (width * bytesPerPixel + 3) / 4 * 4;
+    const int rowBytes = (columns * bytesPerPixel + 3) / 4 * 4;
     const std::uint8_t* data = xcb_get_image_data(image.get());
-    Screenshot shot{width, height, {}};
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
+    Screenshot shot{columns, rows, {}};
+    for (int y = 0; y < rows; ++y) {
+        for (int x = 0; x < columns; ++x) {
             const std::uint8_t* at =
                 data + std::ptrdiff_t{y} * rowBytes + std::ptrdiff_t{x} * bytesPerPixel;
             std::uint32_t raw = at[0] | at[1] << 8;

@@ -70,7 +70,7 @@ public:
     void takeFocus();
     bool hasFocus() const;
 
-    Screenshot screenshot(int left, int top, int width, int height) const;
+    Screenshot screenshot(int left, int top, int columns, int rows) const;
     // All bits of a pixel of the first child.
     std::uint32_t rawChildPixel(int x, int y) const;
     Pixel pixel(int x, int y) const { return screenshot(x, y, 1, 1).at(0, 0); }
