@@ -78,7 +78,7 @@ LAYERS = [
     ("tests/clap", ["tests/clap"], ["params", "vst2", "formats", "performance", "clap records",
                                     "clap", "tests/plugin"]),
     ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin",
-                                  "tests/vstgui", "tests/editor"]),
+                                  "tests/vstgui", "tests/editor", "tests/clap"]),
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",
