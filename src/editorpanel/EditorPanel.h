@@ -42,8 +42,8 @@ public:
     EditorPanel(const EditorPanel&) = delete;
     EditorPanel& operator=(const EditorPanel&) = delete;
 
-    // From its next opening on the window is `scale` times as large, 1 at first: the nearest of 1 to 3
-    // in quarters.
+    // From its next opening on the window is `scale` times as large, 1 at first: the nearest of 1
+    // to 3 in quarters.
     void setScale(double scale);
 
     struct Size {

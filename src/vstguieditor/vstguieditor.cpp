@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -84,6 +85,7 @@ bool VSTGuiEditor::open(void* parent) {
     knobs_.assign(parameterCount(), nullptr);
     displays_.assign(parameterCount(), nullptr);
     labels_.assign(parameterCount(), nullptr);
+    texts_ = std::vector<TextMailbox>(parameterCount());
     CFrame* newFrame = buildFrame();
     if (newFrame == nullptr) {
         return true;
@@ -152,6 +154,7 @@ void VSTGuiEditor::showAllParameters() {
     for (VstInt32 index = 0; index < count; ++index) {
         setParameter(index, plugin_->getParameter(index));
     }
+    showPostedTexts();
 }
 
 void VSTGuiEditor::close() {
@@ -169,10 +172,12 @@ void VSTGuiEditor::discardControls() {
     knobs_.clear();
     displays_.clear();
     labels_.clear();
+    texts_.clear();
 }
 
 void VSTGuiEditor::idle() {
     runToolkitLoop();
+    showPostedTexts();
     AEffGUIEditor::idle();
 }
 
@@ -189,7 +194,7 @@ void VSTGuiEditor::setParameter(VstInt32 index, float value) {
     if (CAnimKnob* knob = checkedAt(knobs_, index)) {
         knob->setValue(value);
     }
-    showText(index);
+    postText(index);
 }
 
 void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
@@ -198,14 +203,31 @@ void VSTGuiEditor::valueChanged(VSTGUI::CControl* control) {
     plugin_->setParameterAutomated(index, control->getValue());
     // The host, now told, may have closed the window, and the control is gone.
     if (frame != nullptr) {
+        postText(index);
         showText(index);
     }
 }
 
+// Any thread, while the controls stay.
+void VSTGuiEditor::postText(VstInt32 index) {
+    if (checkedAt(displays_, index) != nullptr) {
+        checkedAt(texts_, index)
+            .post(checkedAt(loadShared(m_pSynthEngine->currentProgram)->parameters, index)
+                      ->getDisplay());
+    }
+}
+
 void VSTGuiEditor::showText(VstInt32 index) {
-    if (CTextLabel* display = checkedAt(displays_, index)) {
-        display->setText(
-            checkedAt(loadShared(m_pSynthEngine->currentProgram)->parameters, index)->getDisplay());
+    std::string text;
+    if (checkedAt(texts_, index).take(text)) {
+        checkedAt(displays_, index)->setText(text.c_str());
+    }
+}
+
+void VSTGuiEditor::showPostedTexts() {
+    const auto count = static_cast<VstInt32>(texts_.size());
+    for (VstInt32 index = 0; index < count; ++index) {
+        showText(index);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "vstguieditor/EditorLayout.h"
 #include "vstguieditor/EditorPlatform.h"
 #include "vstguieditor/HelpOverlay.h"
+#include "vstguieditor/TextMailbox.h"
 
 #include <cstddef>
 #include <optional>
@@ -64,7 +65,9 @@ private:
     void buildControl(const WidgetRecord& record, VSTGUI::CFrame& newFrame,
                       VSTGUI::CBitmap* knobStrip);
     void showAllParameters();
+    void postText(VstInt32 index);
     void showText(VstInt32 index);
+    void showPostedTexts();
     void discardControls();
 
     VstInterface* plugin_;
@@ -76,6 +79,9 @@ private:
     std::vector<VSTGUI::CAnimKnob*> knobs_;
     std::vector<VSTGUI::CTextLabel*> displays_;
     std::vector<VSTGUI::CTextLabel*> labels_;
+    // Texts for the displays from any thread: a toolkit may not protect a label's text from a
+    // change while it is drawn.
+    std::vector<TextMailbox> texts_;
     ControlGate gate_; // open while these vectors and `frame` may be used by any thread
 
     VSTGUI::CRect editorRect_{0, 0, kEditorWidth, kEditorHeight}; // at scale 1

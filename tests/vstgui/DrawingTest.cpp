@@ -142,14 +142,11 @@ TEST_F(Label, StartsEmptyWithoutAText) {
 
 TEST_F(Label, IsDirtyAfterANewTextOnly) {
     const auto label = owned(new CTextLabel(kLabelSize, "Attack"));
-    const auto idle = [&] { label->onIdle(std::chrono::steady_clock::now()); };
     label->setDirty(false);
     label->setText("Attack");
-    idle();
     EXPECT_FALSE(label->isDirty());
     label->setText("Decay");
     EXPECT_EQ(label->getText(), "Decay");
-    idle();
     EXPECT_TRUE(label->isDirty());
     label->setText(UTF8StringPtr{nullptr});
     EXPECT_TRUE(label->getText().empty());

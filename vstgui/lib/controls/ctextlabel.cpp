@@ -2,28 +2,15 @@
 
 #include "vstgui/lib/cdrawcontext.h"
 
-#include <string>
-#include <utility>
-
 namespace VSTGUI {
 
 CTextLabel::CTextLabel(const CRect& size, UTF8StringPtr text, CBitmap* background,
                        std::int32_t /*style*/)
     : CControl(size, nullptr, -1, background), text(text), font(kNormalFont) {}
 
-const UTF8String& CTextLabel::getText() {
-    collectText();
-    return text;
-}
-
-void CTextLabel::onIdle(std::chrono::steady_clock::time_point) {
-    collectText();
-}
-
-void CTextLabel::collectText() {
-    std::string newest;
-    if (mailbox.take(newest) && newest != text.getString()) {
-        text = UTF8String(std::move(newest));
+void CTextLabel::setText(const UTF8String& newText) {
+    if (newText.getString() != text.getString()) {
+        text = newText;
         setDirty();
     }
 }

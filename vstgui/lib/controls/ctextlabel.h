@@ -4,26 +4,23 @@
 #include "vstgui/lib/ccolor.h"
 #include "vstgui/lib/cfont.h"
 #include "vstgui/lib/controls/ccontrol.h"
-#include "vstgui/lib/textmailbox.h"
 
-#include <chrono>
 #include <cstdint>
 
 namespace VSTGUI {
 
 // White on black with a black edge, unless it is transparent: then it shows the text alone. The
 // text stands in the middle; what is too long is cut on both sides. Ignores the
-// mouse. User-interface thread, except setText: any thread, without a lock.
+// mouse. User-interface thread.
 class CTextLabel final : public CControl {
 public:
     // `text` and `background` may be null. The only style is 0.
     explicit CTextLabel(const CRect& size, UTF8StringPtr text = nullptr,
                         CBitmap* background = nullptr, std::int32_t style = 0);
 
-    // Shown from the next idle on; of texts set by several threads, the last one. Any thread.
-    void setText(const UTF8String& newText) { mailbox.post(newText.getString()); }
-    // The text that was set last.
-    const UTF8String& getText();
+    // Shown from the next idle on.
+    void setText(const UTF8String& newText);
+    const UTF8String& getText() const { return text; }
 
     void setFont(CFontRef newFont) { change(font, shared(newFont)); }
     void setFontColor(CColor color) { change(fontColor, color); }
@@ -31,7 +28,6 @@ public:
     void setFrameColor(CColor color) { change(frameColor, color); }
 
     void draw(CDrawContext* context) override;
-    void onIdle(std::chrono::steady_clock::time_point now) override;
 
 protected:
     ~CTextLabel() override = default;
@@ -42,11 +38,9 @@ private:
         property = newValue;
         setDirty();
     }
-    void collectText();
     void drawText(CDrawContext& context);
 
-    TextMailbox mailbox; // what other threads set
-    UTF8String text;     // what is drawn
+    UTF8String text;
     SharedPointer<CFontDesc> font;
     CColor fontColor = kWhiteCColor;
     CColor backColor = kBlackCColor;

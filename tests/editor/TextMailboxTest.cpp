@@ -1,12 +1,12 @@
 // Texts from several threads to one.
-#include "vstgui/lib/textmailbox.h"
+#include "vstguieditor/TextMailbox.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 #include <vector>
 
-namespace VSTGUI::test {
+namespace zelvatone::test {
 namespace {
 
 TEST(TextMailbox, IsEmptyUntilSomethingIsPosted) {
@@ -76,4 +76,4 @@ TEST(TextMailbox, KeepsEachTextWholeAndEachWritersOrder) {
 }
 
 } // namespace
-} // namespace VSTGUI::test
+} // namespace zelvatone::test

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-namespace VSTGUI {
+namespace zelvatone {
 
 // Holds the text that was posted last until it is taken; what was posted before it and not taken
 // is gone. Texts are kept in a few slots. A writer claims a free slot, fills it while no other
@@ -31,11 +31,11 @@ private:
     std::uint32_t claim();
     void release(std::uint32_t slot);
 
-    std::array<std::string, kSlots> slots;
-    std::atomic<std::uint32_t> freeSlots = (1U << kSlots) - 1; // one bit a slot
-    std::atomic<std::uint32_t> posted = kNone;
+    std::array<std::string, kSlots> slots_;
+    std::atomic<std::uint32_t> freeSlots_ = (1U << kSlots) - 1; // one bit a slot
+    std::atomic<std::uint32_t> posted_ = kNone;
 
     static_assert(std::atomic<std::uint32_t>::is_always_lock_free);
 };
 
-} // namespace VSTGUI
+} // namespace zelvatone
