@@ -2,6 +2,7 @@
 #pragma once
 
 #include "clap/BlockPlayer.h"
+#include "clap/ClapEditor.h"
 #include "clap/EditQueue.h"
 #include "clap/HostLink.h"
 #include "clap/abi/Plugin.h"
@@ -42,7 +43,7 @@ public:
     Instrument& instrument() { return instrument_; }
     const Instrument& instrument() const { return instrument_; }
     HostLink& host() { return host_; }
-    EditQueue& edits() { return edits_; }
+    ClapEditor& editor() { return editor_; }
     double sampleRate() const { return sampleRate_.load(); }
 
 private:
@@ -51,6 +52,7 @@ private:
     Instrument instrument_{Instrument::ProgramChange::kFollowed};
     BlockPlayer player_{instrument_};
     EditQueue edits_;
+    ClapEditor editor_{instrument_, host_, edits_};
     std::atomic<double> sampleRate_ = 44100.0;    // Hz
     std::atomic<bool> programHasChanged_ = false; // since the last call of onMainThread
 };

@@ -13,9 +13,14 @@ struct Offer {
 };
 
 constexpr Offer kOffers[] = {
-    {clap::kAudioPortsId, &kAudioPortsExtension}, {clap::kNotePortsId, &kNotePortsExtension},
-    {clap::kParamsId, &kParamsExtension},         {clap::kStateId, &kStateExtension},
-    {clap::kLatencyId, &kLatencyExtension},       {clap::kTailId, &kTailExtension},
+    {clap::kAudioPortsId, &kAudioPortsExtension},
+    {clap::kNotePortsId, &kNotePortsExtension},
+    {clap::kParamsId, &kParamsExtension},
+    {clap::kStateId, &kStateExtension},
+    {clap::kLatencyId, &kLatencyExtension},
+    {clap::kTailId, &kTailExtension},
+    {clap::kGuiId, &kGuiExtension},
+    {clap::kTimerSupportId, &kTimerExtension},
 };
 
 } // namespace

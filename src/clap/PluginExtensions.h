@@ -12,6 +12,8 @@ extern const clap::PluginParams kParamsExtension;
 extern const clap::PluginState kStateExtension;
 extern const clap::PluginLatency kLatencyExtension;
 extern const clap::PluginTail kTailExtension;
+extern const clap::PluginGui kGuiExtension;
+extern const clap::PluginTimerSupport kTimerExtension;
 
 // The record of the extension `id`; null without it. Any thread.
 const void* pluginExtension(const char* id);

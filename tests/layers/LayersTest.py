@@ -76,7 +76,7 @@ LAYERS = [
     ("tests/editorpanel", ["tests/editorpanel"], ["params", "editor panel", "tests/vstgui",
                                                   "tests/editor"]),
     ("tests/clap", ["tests/clap"], ["params", "vst2", "formats", "performance", "clap records",
-                                    "clap", "tests/plugin"]),
+                                    "clap", "tests/vstgui", "tests/editor"]),
     ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin",
                                   "tests/vstgui", "tests/editor", "tests/clap"]),
     ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),

@@ -104,10 +104,10 @@ const void* ClapInstance::hostExtension(const clap::Host* host, const char* id) 
     if (name == clap::kThreadCheckId) {
         return &kThreads;
     }
-    return name == clap::kTimerSupportId && of(host).hasTimers ? &kTimers : nullptr;
+    return name == clap::kTimerSupportId && of(host).hasTimers_ ? &kTimers : nullptr;
 }
 
-ClapInstance::ClapInstance(const ClapLibrary& library, const char* id)
+ClapInstance::ClapInstance(const ClapLibrary& library, const char* id, Timers timers)
     : host_{.version = clap::kVersion,
             .hostData = this,
             .name = "clap_checker",
@@ -117,7 +117,8 @@ ClapInstance::ClapInstance(const ClapLibrary& library, const char* id)
             .getExtension = hostExtension,
             .requestRestart = [](const clap::Host*) {},
             .requestProcess = [](const clap::Host*) {},
-            .requestCallback = [](const clap::Host* host) { of(host).wantsCallback_ = true; }} {
+            .requestCallback = [](const clap::Host* host) { of(host).wantsCallback_ = true; }},
+      hasTimers_(timers == Timers::kThere) {
     const clap::PluginFactory* factory = library.factory();
     plugin_ = factory == nullptr ? nullptr : factory->createPlugin(factory, &host_, id);
     if (plugin_ == nullptr || !plugin_->init(plugin_)) {

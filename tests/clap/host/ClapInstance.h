@@ -18,9 +18,11 @@ namespace zelvatone::test {
 // calls of the plug-in on the wrong thread are written down. One thread uses an instance.
 class ClapInstance {
 public:
+    enum class Timers { kThere, kNone };
+
     // Creates and inits the plug-in `id`; the library outlives it. Throws std::runtime_error if the
     // plug-in refuses.
-    ClapInstance(const ClapLibrary& library, const char* id);
+    ClapInstance(const ClapLibrary& library, const char* id, Timers timers = Timers::kThere);
     // Stops, deactivates and destroys.
     ~ClapInstance();
     ClapInstance(const ClapInstance&) = delete;
@@ -58,7 +60,6 @@ public:
     int dirtyMarks = 0;
     std::atomic<int> flushRequests = 0;
     std::vector<std::string> faults; // against the rules, a sentence each
-    bool hasTimers = true;
 
 private:
     static ClapInstance& of(const clap::Host* host) {
@@ -79,6 +80,7 @@ private:
     std::set<std::uint32_t> timers_;
     std::uint32_t nextTimer_ = 1;
     std::uint32_t mostFrames_ = 0;
+    const bool hasTimers_;
     bool isActive_ = false;
     bool isStarted_ = false;
 };
