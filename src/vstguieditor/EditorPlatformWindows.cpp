@@ -55,9 +55,9 @@ VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const char* name) {
     return VSTGUI::makeOwned<VSTGUI::CBitmap>(name);
 }
 
-// The resources of that size are called 2X-ANIMKNOB.PNG and so on.
+// The resources of that size are called DOUBLE-ANIMKNOB.PNG and so on.
 VSTGUI::SharedPointer<VSTGUI::CBitmap> loadDoublePicture(const char* name) {
-    const std::string resource = std::string("2x-") + name;
+    const std::string resource = std::string("double-") + name;
     auto picture = VSTGUI::makeOwned<VSTGUI::CBitmap>(resource.c_str());
     if (!picture->isLoaded()) {
         return loadPicture(name);
