@@ -7,6 +7,7 @@ import unittest
 
 MODULE = os.environ["ZELVATONE_MODULE_PATH"]
 PROGRAMS = [path for path in os.environ["ZELVATONE_PROGRAM_PATHS"].split(":") if path]
+PLUGINS = [MODULE, *os.environ["ZELVATONE_PLUGIN_PATHS"].split(";")]
 OBJECTS = [path for path in os.environ["ZELVATONE_OBJECTS"].split(";") if path]
 READELF = os.environ["ZELVATONE_READELF"]
 OBJDUMP = os.environ["ZELVATONE_OBJDUMP"]
@@ -15,7 +16,7 @@ BUILD_PATHS = [os.environ["ZELVATONE_SOURCE_FOLDER"], os.environ["ZELVATONE_BINA
 # That of a Debian 12 and a Ubuntu 22.04 is not older.
 NEWEST_GLIBC = (2, 35)
 
-FILES = [MODULE, *PROGRAMS]
+FILES = [*PLUGINS, *PROGRAMS]
 
 
 def output_of(*command):
@@ -75,11 +76,13 @@ class Hardening(unittest.TestCase):
                 with self.subTest(path, folder=folder):
                     self.assertNotIn(folder.encode(), content)
 
-    def test_the_plug_in_runs_with_a_c_library_of_2022(self):
-        versions = re.findall(r"@GLIBC_(\d+)\.(\d+)", "\n".join(foreign_symbols(MODULE)))
-        self.assertNotEqual(versions, [])
-        self.assertLessEqual(max((int(major), int(minor)) for major, minor in versions),
-                             NEWEST_GLIBC)
+    def test_every_plug_in_runs_with_a_c_library_of_2022(self):
+        for path in PLUGINS:
+            with self.subTest(path):
+                versions = re.findall(r"@GLIBC_(\d+)\.(\d+)", "\n".join(foreign_symbols(path)))
+                self.assertNotEqual(versions, [])
+                self.assertLessEqual(max((int(major), int(minor)) for major, minor in versions),
+                                     NEWEST_GLIBC)
 
 
 if __name__ == "__main__":
