@@ -2,6 +2,7 @@
 
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
+#include "host/plugin/ShownValue.h"
 #include "host/render/Automation.h"
 #include "host/text/FileNames.h"
 #include "host/text/Format.h"
@@ -55,6 +56,18 @@ EventSchedule::Filter receives(const PartPlan& plan, const std::map<int, Channel
     };
 }
 
+std::vector<AutomationMove> readMoves(const std::string& file, HostedPlugin& plugin) {
+    std::map<std::pair<int, std::string>, std::optional<float>> known; // a file may move one often
+    const auto shown = [&](int parameter, std::string_view text) {
+        const auto [value, isNew] = known.try_emplace({parameter, std::string(text)});
+        if (isNew) {
+            value->second = valueShownAs(plugin, parameter, text);
+        }
+        return value->second;
+    };
+    return readAutomation(userPath(file), parameterNames(plugin), shown);
+}
+
 } // namespace
 
 std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
@@ -101,10 +114,8 @@ std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibr
         auto plugin = std::make_unique<HostedPlugin>(library, settings.stream);
         applySetup(*plugin, plan.setup);
         if (!moves) {
-            moves = automation
-                        ? scheduleMoves(
-                              readAutomation(userPath(*automation), parameterNames(*plugin)), rate)
-                        : AutomationSchedule();
+            moves = automation ? scheduleMoves(readMoves(*automation, *plugin), rate)
+                               : AutomationSchedule();
         }
         auto player = std::make_unique<InstrumentPlayer>(
             *plugin, song, EventSchedule(song, rate, receives(plan, settings.channels)), *moves);

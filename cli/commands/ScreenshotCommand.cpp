@@ -4,6 +4,7 @@
 #include "host/Error.h"
 #include "host/files/UserPath.h"
 #include "host/plugin/EditorSession.h"
+#include "host/plugin/FullNames.h"
 #include "host/plugin/PluginText.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
@@ -29,7 +30,6 @@ struct Place {
 constexpr Place kHelpButton{562, 15};
 constexpr std::array<Place, 5> kHelpPanels{
     {{142, 113}, {487, 157}, {142, 266}, {142, 409}, {420, 409}}};
-constexpr const char* kOwnName = "Zelvatone";
 
 // A picture counts as finished when it stays the same for some turns: the display's answer to
 // what the editor draws takes one or two.
@@ -85,7 +85,7 @@ TrueColourPicture takePicture(HostedPlugin& plugin, std::optional<int> helpPage)
 }
 
 void checkHelp(HostedPlugin& plugin, std::optional<int> helpPage) {
-    if (helpPage && plugin.text(effGetEffectName) != kOwnName) {
+    if (helpPage && !isOurInstrument(plugin)) {
         throw InputError(formatText(
             "--help-page knows the editor of Zelvatone only, not that of {}", plugin.path()));
     }

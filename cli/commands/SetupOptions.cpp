@@ -3,9 +3,11 @@
 #include "cli/commands/OptionValues.h"
 #include "host/Error.h"
 #include "host/files/UserPath.h"
+#include "host/plugin/FullNames.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/plugin/PluginText.h"
 #include "host/plugin/Programs.h"
+#include "host/plugin/ShownValue.h"
 #include "host/preset/PresetReader.h"
 #include "host/preset/PresetTransfer.h"
 #include "host/text/Format.h"
@@ -60,16 +62,30 @@ std::optional<int> wantedProgram(HostedPlugin& plugin, const PluginSetup& setup)
                      *setup.program);
 }
 
-std::vector<std::pair<int, float>> wantedParameters(HostedPlugin& plugin,
-                                                    const std::vector<ParameterSetting>& settings) {
-    std::vector<std::pair<int, float>> found;
+std::vector<int> wantedParameters(HostedPlugin& plugin,
+                                  const std::vector<ParameterSetting>& settings) {
+    std::vector<int> found;
     if (!settings.empty()) {
         const auto names = parameterNames(plugin);
         for (const ParameterSetting& setting : settings) {
-            found.emplace_back(findTyped(findParameter, names, setting.parameter), setting.value);
+            found.push_back(findTyped(findParameter, names, setting.parameter));
         }
     }
     return found;
+}
+
+// What a parameter shows may depend on the program that is chosen.
+void applySetting(HostedPlugin& plugin, int index, const ParameterSetting& setting) {
+    std::optional<float> value = setting.value;
+    if (!setting.shown.empty()) {
+        value = valueShownAs(plugin, index, setting.shown);
+    }
+    if (!value) {
+        throw UsageError(
+            formatText("--set takes values from 0 to 1 or as {} shows them, {}, not '{}'",
+                       parameterName(plugin, index), shownLimits(plugin, index), setting.shown));
+    }
+    plugin.setParameter(index, *value);
 }
 
 } // namespace
@@ -84,9 +100,10 @@ void addSetupOptions(CLI::App& command, SetupOptions& options) {
                     "Choose a program by name, by the beginning of one name, or by number")
         ->type_name("NAME");
     command
-        .add_option(
-            "--set", options.settings,
-            "Set a parameter, chosen like a program, to a value from 0 to 1; may be repeated")
+        .add_option("--set", options.settings,
+                    "Set a parameter, chosen like a program, to a value from 0 to 1 or as "
+                    "'zelvatone params' "
+                    "shows it (Wave=Saw, \"Attack=0.5 s\"); may be repeated")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
 }
@@ -96,13 +113,16 @@ ParameterSetting parseSetting(std::string_view text) {
     if (equals == std::string_view::npos || equals == 0) {
         throw UsageError(formatText("--set takes NAME=VALUE, not '{}'", text));
     }
-    const auto value = realNumber(text.substr(equals + 1));
-    if (!value || *value < 0.0 || *value > 1.0) {
-        throw UsageError(formatText("--set takes values from 0 to 1, not '{}'{}",
-                                    text.substr(equals + 1),
-                                    decimalPointHint(text.substr(equals + 1))));
+    const std::string_view shown = text.substr(equals + 1);
+    const auto value = realNumber(shown);
+    if (shown.empty() || !decimalPointHint(shown).empty()) {
+        throw UsageError(formatText("--set takes values from 0 to 1, not '{}'{}", shown,
+                                    decimalPointHint(shown)));
     }
-    return {std::string(text.substr(0, equals)), static_cast<float>(*value)};
+    const std::string parameter(text.substr(0, equals));
+    return value && *value >= 0.0 && *value <= 1.0
+               ? ParameterSetting{parameter, static_cast<float>(*value), {}}
+               : ParameterSetting{parameter, 0.0F, std::string(shown)};
 }
 
 PresetFile readPresetFile(const std::string& path) {
@@ -138,8 +158,8 @@ void applySetup(HostedPlugin& plugin, const PluginSetup& setup) {
     if (program) {
         selectProgram(plugin, *program);
     }
-    for (const auto& [index, value] : parameters) {
-        plugin.setParameter(index, value);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        applySetting(plugin, parameters[i], setup.settings[i]);
     }
 }
 

@@ -27,10 +27,12 @@ void addSetupOptions(CLI::App& command, SetupOptions& options);
 
 struct ParameterSetting {
     std::string parameter; // name or number
-    float value;           // normalised
+    float value = 0.0F;    // normalised
+    std::string shown;     // the value as the plug-in shows it, in place of a normalised one
 };
 
-// Reads "NAME=VALUE". Throws UsageError when it is not of that form or the value is not 0 to 1.
+// Reads "NAME=VALUE": a number from 0 to 1 is the normalised value. Throws UsageError when it is not
+// of that form.
 ParameterSetting parseSetting(std::string_view text);
 
 struct PresetFile {
@@ -54,6 +56,7 @@ PluginSetup readSetup(const SetupOptions& options);
 
 // Throws, with nothing set, InputError for a preset that is not for this plug-in and for a program
 // or parameter that it does not have, and UsageError for the number of one that is out of range.
+// Throws UsageError for a value that a parameter does not show, with preset and program set.
 void applySetup(HostedPlugin& plugin, const PluginSetup& setup);
 
 } // namespace zelvatone

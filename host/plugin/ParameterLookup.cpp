@@ -1,5 +1,6 @@
 #include "host/plugin/ParameterLookup.h"
 
+#include "host/plugin/FullNames.h"
 #include "host/text/NameLookup.h"
 
 namespace zelvatone {
@@ -14,7 +15,7 @@ std::vector<std::string> parameterNames(HostedPlugin& plugin) {
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(plugin.parameterCount()));
     for (int i = 0; i < plugin.parameterCount(); ++i) {
-        names.push_back(plugin.text(effGetParamName, i));
+        names.push_back(parameterName(plugin, i));
     }
     return names;
 }

@@ -9,7 +9,7 @@
 
 namespace zelvatone {
 
-// As the plug-in reports them, by index.
+// As the plug-in reports them, by index; whole for our own instrument.
 std::vector<std::string> parameterNames(HostedPlugin& plugin);
 
 // The index of the parameter that `wanted` means, by the rules of NameLookup. Plug-ins may cut

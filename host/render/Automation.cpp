@@ -41,8 +41,22 @@ void checkSeparators(const Fields& fields, std::string_view line) {
     }
 }
 
+float parseValue(const std::string& field, int parameter, const std::vector<std::string>& names,
+                 const ShownReader& shown) {
+    const auto number = realNumber(field);
+    if (number && *number >= 0.0 && *number <= 1.0) {
+        return static_cast<float>(*number);
+    }
+    const auto value = shown && !field.empty() ? shown(parameter, field) : std::nullopt;
+    if (!value) {
+        throw InputError(formatText("'{}' is not a value from 0 to 1 or as {} shows it", field,
+                                    names[static_cast<std::size_t>(parameter)]));
+    }
+    return *value;
+}
+
 AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& names,
-                         bool isFirst) {
+                         const ShownReader& shown, bool isFirst) {
     if (fields.size() != 3) {
         throw InputError(formatText("a move has three fields (seconds, parameter, value), not {}",
                                     fields.size()));
@@ -52,11 +66,8 @@ AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& n
         throw InputError(formatText("'{}' is not a time: seconds, from 0 to a day{}", fields[0],
                                     isFirst && !seconds ? "; a heading has no digits" : ""));
     }
-    const auto value = realNumber(fields[2]);
-    if (!value || *value < 0.0 || *value > 1.0) {
-        throw InputError(formatText("'{}' is not a value from 0 to 1", fields[2]));
-    }
-    return {*seconds, findParameter(names, fields[1]), static_cast<float>(*value)};
+    const int parameter = findParameter(names, fields[1]);
+    return {*seconds, parameter, parseValue(fields[2], parameter, names, shown)};
 }
 
 // Takes a line off the front of `text`.
@@ -75,7 +86,8 @@ bool isSkipped(std::string_view line) {
 } // namespace
 
 std::vector<AutomationMove> parseAutomation(std::string_view text,
-                                            const std::vector<std::string>& names) {
+                                            const std::vector<std::string>& names,
+                                            const ShownReader& shown) {
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         text.remove_prefix(kByteOrderMark.size());
     }
@@ -90,7 +102,7 @@ std::vector<AutomationMove> parseAutomation(std::string_view text,
             const Fields fields = csvFields(line);
             checkSeparators(fields, line);
             if (!mayBeHeading || !isHeading(fields)) {
-                moves.push_back(parseMove(fields, names, mayBeHeading));
+                moves.push_back(parseMove(fields, names, shown, mayBeHeading));
             }
         } catch (const InputError& error) {
             throw InputError(formatText("{}: {}", number, error.what()));
@@ -103,7 +115,8 @@ std::vector<AutomationMove> parseAutomation(std::string_view text,
 }
 
 std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
-                                           const std::vector<std::string>& names) {
+                                           const std::vector<std::string>& names,
+                                           const ShownReader& shown) {
     std::vector<std::uint8_t> bytes;
     try {
         bytes = readBytes(path, kLargestFile, "file of moves");
@@ -111,7 +124,8 @@ std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
         throw InputError(formatText("{}: {}", path.string(), error.what()));
     }
     try {
-        return parseAutomation({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, names);
+        return parseAutomation({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, names,
+                               shown);
     } catch (const InputError& error) {
         throw InputError(formatText("{}:{}", path.string(), error.what()));
     }

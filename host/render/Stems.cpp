@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "host/audio/NonFinite.h"
 #include "host/files/UserPath.h"
+#include "host/render/StemList.h"
 #include "host/text/Format.h"
 
 #include <system_error>
@@ -30,8 +31,9 @@ Stems::Stems(const std::filesystem::path& folder, const std::string& extension,
              const SoundFileFormat& format, Ensemble& ensemble)
     : folder_(folder), ensemble_(ensemble) {
     for (std::size_t part = 0; part < ensemble.size(); ++part) {
-        writers_.push_back(std::make_unique<SoundFileWriter>(
-            folder_.path() / userPath(ensemble.name(part) + extension), format));
+        names_.push_back(ensemble.name(part) + extension);
+        writers_.push_back(
+            std::make_unique<SoundFileWriter>(folder_.path() / userPath(names_.back()), format));
     }
 }
 
@@ -68,9 +70,12 @@ void Stems::complete() {
 
 void Stems::commit() {
     complete();
+    const std::vector<StemEntry> before = readStemList(folder_.path());
     for (const auto& writer : writers_) {
         writer->commit();
     }
+    writeStemList(folder_.path(), names_);
+    removeOldStems(folder_.path(), before, names_);
 }
 
 } // namespace zelvatone

@@ -44,13 +44,15 @@ public:
     void write(std::size_t part, std::span<const float> samples);
     // Of a part's file.
     std::int64_t clippedSamples(std::size_t part) const { return writers_[part]->clippedSamples(); }
-    // All complete, then all named. Throw InputError.
+    // All complete, then all named, and stems of an earlier rendering with other names removed from
+    // the folder. Throw InputError.
     void complete();
     void commit();
 
 private:
     StemFolder folder_;
     Ensemble& ensemble_;
+    std::vector<std::string> names_; // of the files
     std::vector<std::unique_ptr<SoundFileWriter>> writers_;
 };
 

@@ -96,7 +96,7 @@ TEST(PartPlans, HaveOnePartForAllChannelsThatAreNotNamed) {
 TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
     PluginSetup setup;
     setup.program = "Organ";
-    setup.settings.push_back({"Attack", 0.5F});
+    setup.settings.push_back({"Attack", 0.5F, {}});
     setup.preset = PresetFile{"all.fxb", {}};
     setup.preset->preset.isBank = true;
     const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), setup);

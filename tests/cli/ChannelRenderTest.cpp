@@ -112,6 +112,7 @@ TEST_F(ChannelRender, WritesStemsThatAddUpToTheMix) {
     for (const auto& entry : std::filesystem::directory_iterator(folder_ / "stems")) {
         names.push_back(entry.path().filename().string());
     }
+    std::erase(names, ".stems.json"); // the list of the others
     std::sort(names.begin(), names.end());
     ASSERT_THAT(names, ElementsAre("01-Organ.wav", "02-Lime-Bass.wav", "rest-Crystal-Strings.wav"));
     const auto mix = readSoundFile(folder_ / "mix.wav").samples;
@@ -137,6 +138,41 @@ TEST_F(ChannelRender, BringsStemsToTheLevelOfTheirMix) {
     EXPECT_EQ(mix.at(11025), stem.at(11025));
 }
 
+TEST_F(ChannelRender, RemovesItsOwnOldStemsAndNoOtherFile) {
+    const auto stemsWith = [&](const Words& channels) {
+        Words more{"--stems", path("stems")};
+        more.insert(more.end(), channels.begin(), channels.end());
+        EXPECT_EQ(render("mix.wav", testPlugin("programmed"), more).errors, "");
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_ / "stems")) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    EXPECT_THAT(stemsWith({"--channel", "1=High", "--channel", "2=Low"}),
+                ElementsAre(".stems.json", "01-High.wav", "02-Low.wav", "rest-Low.wav"));
+    writeText(folder_ / "stems" / "03-Mine.wav", "not of the tool");
+    writeText(folder_ / "stems" / "02-Low.wav", "changed by its owner");
+    EXPECT_THAT(
+        stemsWith({"--channel", "1=Low"}),
+        ElementsAre(".stems.json", "01-Low.wav", "02-Low.wav", "03-Mine.wav", "rest-Low.wav"));
+    EXPECT_EQ(readText(folder_ / "stems" / "02-Low.wav"), "changed by its owner");
+}
+
+TEST_F(ChannelRender, TakesNoNameFromADamagedListOfStems) {
+    writeText(folder_ / "song.wav", "precious");
+    std::filesystem::create_directory(folder_ / "stems");
+    for (const char* list : {R"([{"name": "../song.wav", "bytes": 8}])", "[{]", "{}", "[1]",
+                             R"([{"name": 7, "bytes": 8}])"}) {
+        writeText(folder_ / "stems" / ".stems.json", list);
+        EXPECT_EQ(render("mix.wav", testPlugin("programmed"), {"--stems", path("stems")}).errors,
+                  "")
+            << list;
+        EXPECT_EQ(readText(folder_ / "song.wav"), "precious");
+    }
+}
+
 TEST_F(ChannelRender, NamesStemsThatClip) {
     const auto result = zelvatoneWith({"render", path("song.mid"), "-o", path("mix.wav"),
                                        "--plugin", testPlugin("programmed"), "--stems",
@@ -147,7 +183,7 @@ TEST_F(ChannelRender, NamesStemsThatClip) {
 
 TEST_F(ChannelRender, WritesOneStemOfASongWithoutNamedChannels) {
     render("mix.wav", testPlugin("programmed"), {"--stems", path("")});
-    EXPECT_THAT(folder_.names(), ElementsAre("mix.wav", "rest-Low.wav", "song.mid"));
+    EXPECT_THAT(folder_.names(), ElementsAre(".stems.json", "mix.wav", "rest-Low.wav", "song.mid"));
     EXPECT_TRUE(readText(folder_ / "mix.wav") == readText(folder_ / "rest-Low.wav"));
 }
 
@@ -185,7 +221,7 @@ TEST_F(ChannelRender, RefusesBadOptionsAndLeavesNoFile) {
     EXPECT_THAT(errorWith({"--threads", "0"}), HasSubstr("2 zelvatone: --threads takes"));
     EXPECT_THAT(errorWith({"--threads", "65"}), HasSubstr("2 zelvatone: --threads takes"));
     EXPECT_THAT(errorWith({"--automate", path("moves.csv")}),
-                HasSubstr("moves.csv:2: '2' is not a value from 0 to 1\n"));
+                HasSubstr("moves.csv:2: '2' is not a value from 0 to 1 or as Level shows it\n"));
     EXPECT_THAT(errorWith({"--automate", path("none.csv")}), HasSubstr("none.csv: no such file"));
     EXPECT_THAT(errorWith({"--stems", path("song.mid")}), HasSubstr("1 zelvatone: cannot make"));
     EXPECT_THAT(errorWith({"--stems", path("no/stems")}), HasSubstr("1 zelvatone: cannot make"));

@@ -51,6 +51,19 @@ TEST(ParamsCommand, ListsEveryParameter) {
     EXPECT_EQ(list[1]["display"], "0.50");
 }
 
+TEST(ParamsCommand, HasWholeNamesAndTakesValuesAsTheyAreShown) {
+    const json list = jsonOf({"params", "--json", "--set", "Wave=Saw", "--set", "Attack=0.5 s",
+                              "--set", "Shift Interval=1/4 beats"});
+    EXPECT_EQ(list[1]["name"], "Shift Interval");
+    EXPECT_EQ(list[1]["display"], "1/4 beat"); // as the plug-in cuts it
+    EXPECT_EQ(list[13]["display"], "Saw");
+    EXPECT_EQ(list[18]["display"], "0.50 s");
+    const auto result = zelvatoneWith({"params", "--set", "Attack=5 s"});
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.errors, "zelvatone: --set takes values from 0 to 1 or as Attack shows them, "
+                             "'0.01 s' to '2.00 s', not '5 s'\n");
+}
+
 TEST(ParamsCommand, WritesATableForPeople) {
     const auto result = zelvatoneWith({"params", "--plugin", testPlugin("pulse")});
     EXPECT_EQ(result.output, "Index  Name      Label   Value  Display\n"

@@ -73,8 +73,8 @@ TEST(Automation, SaysWhichLineIsNoGood) {
     EXPECT_THAT(errorOf("-1,Level,0"), HasSubstr("1: '-1' is not a time"));
     EXPECT_THAT(errorOf("nan,Level,0"), HasSubstr("is not a time"));
     EXPECT_THAT(errorOf("86401,Level,0"), HasSubstr("is not a time"));
-    EXPECT_EQ(errorOf("1,Level,1.5"), "1: '1.5' is not a value from 0 to 1");
-    EXPECT_EQ(errorOf("1,Level,"), "1: '' is not a value from 0 to 1");
+    EXPECT_EQ(errorOf("1,Level,1.5"), "1: '1.5' is not a value from 0 to 1 or as Level shows it");
+    EXPECT_EQ(errorOf("1,Level,"), "1: '' is not a value from 0 to 1 or as Level shows it");
     EXPECT_EQ(errorOf("1,Level"), "1: a move has three fields (seconds, parameter, value), not 2");
     EXPECT_THAT(errorOf("1;Level;0"), HasSubstr("write commas"));
     EXPECT_THAT(errorOf("1,Level,0,5"), HasSubstr("not 4"));
