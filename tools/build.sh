@@ -25,11 +25,24 @@ use_compiler_cache() {
     export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 }
 
+# configured_here PRESET: was the build folder configured for this tree, in this place, and with a
+# generator and a compiler that are in use here?
+configured_here() {
+    local cache=$root/build/$1/CMakeCache.txt line compiler
+    [[ -f $cache ]] || return 1
+    for line in "CMAKE_HOME_DIRECTORY:INTERNAL=$root" \
+        "CMAKE_CACHEFILE_DIR:INTERNAL=$root/build/$1" "CMAKE_GENERATOR:INTERNAL=Ninja"; do
+        grep -qxF "$line" "$cache" || return 1
+    done
+    compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$cache")
+    command -v "$compiler" >/dev/null
+}
+
 # configure PRESET [-DNAME=VALUE...]: a build folder that came along from elsewhere starts afresh.
 configure() {
-    local preset=$1 cache=$root/build/$1/CMakeCache.txt fresh=()
+    local preset=$1 fresh=()
     shift
-    if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
+    if [[ -f $root/build/$preset/CMakeCache.txt ]] && ! configured_here "$preset"; then
         fresh=(--fresh)
     fi
     logged_or_fail "configure-$preset" "Configuring" \

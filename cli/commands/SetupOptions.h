@@ -31,8 +31,8 @@ struct ParameterSetting {
     std::string shown;     // the value as the plug-in shows it, in place of a normalised one
 };
 
-// Reads "NAME=VALUE": a number from 0 to 1 is the normalised value. Throws UsageError when it is not
-// of that form.
+// Reads "NAME=VALUE": a number from 0 to 1 is the normalised value. Throws UsageError when it is
+// not of that form.
 ParameterSetting parseSetting(std::string_view text);
 
 struct PresetFile {

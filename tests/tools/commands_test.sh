@@ -91,6 +91,41 @@ NamesTheInputThatAFuzzerFound() {
     expect_says 'status 1'
 }
 
+# configured_with CACHE_LINE...: what is given to cmake for a build folder with these lines in its
+# cache, beside a compiler that is there.
+configured_with() {
+    local tree=$sandbox/tree
+    mkdir -p "$tree/build/release" "$sandbox/bin"
+    printf '%s\n' '#!/bin/bash' 'echo "cmake $*"' >"$sandbox/bin/cmake"
+    chmod +x "$sandbox/bin/cmake"
+    printf '%s\n' "$@" >"$tree/build/release/CMakeCache.txt"
+    # shellcheck disable=SC2016 # the inner shell expands it
+    with_tools "PATH=$sandbox/bin:\$PATH; source '$project/tools/build.sh'; root='$tree'"'
+        configure release -DA=B; tail -n 1 "$log_folder/configure-release.log"'
+    output=${output//$tree/TREE}
+}
+
+KeepsABuildFolderThatWasConfiguredHere() {
+    local tree=$sandbox/tree
+    configured_with "CMAKE_HOME_DIRECTORY:INTERNAL=$tree" CMAKE_CXX_COMPILER:FILEPATH=/bin/true \
+        "CMAKE_CACHEFILE_DIR:INTERNAL=$tree/build/release" CMAKE_GENERATOR:INTERNAL=Ninja
+    [[ $output == 'cmake --preset release -S TREE -DA=B' ]] || broken "no --fresh"
+}
+
+StartsABuildFolderFromElsewhereAfresh() {
+    local tree=$sandbox/tree home place generator compiler
+    home=CMAKE_HOME_DIRECTORY:INTERNAL=$tree
+    place=CMAKE_CACHEFILE_DIR:INTERNAL=$tree/build/release
+    generator=CMAKE_GENERATOR:INTERNAL=Ninja
+    compiler=CMAKE_CXX_COMPILER:FILEPATH=/bin/true
+    for lines in "${home}2 $place $generator $compiler" "$home ${place}2 $generator $compiler" \
+        "$home $place ${generator}2 $compiler" "$home $place $generator ${compiler}-away"; do
+        # shellcheck disable=SC2086 # the words are lines
+        configured_with $lines
+        [[ $output == 'cmake --fresh --preset release -S TREE -DA=B' ]] || broken "--fresh: $lines"
+    done
+}
+
 FuzzesForANumberOfSecondsOnly() {
     local seconds
     for seconds in '' 0 x -1; do
