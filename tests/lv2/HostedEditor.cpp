@@ -14,16 +14,16 @@
 namespace zelvatone::test {
 namespace {
 
-// Stays loaded: leak checkers find the name of the function that allocated only while its code is
-// there.
-const LV2UI_Descriptor* editorDescriptor() {
-    static void* const library = dlopen(ZELVATONE_LV2_BUNDLE "/zelvatone_editor.so", RTLD_NOW);
+void* loadEditor() {
+    void* library = dlopen(ZELVATONE_LV2_BUNDLE "/zelvatone_editor.so", RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
         throw std::runtime_error(dlerror());
     }
-    const auto entry =
-        reinterpret_cast<LV2UI_DescriptorFunction>(dlsym(library, "lv2ui_descriptor"));
-    return entry(0);
+    return library;
+}
+
+const LV2UI_Descriptor* descriptorIn(void* library) {
+    return reinterpret_cast<LV2UI_DescriptorFunction>(dlsym(library, "lv2ui_descriptor"))(0);
 }
 
 HostedEditor& hostOf(void* handle) {
@@ -33,7 +33,8 @@ HostedEditor& hostOf(void* handle) {
 } // namespace
 
 HostedEditor::HostedEditor(void* parent, float scale)
-    : descriptor_(editorDescriptor()),
+    : library_(loadEditor()),
+      descriptor_(descriptorIn(library_)),
       touch_{this, [](LV2UI_Feature_Handle self, std::uint32_t port,
                       bool isHeld) { hostOf(self).note(isHeld ? "touch" : "release", port); }},
       resize_{this, [](LV2UI_Feature_Handle self, int width, int height) {
@@ -74,6 +75,7 @@ HostedEditor::~HostedEditor() {
     if (isOpen()) {
         descriptor_->cleanup(editor_);
     }
+    dlclose(library_);
 }
 
 void HostedEditor::idle() {

@@ -9,7 +9,8 @@
 
 namespace zelvatone::test {
 
-// One editor in a host's window, from its opening on.
+// One editor in a host's window, from its opening on. Its library is loaded for it and goes with
+// the last one, as in hosts.
 class HostedEditor {
 public:
     // In the X11 window `parent`; 0 for a host that has none. `scale` as the host asks for it, 0
@@ -37,6 +38,7 @@ public:
 private:
     void note(const char* what, std::uint32_t port);
 
+    void* library_;
     const LV2UI_Descriptor* descriptor_;
     LV2UI_Handle editor_ = nullptr;
     std::uint32_t window_ = 0;
