@@ -191,6 +191,15 @@ TEST(Lv2Sound, HearsTheSustainPedal) {
     EXPECT_GT(peakAfterRelease(127), 0.0F);
 }
 
+TEST(Lv2Sound, TakesSevenBitsOfEveryDataByte) {
+    const auto play = [](std::uint8_t note, std::uint8_t velocity) {
+        return HostedLv2().render(4000, {{.frame = 0, .midi = {0xB0, 64, velocity}},
+                                         {.frame = 1, .midi = {0x90, note, velocity}},
+                                         {.frame = 2000, .midi = {0x80, note, velocity}}});
+    };
+    EXPECT_TRUE(play(69 | 0x80, 100 | 0x80) == play(69, 100));
+}
+
 TEST(Lv2Sound, TakesOverPortsInABlockWithoutSamples) {
     HostedLv2 lv2;
     EXPECT_TRUE(lv2.render(0).left.empty());
