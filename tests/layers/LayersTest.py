@@ -79,7 +79,7 @@ LAYERS = [
                                     "clap", "tests/vstgui", "tests/editor"]),
     ("tests/lv2", ["tests/lv2"], ["params", "formats", "lv2", "vst2", "tests/plugin",
                                   "tests/vstgui", "tests/editor", "tests/clap"]),
-    ("tests/windows", ["tests/windows"], ["vst2", "tests/plugin"]),
+    ("tests/windows", ["tests/windows"], ["vst2", "clap records", "tests/plugin", "tests/clap"]),
     ("tests/support", ["tests/support"], ["vst2", "host", "files", "text"]),
     ("tests/host", ["tests/host"], ["vst2", "host", "threads", "files", "text", "midi", "audio",
                                     "picture", "window", "hosted plug-in", "preset", "render",
