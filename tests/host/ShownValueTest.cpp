@@ -113,7 +113,7 @@ TEST(FullNames, AreThoseOfTheInstrumentsOwnTable) {
     EXPECT_EQ(names, namesInTheSource());
 }
 
-TEST(FullNames, OfOtherPlugInsAreAsReported) {
+TEST(FullNames, AreAsReportedForOtherPlugIns) {
     const PluginLibrary library(testPlugin("pulse"));
     HostedPlugin plugin(library, StreamFormat{});
     EXPECT_EQ(parameterName(plugin, 1), "Shift In");
