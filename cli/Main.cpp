@@ -12,6 +12,7 @@
 #include "cli/commands/ProgramsCommand.h"
 #include "cli/commands/RenderCommand.h"
 #include "cli/commands/ScreenshotCommand.h"
+#include "cli/commands/SongCommand.h"
 #include "cli/commands/TourCommand.h"
 #include "cli/terminal/Notice.h"
 #include "host/Error.h"
@@ -33,6 +34,7 @@ class Commands {
 public:
     explicit Commands(CLI::App& app) {
         add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
+        add(addSongCommand(app, song_), song_.plugin, runSong, song_);
         add(addTourCommand(app, tour_), tour_.plugin, runTour, tour_);
         add(addEditCommand(app, edit_), edit_.plugin, runEdit, edit_);
         add(addScreenshotCommand(app, screenshot_), screenshot_.plugin, runScreenshot, screenshot_);
@@ -68,6 +70,7 @@ private:
     }
 
     RenderOptions render_;
+    SongOptions song_;
     TourOptions tour_;
     EditOptions edit_;
     ScreenshotOptions screenshot_;

@@ -66,6 +66,7 @@ _zelvatone_options() {
     tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
     edit) _zelvatone_words --save "$sound" "$plugin" ;;
     screenshot) _zelvatone_words --output --help-page "$sound" "$plugin" ;;
+    song) _zelvatone_words --json --help ;;
     programs | info) _zelvatone_words --json "$plugin" ;;
     params) _zelvatone_words --json "$sound" "$plugin" ;;
     preset) _zelvatone_words --help ;;
@@ -78,12 +79,12 @@ _zelvatone() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        _zelvatone_words render tour edit screenshot programs preset params info help --help \
+        _zelvatone_words render song tour edit screenshot programs preset params info help --help \
             --version
         return
     fi
     if ((COMP_CWORD == 2)) && [[ $command == help ]]; then
-        _zelvatone_words render tour edit screenshot programs preset params info
+        _zelvatone_words render song tour edit screenshot programs preset params info
         return
     fi
     # The shell takes the sign in "--channel 2=Organ" for a word.
@@ -101,7 +102,7 @@ _zelvatone() {
     fi
     case $command in
     # .mid and .rmi
-    render) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
+    render | song) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
     preset) _zelvatone_words save load ;;
     save | load) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     esac
