@@ -2,8 +2,6 @@
 
 #include "clap/PluginExtensions.h"
 
-#include <cstring>
-
 namespace zelvatone {
 
 namespace {
@@ -55,7 +53,7 @@ void callOnMainThread(const clap::Plugin* plugin) noexcept {
 
 bool canTakeSamples(const clap::Process& process) {
     return process.audioOutputCount > 0 && process.audioOutputs[0].channelCount >= 2 &&
-           (process.audioOutputs[0].data32 != nullptr || process.frameCount == 0);
+           process.audioOutputs[0].data32 != nullptr;
 }
 
 } // namespace
