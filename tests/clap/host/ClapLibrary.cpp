@@ -6,20 +6,19 @@
 
 namespace zelvatone::test {
 
-ClapLibrary::ClapLibrary(const std::string& path) : module_(openModule(path)) {
-    if (module_ == nullptr) {
+ClapLibrary::ClapLibrary(const std::string& path) {
+    void* module = openModule(path);
+    if (module == nullptr) {
         throw std::runtime_error(path + " cannot be loaded");
     }
-    entry_ = static_cast<const clap::Entry*>(symbolOf(module_, "clap_entry"));
+    entry_ = static_cast<const clap::Entry*>(symbolOf(module, "clap_entry"));
     if (entry_ == nullptr || !clap::isCompatible(entry_->version) || !entry_->init(path.c_str())) {
-        closeModule(module_);
         throw std::runtime_error(path + " is not a CLAP of version 1");
     }
 }
 
 ClapLibrary::~ClapLibrary() {
     entry_->deinit();
-    closeModule(module_);
 }
 
 const clap::PluginFactory* ClapLibrary::factory() const {

@@ -7,7 +7,6 @@ namespace zelvatone::test {
 
 // Null if the file cannot be loaded.
 void* openModule(const std::string& path);
-void closeModule(void* module);
 // The address of an exported name; null without it.
 void* symbolOf(void* module, const char* name);
 

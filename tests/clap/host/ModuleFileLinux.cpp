@@ -8,10 +8,6 @@ void* openModule(const std::string& path) {
     return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
-void closeModule(void* module) {
-    dlclose(module);
-}
-
 void* symbolOf(void* module, const char* name) {
     return dlsym(module, name);
 }

@@ -8,10 +8,6 @@ void* openModule(const std::string& path) {
     return LoadLibraryA(path.c_str());
 }
 
-void closeModule(void* module) {
-    FreeLibrary(static_cast<HMODULE>(module));
-}
-
 void* symbolOf(void* module, const char* name) {
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
 }
