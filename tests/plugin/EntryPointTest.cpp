@@ -27,7 +27,7 @@ TEST(EntryPoint, AsksTheHostForItsVersionFirst) {
     EXPECT_EQ(host.callsOf(audioMasterVersion).size(), 1U);
 }
 
-TEST(EntryPoint, RefusesAHostWithoutAVersionAndCreatesNothing) {
+TEST(EntryPoint, RefusesAHostWithoutAVersionAndAsksNothingMore) {
     RecordingHost host;
     host.answers[audioMasterVersion] = 0;
 
