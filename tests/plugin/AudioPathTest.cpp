@@ -2,6 +2,7 @@
 // its events, and nothing else. Counted at the C library and, for what goes past it, at the kernel.
 #include "tests/plugin/CallWatch.h"
 #include "tests/plugin/LoadedPlugin.h"
+#include "tests/plugin/PlainHost.h"
 
 #include <array>
 #include <csignal>
@@ -18,19 +19,6 @@ namespace {
 constexpr VstInt32 kFrames = 64;
 constexpr VstInt32 kLater = 1 << 30; // samples; hours after the test
 constexpr int kRingSize = 256;       // events that can wait
-
-// Unlike the recording host, asks nothing of the system either.
-VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
-    static const VstTimeInfo time = timeWithTempo(150.0);
-    switch (opcode) {
-    case audioMasterVersion:
-        return kVstVersion;
-    case audioMasterGetTime:
-        return reinterpret_cast<VstIntPtr>(&time);
-    default:
-        return 0;
-    }
-}
 
 class AudioPath : public testing::Test {
 protected:
@@ -78,7 +66,7 @@ protected:
         return events;
     }
 
-    HostedEffect plugin{PluginLibrary::get().entry()(answer)};
+    HostedEffect plugin{PluginLibrary::get().entry()(plainHostCallback)};
 
 private:
     std::array<float, kFrames> left_{};

@@ -4,6 +4,7 @@
 #include "engine/ZelvatoneEngine.h"
 #include "plugin/VSTGuiVSTInterface.h"
 #include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/PlainHost.h"
 
 #include <gtest/gtest.h>
 
@@ -21,24 +22,6 @@ constexpr VstInt32 kParameters = 23;
 constexpr VstInt32 kPrograms = 42;
 constexpr int kBlocks = 100;
 constexpr VstInt32 kFrames = 256;
-
-// Any thread calls it, and it keeps nothing.
-VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
-    static const VstTimeInfo time = [] {
-        VstTimeInfo info{};
-        info.tempo = 150.0;
-        info.flags = kVstTempoValid;
-        return info;
-    }();
-    switch (opcode) {
-    case audioMasterVersion:
-        return kVstVersion;
-    case audioMasterGetTime:
-        return reinterpret_cast<VstIntPtr>(&time);
-    default:
-        return 0;
-    }
-}
 
 class Threads : public ::testing::Test {
 protected:
@@ -88,7 +71,7 @@ protected:
 
     zelvatone::ZelvatoneEngine engine;
     zelvatone::VSTGuiVSTInterface* plugin =
-        new zelvatone::VSTGuiVSTInterface(answer, &engine, kUniqueID);
+        new zelvatone::VSTGuiVSTInterface(plainHostCallback, &engine, kUniqueID);
     HostedEffect effect{plugin->getAeffect()};
     std::atomic<bool> isPlayed = false;
     bool finite = true;

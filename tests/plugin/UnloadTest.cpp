@@ -3,6 +3,7 @@
 #include "engine/ZelvatoneEngine.h"
 #include "tests/plugin/CallWatch.h"
 #include "tests/plugin/HostedEffect.h"
+#include "tests/plugin/PlainHost.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +14,6 @@
 namespace {
 
 using Entry = AEffect* (*)(audioMasterCallback);
-
-VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
-    return opcode == audioMasterVersion ? kVstVersion : 0;
-}
 
 std::ptrdiff_t memory() {
     return callCounts().memory;
@@ -48,7 +45,7 @@ protected:
         const std::ptrdiff_t loaded = memory();
         const auto entry = reinterpret_cast<Entry>(dlsym(library, "VSTPluginMain"));
         {
-            const HostedEffect effect(entry(answer));
+            const HostedEffect effect(entry(plainHostCallback));
             effect.ask(effOpen);
             effect.ask(effMainsChanged, 0, 1);
             effect.render(64);
