@@ -139,26 +139,18 @@ WATCHED void free(void* memory) noexcept {
     __libc_free(memory);
 }
 
-WATCHED int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
-    static auto* const real = next<int(pthread_mutex_t*)>("pthread_mutex_lock");
-    ++counts.locks;
-    return real(mutex);
-}
-WATCHED int pthread_mutex_trylock(pthread_mutex_t* mutex) noexcept {
-    static auto* const real = next<int(pthread_mutex_t*)>("pthread_mutex_trylock");
-    ++counts.locks;
-    return real(mutex);
-}
-WATCHED int pthread_rwlock_rdlock(pthread_rwlock_t* lock) noexcept {
-    static auto* const real = next<int(pthread_rwlock_t*)>("pthread_rwlock_rdlock");
-    ++counts.locks;
-    return real(lock);
-}
-WATCHED int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept {
-    static auto* const real = next<int(pthread_rwlock_t*)>("pthread_rwlock_wrlock");
-    ++counts.locks;
-    return real(lock);
-}
+// Defines the function of this name that counts a lock and goes on to the real one.
+#define WATCHED_LOCK(name, Lock)                                                                   \
+    WATCHED int name(Lock* lock) noexcept {                                                        \
+        static auto* const real = next<int(Lock*)>(#name);                                         \
+        ++counts.locks;                                                                            \
+        return real(lock);                                                                         \
+    }
+WATCHED_LOCK(pthread_mutex_lock, pthread_mutex_t)
+WATCHED_LOCK(pthread_mutex_trylock, pthread_mutex_t)
+WATCHED_LOCK(pthread_rwlock_rdlock, pthread_rwlock_t)
+WATCHED_LOCK(pthread_rwlock_wrlock, pthread_rwlock_t)
+#undef WATCHED_LOCK
 
 WATCHED ssize_t write(int file, const void* bytes, std::size_t size) {
     static auto* const real = next<ssize_t(int, const void*, std::size_t)>("write");
