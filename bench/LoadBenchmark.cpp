@@ -9,7 +9,7 @@ namespace {
 
 using EntryPoint = AEffect* (*)(audioMasterCallback);
 
-VstIntPtr answerVersion(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
+VstIntPtr returnVersion(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
     return opcode == audioMasterVersion ? kVstVersion : 0;
 }
 
@@ -28,7 +28,7 @@ void makeInstance(benchmark::State& state) {
     void* library = dlopen(ZELVATONE_MODULE, RTLD_NOW | RTLD_LOCAL);
     const auto entryPoint = reinterpret_cast<EntryPoint>(dlsym(library, "VSTPluginMain"));
     for (auto _ : state) {
-        AEffect* effect = entryPoint(answerVersion);
+        AEffect* effect = entryPoint(returnVersion);
         effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0F);
     }
     dlclose(library);

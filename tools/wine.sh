@@ -37,10 +37,10 @@ make_prefix() {
 
 # start_screen: with colours of 24 bits, so that what the editor draws arrives as it was drawn.
 start_screen() {
-    local answer number
-    exec {answer}< <(exec {session}>&- && exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null)
+    local reply number
+    exec {reply}< <(exec {session}>&- && exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null)
     screen=$!
-    read -r number <&"$answer" || fail "Xvfb does not start"
+    read -r number <&"$reply" || fail "Xvfb does not start"
     export DISPLAY=:$number
 }
 

@@ -24,11 +24,11 @@ std::string yesNoLine(std::string_view label, bool value) {
     return line(label, value ? "yes" : "no");
 }
 
-std::string_view answerName(int answer) {
-    if (answer == 0) {
+std::string_view nameOfSupport(int support) {
+    if (support == 0) {
         return "does not say";
     }
-    return answer > 0 ? "yes" : "no";
+    return support > 0 ? "yes" : "no";
 }
 
 std::string idLine(const PluginInfo& info) {
@@ -57,8 +57,8 @@ std::string asTable(const PluginInfo& info) {
         line("Outputs", info.outputs) + pinLines(info) + line("Latency", info.latencySamples) +
         line("Tail", info.tailSamples) + line("MIDI inputs", info.midiInputChannels) +
         line("MIDI outputs", info.midiOutputChannels) + "Can do\n";
-    for (const auto& [capability, answer] : info.capabilities) {
-        text += formatText("  {:<22}{}\n", capability, answerName(answer));
+    for (const auto& [capability, support] : info.capabilities) {
+        text += formatText("  {:<22}{}\n", capability, nameOfSupport(support));
     }
     return text;
 }
@@ -69,8 +69,8 @@ Json asJson(const PluginInfo& info) {
         pins.push_back({{"label", pin.label}, {"stereo", pin.isStereo}});
     }
     Json canDo = Json::object();
-    for (const auto& [capability, answer] : info.capabilities) {
-        canDo[capability] = answer;
+    for (const auto& [capability, support] : info.capabilities) {
+        canDo[capability] = support;
     }
     return {{"path", info.path},
             {"name", info.name},

@@ -49,18 +49,18 @@ std::vector<PinInfo> outputPins(HostedPlugin& plugin) {
     return pins;
 }
 
-int number(VstIntPtr answer) {
-    return static_cast<int>(answer);
+int number(VstIntPtr result) {
+    return static_cast<int>(result);
 }
 
 std::vector<std::pair<std::string, int>> capabilities(HostedPlugin& plugin) {
-    std::vector<std::pair<std::string, int>> answers;
+    std::vector<std::pair<std::string, int>> supports;
     for (const char* capability : kPluginCapabilities) {
         std::string question = capability; // a copy: the interface takes no const
-        const VstIntPtr answer = plugin.request(effCanDo, 0, 0, question.data());
-        answers.emplace_back(capability, answer > 0 ? 1 : std::max(number(answer), -1));
+        const VstIntPtr result = plugin.request(effCanDo, 0, 0, question.data());
+        supports.emplace_back(capability, result > 0 ? 1 : std::max(number(result), -1));
     }
-    return answers;
+    return supports;
 }
 
 void addRecord(PluginInfo& info, const HostedPlugin& plugin) {

@@ -31,7 +31,7 @@ constexpr Place kHelpButton{562, 15};
 constexpr std::array<Place, 5> kHelpPanels{
     {{142, 113}, {487, 157}, {142, 266}, {142, 409}, {420, 409}}};
 
-// A picture counts as finished when it stays the same for some turns: the display's answer to
+// A picture counts as finished when it stays the same for some turns: the display's reply to
 // what the editor draws takes one or two.
 constexpr int kSteadyTurns = 4;
 // After so many, about three seconds, an editor that keeps moving is taken as it is.

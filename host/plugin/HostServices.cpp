@@ -25,7 +25,7 @@ VstIntPtr writeText(void* target, const char* text, int length) {
 }
 
 // 0 and not -1 for no: plug-ins take everything but 0 for a yes.
-VstIntPtr answerCanDo(const char* text) {
+VstIntPtr canDoAsHost(const char* text) {
     const bool can =
         text != nullptr && std::find(kHostCapabilities.begin(), kHostCapabilities.end(),
                                      std::string_view(text)) != kHostCapabilities.end();
@@ -33,7 +33,7 @@ VstIntPtr answerCanDo(const char* text) {
 }
 
 // What holds for every instance, and before there is one.
-VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
+VstIntPtr handleAsHost(VstInt32 opcode, void* ptr) {
     switch (opcode) {
     case audioMasterVersion:
         return kVstVersion;
@@ -44,7 +44,7 @@ VstIntPtr answerAsHost(VstInt32 opcode, void* ptr) {
     case audioMasterGetVendorVersion:
         return ZELVATONE_VERSION_NUMBER;
     case audioMasterCanDo:
-        return answerCanDo(static_cast<const char*>(ptr));
+        return canDoAsHost(static_cast<const char*>(ptr));
     case audioMasterGetLanguage:
         return kLanguageEnglish;
     case audioMasterGetAutomationState:
@@ -86,14 +86,14 @@ void HostServices::setTime(const VstTimeInfo& time) {
 
 // The flags that come back are those of the fields that were asked for; the transport's own are
 // not asked for one by one. Each thread has its own record to read, until it asks again.
-VstIntPtr HostServices::answerTime(VstInt32 filter) {
+VstIntPtr HostServices::timeForPlugin(VstInt32 filter) {
     constexpr VstInt32 kTransport = kVstTransportChanged | kVstTransportPlaying |
                                     kVstTransportCycleActive | kVstTransportRecording;
-    thread_local VstTimeInfo answered;
+    thread_local VstTimeInfo given;
     const std::scoped_lock lock(timeMutex_);
-    answered = time_;
-    answered.flags &= filter | kTransport;
-    return reinterpret_cast<VstIntPtr>(&answered);
+    given = time_;
+    given.flags &= filter | kTransport;
+    return reinterpret_cast<VstIntPtr>(&given);
 }
 
 void HostServices::tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) const {
@@ -121,12 +121,12 @@ void HostServices::tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value
     }
 }
 
-VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+VstIntPtr HostServices::handle(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                float opt) {
     tellListener(opcode, index, value, opt);
     switch (opcode) {
     case audioMasterGetTime:
-        return answerTime(static_cast<VstInt32>(value));
+        return timeForPlugin(static_cast<VstInt32>(value));
     case audioMasterGetSampleRate:
         return static_cast<VstIntPtr>(format_.sampleRate);
     case audioMasterGetBlockSize:
@@ -138,7 +138,7 @@ VstIntPtr HostServices::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
     case audioMasterSizeWindow:
         return index > 0 && value > 0 ? 1 : 0;
     default:
-        return answerAsHost(opcode, ptr);
+        return handleAsHost(opcode, ptr);
     }
 }
 
@@ -148,8 +148,8 @@ VstIntPtr HostServices::callback(AEffect* effect, VstInt32 opcode, VstInt32 inde
     if (services == nullptr && effect != nullptr) {
         services = reinterpret_cast<HostServices*>(effect->resvd1);
     }
-    return services == nullptr ? answerAsHost(opcode, ptr)
-                               : services->answer(opcode, index, value, ptr, opt);
+    return services == nullptr ? handleAsHost(opcode, ptr)
+                               : services->handle(opcode, index, value, ptr, opt);
 }
 
 } // namespace zelvatone

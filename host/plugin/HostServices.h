@@ -1,4 +1,4 @@
-// What the host answers when one plug-in instance asks it something: who it is, where the music
+// How the host handles the requests of one plug-in instance: who it is, where the music
 // stands, what it can do.
 #pragma once
 
@@ -39,7 +39,7 @@ public:
                               void* ptr, float opt) noexcept;
 
     // While it lives, calls on this thread that name no attached record belong to `services`: a
-    // plug-in asks for things before its entry point has answered.
+    // plug-in asks for things before its entry point has returned.
     class ConstructionScope {
     public:
         explicit ConstructionScope(HostServices& services);
@@ -49,8 +49,8 @@ public:
     };
 
 private:
-    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
-    VstIntPtr answerTime(VstInt32 filter);
+    VstIntPtr handle(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
+    VstIntPtr timeForPlugin(VstInt32 filter);
     void tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) const;
 
     StreamFormat format_;

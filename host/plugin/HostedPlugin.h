@@ -34,7 +34,7 @@ public:
     // Any request of the interface.
     VstIntPtr request(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0, void* ptr = nullptr,
                       float opt = 0.0F);
-    // The answer of a request that fills a text.
+    // The text that a request fills in.
     std::string text(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0);
 
     // Parameters by index, 0 to parameterCount() - 1, as normalised values.

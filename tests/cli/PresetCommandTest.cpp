@@ -98,12 +98,12 @@ TEST_F(PresetCommand, ShowsABankAndOneProgramOfIt) {
 
 TEST_F(PresetCommand, WritesJson) {
     writeBytes(folder_ / "a.fxp", programBytes({}));
-    const json answer = json::parse(run({"preset", "load", path("a.fxp"), "--json"}).output);
-    EXPECT_EQ(answer["kind"], "program");
-    EXPECT_EQ(answer["pluginId"], 0x70726F67);
-    ASSERT_EQ(answer["programs"].size(), 1U);
-    EXPECT_EQ(answer["programs"][0]["name"], "Test");
-    EXPECT_EQ(answer["programs"][0]["parameters"][0]["stored"], 0.25);
+    const json report = json::parse(run({"preset", "load", path("a.fxp"), "--json"}).output);
+    EXPECT_EQ(report["kind"], "program");
+    EXPECT_EQ(report["pluginId"], 0x70726F67);
+    ASSERT_EQ(report["programs"].size(), 1U);
+    EXPECT_EQ(report["programs"][0]["name"], "Test");
+    EXPECT_EQ(report["programs"][0]["parameters"][0]["stored"], 0.25);
 }
 
 TEST_F(PresetCommand, ChangesASavedPreset) {

@@ -23,7 +23,7 @@ PluginMain pluginMain() {
 
 } // namespace
 
-Plugin::Plugin() : effect(pluginMain()(answer)) {
+Plugin::Plugin() : effect(pluginMain()(callback)) {
     effect->user = this;
     dispatch(effOpen);
     dispatch(effMainsChanged, 1);
@@ -37,8 +37,8 @@ VstIntPtr Plugin::dispatch(VstInt32 opcode, VstIntPtr value, void* ptr) {
     return effect->dispatcher(effect, opcode, 0, value, ptr, 0.F);
 }
 
-VstIntPtr Plugin::answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr, void*,
-                         float opt) {
+VstIntPtr Plugin::callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr, void*,
+                           float opt) {
     if (opcode == audioMasterVersion) {
         return kVstVersion;
     }

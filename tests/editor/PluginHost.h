@@ -44,8 +44,8 @@ public:
     std::function<void(const HostCall&)> onCall; // called from within the plug-in's call
 
 private:
-    static VstIntPtr answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
-                            void* ptr, float opt);
+    static VstIntPtr callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                              void* ptr, float opt);
 
     AEffect* effect;
     int blocks = 0;

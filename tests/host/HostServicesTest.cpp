@@ -57,10 +57,10 @@ TEST_F(HostServicesTest, TellsTheStreamFormat) {
 
 TEST_F(HostServicesTest, HandsOutTheTimeWithTheFlagsThatWereAskedFor) {
     services_.setTime(fullTime());
-    const VstTimeInfo* answered = time(kVstTempoValid);
-    ASSERT_NE(answered, nullptr);
-    EXPECT_EQ(answered->flags, kVstTempoValid | kVstTransportPlaying);
-    EXPECT_DOUBLE_EQ(answered->tempo, 93.0);
+    const VstTimeInfo* given = time(kVstTempoValid);
+    ASSERT_NE(given, nullptr);
+    EXPECT_EQ(given->flags, kVstTempoValid | kVstTransportPlaying);
+    EXPECT_DOUBLE_EQ(given->tempo, 93.0);
     EXPECT_EQ(time(0)->flags, kVstTransportPlaying);
     EXPECT_EQ(time(kVstPpqPosValid | kVstSmpteValid)->flags,
               kVstPpqPosValid | kVstTransportPlaying);
@@ -96,7 +96,7 @@ TEST_F(HostServicesTest, SaysYesToWhatItCanDo) {
     }
 }
 
-// Plug-in bases turn every answer but 0 into a yes.
+// Plug-in bases turn every result but 0 into a yes.
 TEST_F(HostServicesTest, ReturnsZeroForWhatItCannotDo) {
     for (const char* text : {"receiveVstEvents", "openFileSelector", "offline", "SizeWindow", ""}) {
         EXPECT_EQ(canDo(text), 0) << text;

@@ -138,7 +138,7 @@ TEST_F(EditorSeam, HandsOutTheEditorsRectangle) {
     ERect* rect = nullptr;
     EXPECT_EQ(effect.ask(effEditGetRect, 0, 0, &rect), 1);
     EXPECT_EQ(rect, &editor->window);
-    editor->answer = false;
+    editor->result = false;
     EXPECT_EQ(effect.ask(effEditGetRect, 0, 0, &rect), 0);
     EXPECT_EQ(effect.ask(effEditGetRect), 0); // nowhere to put it
 }
@@ -147,7 +147,7 @@ TEST_F(EditorSeam, OpensTheEditorInTheHostsWindow) {
     int window = 0;
     EXPECT_EQ(effect.ask(effEditOpen, 0, 0, &window), 1);
     EXPECT_EQ(editor->openedIn, &window);
-    editor->answer = false;
+    editor->result = false;
     EXPECT_EQ(effect.ask(effEditOpen, 0, 0, &window), 0);
 }
 
@@ -168,7 +168,7 @@ TEST_F(EditorSeam, ForwardsKeysWithCharacterCodeAndModifier) {
     EXPECT_EQ(editor->key.modifier, 6);
     EXPECT_THAT(journal, ElementsAre("down", "up"));
 
-    editor->answer = false;
+    editor->result = false;
     EXPECT_EQ(effect.ask(effEditKeyDown, 'a'), 0);
     EXPECT_EQ(effect.ask(effEditKeyUp, 'a'), 0);
 }
@@ -183,7 +183,7 @@ TEST_F(EditorSeam, SurvivesKeysWithNonsenseForAModifier) {
 TEST_F(EditorSeam, ForwardsTheKnobMode) {
     EXPECT_EQ(effect.ask(effSetEditKnobMode, 0, 2), 1);
     EXPECT_THAT(journal, ElementsAre("knob mode 2"));
-    editor->answer = false;
+    editor->result = false;
     EXPECT_EQ(effect.ask(effSetEditKnobMode, 0, 1), 0);
 }
 

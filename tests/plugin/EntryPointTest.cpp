@@ -29,7 +29,7 @@ TEST(EntryPoint, AsksTheHostForItsVersionFirst) {
 
 TEST(EntryPoint, RefusesAHostWithoutAVersionAndAsksNothingMore) {
     RecordingHost host;
-    host.answers[audioMasterVersion] = 0;
+    host.results[audioMasterVersion] = 0;
 
     EXPECT_EQ(PluginLibrary::get().entry()(RecordingHost::callback), nullptr);
     EXPECT_EQ(host.calls.size(), 1U);
@@ -38,7 +38,7 @@ TEST(EntryPoint, RefusesAHostWithoutAVersionAndAsksNothingMore) {
 TEST(EntryPoint, AcceptsAnyVersionButZero) {
     RecordingHost host;
     for (const VstIntPtr version : {1, 2, 2300, -1}) {
-        host.answers[audioMasterVersion] = version;
+        host.results[audioMasterVersion] = version;
         const LoadedPlugin plugin;
         EXPECT_NE(plugin.record, nullptr) << version;
     }

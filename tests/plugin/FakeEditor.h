@@ -22,28 +22,28 @@ public:
     }
     bool getRect(ERect** rect) override {
         *rect = &window;
-        return answer;
+        return result;
     }
     bool open(void* parent) override {
         openedIn = parent;
         journal.emplace_back("open");
-        return answer;
+        return result;
     }
     void close() override { journal.emplace_back("close"); }
     void idle() override { journal.emplace_back("idle"); }
     bool onKeyDown(VstKeyCode& keyCode) override {
         key = keyCode;
         journal.emplace_back("down");
-        return answer;
+        return result;
     }
     bool onKeyUp(VstKeyCode& keyCode) override {
         key = keyCode;
         journal.emplace_back("up");
-        return answer;
+        return result;
     }
     bool setKnobMode(VstInt32 mode) override {
         journal.push_back("knob mode " + std::to_string(mode));
-        return answer;
+        return result;
     }
 
     struct Told {
@@ -52,7 +52,7 @@ public:
     };
     std::vector<Told> told;       // by setParameter
     std::vector<float> pluginHad; // the plug-in's value at each of these
-    bool answer = true;
+    bool result = true;
     ERect window{0, 0, 477, 717};
     void* openedIn = nullptr;
     VstKeyCode key{};

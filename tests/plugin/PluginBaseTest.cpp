@@ -79,7 +79,7 @@ TEST_F(PluginBase, KnowsNoNamesPinsEventsOrCapabilities) {
 }
 
 TEST_F(PluginBase, ReportsAnEditorsGestureToTheHost) {
-    host.answers[audioMasterBeginEdit] = 1;
+    host.results[audioMasterBeginEdit] = 1;
     EXPECT_TRUE(plugin.beginEdit(5));
     EXPECT_FALSE(plugin.endEdit(6));
 
@@ -92,7 +92,7 @@ TEST_F(PluginBase, ReportsAnEditorsGestureToTheHost) {
 }
 
 TEST_F(PluginBase, AsksTheHostForAnotherWindowSize) {
-    host.answers[audioMasterSizeWindow] = 1;
+    host.results[audioMasterSizeWindow] = 1;
     EXPECT_TRUE(plugin.sizeWindow(717, 477));
 
     ASSERT_EQ(host.calls.size(), 1U);
@@ -104,7 +104,7 @@ TEST_F(PluginBase, AsksTheHostForAnotherWindowSize) {
 TEST_F(PluginBase, AsksTheHostForItsCapabilities) {
     char capability[] = "sizeWindow";
     EXPECT_FALSE(plugin.canHostDo(capability));
-    host.answers[audioMasterCanDo] = 1;
+    host.results[audioMasterCanDo] = 1;
     EXPECT_TRUE(plugin.canHostDo(capability));
 
     ASSERT_EQ(host.calls.size(), 2U);

@@ -24,12 +24,12 @@ VstIntPtr RecordingHost::callback(AEffect* effect, VstInt32 opcode, VstInt32 ind
     if (currentHost->onCall) {
         currentHost->onCall(call);
     }
-    const auto answer = currentHost->answers.find(opcode);
-    return answer == currentHost->answers.end() ? 0 : answer->second;
+    const auto result = currentHost->results.find(opcode);
+    return result == currentHost->results.end() ? 0 : result->second;
 }
 
 void RecordingHost::setTime(const VstTimeInfo* time) {
-    answers[audioMasterGetTime] = reinterpret_cast<VstIntPtr>(time);
+    results[audioMasterGetTime] = reinterpret_cast<VstIntPtr>(time);
 }
 
 std::vector<HostCall> RecordingHost::callsOf(VstInt32 opcode) const {

@@ -33,8 +33,8 @@ public:
     std::vector<HostCall> callsOf(VstInt32 opcode) const;
 
     std::vector<HostCall> calls;
-    std::map<VstInt32, VstIntPtr> answers{{audioMasterVersion, kVstVersion}};
-    std::function<void(const HostCall&)> onCall; // runs before the plug-in gets its answer
+    std::map<VstInt32, VstIntPtr> results{{audioMasterVersion, kVstVersion}};
+    std::function<void(const HostCall&)> onCall; // runs before the plug-in gets its result
 };
 
 // A host's time record that holds a tempo (beats per minute), flagged as valid or not.

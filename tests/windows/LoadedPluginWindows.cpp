@@ -41,7 +41,7 @@ LoadedPlugin::~LoadedPlugin() {
 }
 
 VstIntPtr LoadedPlugin::close() {
-    const VstIntPtr answer = ask(effClose);
+    const VstIntPtr result = ask(effClose);
     record = nullptr;
-    return answer;
+    return result;
 }
