@@ -5,6 +5,10 @@
 # only, as many at a time as there are cores. Takes the compile commands of the clang preset and
 # configures it when that has not been done. Sources for Windows are read with the headers of the
 # cross-compiler; without one they are left out.
+#
+# Most of the time goes into the headers of libraries. So all sources are read in batches, each of
+# which reads its headers once. Where clang-tidy finds something in a batch, it reads the sources of
+# that batch one by one, and what it finds in those counts.
 
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
@@ -25,28 +29,51 @@ is_for_windows() {
     [[ $1 == *Windows.cpp || $1 == */[Ww]in32* ]]
 }
 
-# tidy_one COUNT FILE: says which file it is, then what clang-tidy finds in it.
-tidy_one() {
-    local findings status=0 options=(-p build/clang --quiet "$2")
+# findings_in FOLDER FILE: what clang-tidy finds in FILE, whose compile command is in FOLDER.
+findings_in() {
+    local options=(-p "$1" --quiet "$2")
     if is_for_windows "$2"; then
-        command -v "$windows_compiler" >/dev/null || return 0
         mapfile -t options < <(printf '%s\n' --quiet "$2" -- && windows_flags)
     fi
-    findings=$(clang-tidy "${options[@]}" 2>&1) || status=1
-    printf '[%s] %s\n' "$1" "$2"
-    ((status == 0)) || printf '%s\n' "$findings"
+    clang-tidy "${options[@]}" 2>&1
+}
+
+# tidy_sources FILE...: says which file it is, then what clang-tidy finds in it.
+tidy_sources() {
+    local file findings status=0
+    for file in "$@"; do
+        printf '%s\n' "$file"
+        findings=$(findings_in build/clang "$file") || { printf '%s\n' "$findings" && status=1; }
+    done
     return "$status"
 }
-export -f tidy_one is_for_windows windows_flags
+
+# tidy_batch BATCH FILE...: the same for the files of a batch; one file needs none.
+tidy_batch() {
+    local batch=$1
+    shift
+    if is_for_windows "$1" && ! command -v "$windows_compiler" >/dev/null; then
+        printf 'left out, without a cross-compiler: %s\n' "$*"
+    elif (($# > 1)) && findings_in build/clang/tidy "$batch" >/dev/null; then
+        printf '%s\n' "$@"
+    else
+        tidy_sources "$@"
+    fi
+}
+
+# tidy_line LINE: a batch and its files, with tabs between them.
+tidy_line() {
+    local fields
+    IFS=$'\t' read -ra fields <<<"$1"
+    tidy_batch "${fields[@]}"
+}
+export -f findings_in tidy_sources tidy_batch tidy_line is_for_windows windows_flags
 export windows_compiler=x86_64-w64-mingw32-g++-posix
 
 [[ -f build/clang/compile_commands.json ]] || cmake --preset clang >/dev/null
 
 if (($# > 0)); then
-    files=("$@")
+    printf -- '-\t%s\n' "$@"
 else
-    mapfile -t files < <(find src host tour cli vstgui -name '*.cpp' | sort)
-fi
-for index in "${!files[@]}"; do
-    printf '%d/%d\0%s\0' $((index + 1)) ${#files[@]} "${files[index]}"
-done | xargs -0 -n 2 -P "$(nproc)" bash -c 'tidy_one "$@"' tidy_one
+    find src host tour cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
+fi | xargs -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_line "$@"' tidy_line
