@@ -72,6 +72,7 @@ int runStorm(std::uint64_t seed, bool hasDisplay) {
     setSeed(seed);
     Random random(seed);
     stormInstances(random, hasDisplay);
+    stormThreads(random, hasDisplay);
     std::fprintf(stderr, "seed %" PRIu64 ": %" PRIu64 " requests\n", seed, requestCount());
     return 0;
 }

@@ -9,4 +9,8 @@ namespace zelvatone::test {
 // with their editors. Returns when all are closed; ends the process at the first broken promise.
 void stormInstances(Random& random, bool hasDisplay);
 
+// One instance in the hands of three threads, as hosts have them: one renders and sends events, one
+// automates, one has the window, reads texts and changes programs.
+void stormThreads(Random& random, bool hasDisplay);
+
 } // namespace zelvatone::test
