@@ -71,6 +71,8 @@ LAYERS = [
                                           "tests/engine"]),
     ("tests/plugin", ["tests/plugin"], ["params", "vst2", "engine", "shell", "plugin"]),
     ("tests/vstgui", ["tests/vstgui"], ["vstgui"]),
+    # Knows a plug-in by the records of its interface alone.
+    ("tests/hostile", ["tests/hostile"], ["vst2", "tests/kernel", "tests/plugin", "tests/vstgui"]),
     ("tests/editor", ["tests/editor"], ["params", "vst2", "engine", "shell", "editor", "plugin",
                                         "tests/vstgui"]),
     ("tests/editorpanel", ["tests/editorpanel"], ["params", "editor panel", "tests/vstgui",
