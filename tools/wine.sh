@@ -35,10 +35,11 @@ make_prefix() {
     touch "$made"
 }
 
-# start_screen: with colours of 24 bits, so that what the editor draws arrives as it was drawn.
+# start_screen: with colours of 24 bits, so that what the editor draws arrives as it was drawn, and
+# room for an editor of three times its size.
 start_screen() {
     local reply number
-    exec {reply}< <(exec {session}>&- && exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null)
+    exec {reply}< <(exec {session}>&- && exec Xvfb -displayfd 1 -screen 0 2400x1700x24 -nolisten tcp 2>/dev/null)
     screen=$!
     read -r number <&"$reply" || fail "Xvfb does not start"
     export DISPLAY=:$number

@@ -25,6 +25,15 @@ TEST_F(WindowsKnob, TurnsWithADragAndTellsOneGesture) {
     EXPECT_THAT(edits(), ElementsAre("begin 20", "20 = 0.8333", "end 20"));
 }
 
+TEST_F(WindowsKnob, LetsGoWhenAnotherButtonIsPressed) {
+    beginDrag();
+    window.press(kKnobX, kKnobY, MK_LBUTTON | MK_RBUTTON);
+    window.move(kKnobX - 20, kKnobY);
+    window.release(kKnobX - 20, kKnobY);
+    idle();
+    EXPECT_THAT(edits(), ElementsAre("begin 20", "20 = 0.8333", "end 20"));
+}
+
 TEST_F(WindowsKnob, HoldsTheMouseForTheTimeOfADrag) {
     EXPECT_EQ(GetCapture(), nullptr);
     beginDrag();

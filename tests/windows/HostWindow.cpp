@@ -7,7 +7,6 @@ namespace {
 constexpr const wchar_t* kClass = L"ZelvatoneTestHost";
 constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN; // all of it is room for the editor
 constexpr int kLeft = 120, kTop = 90;                // away from the screen's edges
-constexpr int kWidth = 717, kHeight = 477;
 
 void send(HWND window, UINT message, WPARAM wParam, int x, int y) {
     PostMessageW(window, message, wParam, MAKELPARAM(x, y));
@@ -16,14 +15,14 @@ void send(HWND window, UINT message, WPARAM wParam, int x, int y) {
 
 } // namespace
 
-HostWindow::HostWindow() {
+HostWindow::HostWindow(int width, int height) : width(width), height(height) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = onMessage;
     description.hInstance = GetModuleHandleW(nullptr);
     description.lpszClassName = kClass;
     RegisterClassExW(&description); // fails from the second window on, as it should
-    window = CreateWindowExW(0, kClass, L"host", kStyle, kLeft, kTop, kWidth, kHeight, nullptr,
+    window = CreateWindowExW(0, kClass, L"host", kStyle, kLeft, kTop, width, height, nullptr,
                              nullptr, description.hInstance, this);
     ShowWindow(window, SW_SHOW);
     SetFocus(window);
@@ -90,19 +89,20 @@ void HostWindow::wheel(int x, int y, int notches, WPARAM keys) const {
 }
 
 WindowPicture HostWindow::picture() const {
-    WindowPicture picture{kWidth, kHeight, std::vector<std::uint32_t>(kWidth * kHeight)};
+    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    WindowPicture picture{width, height, std::vector<std::uint32_t>(count)};
     HDC source = GetDC(editor() != nullptr ? editor() : window);
     HDC memory = CreateCompatibleDC(source);
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = kWidth;
-    info.bmiHeader.biHeight = -kHeight; // the top row comes first
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height; // the top row comes first
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
     HBITMAP bitmap = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, kWidth, kHeight, source, 0, 0, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
     GdiFlush();
     const auto* pixels = static_cast<const std::uint32_t*>(bits);
     for (std::size_t i = 0; i < picture.pixels.size(); ++i) {

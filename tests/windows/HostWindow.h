@@ -22,7 +22,7 @@ struct WindowPicture {
 // A window with room for an editor, shown.
 class HostWindow {
 public:
-    HostWindow();
+    explicit HostWindow(int width = 717, int height = 477);
     ~HostWindow();
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
@@ -49,6 +49,8 @@ public:
 private:
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    int width;
+    int height;
     HWND window = nullptr;
 };
 
