@@ -17,7 +17,8 @@
 #include <cstring>
 #include <limits>
 #include <numbers>
-#include <utility>
+#include <tuple>
+#include <vector>
 
 using namespace zelvatone;
 
@@ -281,6 +282,10 @@ void expectSameBanks(const ModeVoice& expected, const ModeVoice& actual) {
     EXPECT_EQ(expected.reportedModes.words, actual.reportedModes.words);
 }
 
+bool sameTraits(const BankTraits& a, const BankTraits& b) {
+    return a.loudnessMoves == b.loudnessMoves && a.motion == b.motion && a.wrap == b.wrap;
+}
+
 class Segments : public EachKernel {
 protected:
     // Returns whether the traits were the theme's.
@@ -337,12 +342,54 @@ protected:
         return traits;
     }
 
-    // The lines for what the kernel has collected.
+    // Renders up to nine small voices as one batch, those of them that have the first one's traits,
+    // and compares each with its ticks.
+    void checkBatch(const Theme& theme) {
+        constexpr std::int32_t kMostVoices = 9;
+        constexpr std::int32_t kMostModes = 12; // nine such voices fill 108 lanes
+        static_assert(kMostVoices * kMostModes <= kBatchLanes);
+        World world = makeWorld(theme);
+        std::vector<ModeVoice> voices;
+        std::array<std::array<float, kVoiceBuffer>, kMostVoices> samples{};
+        std::vector<Segment> segments;
+        BankTraits traits{};
+        voices.reserve(kMostVoices); // segments point to them
+        for (std::int32_t i = random_.between(2, kMostVoices); i > 0; --i) {
+            ModeVoice& voice = voices.emplace_back(&world.settings);
+            fill(voice, theme, random_);
+            voice.activeCount = random_.between(0, kMostModes);
+            const BankTraits own = kernel().analyse(bankOf(voice), world.constants, kRunSamples);
+            if (segments.empty()) {
+                traits = own;
+            }
+            if (!sameTraits(own, traits)) {
+                voices.pop_back();
+                continue;
+            }
+            const auto slot = static_cast<std::int32_t>(segments.size());
+            segments.push_back(segmentOf({voice, slot, samples[slot].data()}, 0));
+        }
+        const std::vector<ModeVoice> before = voices;
+        kernel().render(segments.data(), static_cast<std::int32_t>(segments.size()), kRunSamples,
+                        traits, world.constants, scratch_);
+        const std::string actualLines = takeFailures(world);
+        for (std::size_t i = 0; i < voices.size(); ++i) {
+            ModeVoice expected = before[i];
+            for (std::int32_t k = 0; k < kRunSamples; ++k) {
+                ASSERT_TRUE(sameBits(expected.tick(), samples[i][k])) << theme.name << " " << k;
+            }
+            expectSameBanks(expected, voices[i]);
+        }
+        EXPECT_TRUE(actualLines == printed_.take());
+    }
+
+    // The lines for what the kernel has collected, voice by voice.
     std::string takeFailures(const World& world) {
         FailedLookups& failures = scratch_.failures;
         std::sort(failures.list, failures.list + failures.count,
                   [](const FailedLookup& a, const FailedLookup& b) {
-                      return std::pair(a.sample, a.mode) < std::pair(b.sample, b.mode);
+                      return std::tie(a.slot, a.sample, a.mode) <
+                             std::tie(b.slot, b.sample, b.mode);
                   });
         for (std::int32_t i = 0; i < failures.count; ++i) {
             wavetable::printFailedLookup(wavetable::Readout(world.settings),
@@ -374,6 +421,16 @@ TEST_P(Segments, FollowTheBendFromSampleToSample) {
     for (const Theme& theme : kThemes) {
         for (int i = 0; i < kBanks; ++i) {
             checkBent(theme);
+        }
+        ASSERT_FALSE(HasFailure()) << theme.name;
+    }
+}
+
+TEST_P(Segments, OfVoicesThatShareVectorsAreAsManyTicks) {
+    constexpr int kBatches = 40;
+    for (const Theme& theme : kThemes) {
+        for (int i = 0; i < kBatches && !HasFailure(); ++i) {
+            checkBatch(theme);
         }
         ASSERT_FALSE(HasFailure()) << theme.name;
     }

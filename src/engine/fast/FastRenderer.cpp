@@ -266,14 +266,15 @@ void FastRenderer::renderBatch(std::int32_t leader) {
     const BankTraits traits = voices_[leader].traits;
     for (std::int32_t i = leader; i < voices_.count(); ++i) {
         ActiveVoice& active = voices_[i];
-        const std::int32_t lanes =
-            (active.voice->activeCount + kernel_.lanes - 1) / kernel_.lanes * kernel_.lanes;
-        if (isSame(active.stretch, {first, samples}) && isSame(active.traits, traits) &&
-            lanes <= lanesLeft) {
-            lanesLeft -= lanes;
-            segments_[count] = segmentOf(active.task(), first);
-            members_[count++] = &active;
+        if (!isSame(active.stretch, {first, samples}) || !isSame(active.traits, traits)) {
+            continue;
         }
+        lanesLeft -= (active.voice->activeCount + kSliceLanes - 1) / kSliceLanes * kSliceLanes;
+        if (lanesLeft < 0) { // the next batch begins here
+            break;
+        }
+        segments_[count] = segmentOf(active.task(), first);
+        members_[count++] = &active;
     }
     kernel_.render(segments_.data(), count, samples, traits, constants_, scratch_);
     for (std::int32_t i = 0; i < count; ++i) {

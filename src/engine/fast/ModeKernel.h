@@ -22,6 +22,8 @@ constexpr std::int32_t kWidestLanes = 16;
 // here.
 constexpr std::int32_t kPaddedModes =
     (kMaxModeCount + kWidestLanes - 1) / kWidestLanes * kWidestLanes;
+// Lanes are given to voices in slices of so many, one below the other in order of their modes.
+constexpr std::int32_t kSliceLanes = 4;
 // Lanes that the voices of one batch may fill: those of one full bank. More would leave the
 // first-level cache.
 constexpr std::int32_t kBatchLanes = kPaddedModes;
@@ -132,7 +134,7 @@ struct ModeKernel {
     bool (*amplitudesAreInRange)(const ModeBank& bank);
     // Renders `samples` of each of `count` segments, all with the same traits and in the fast
     // range, which begin at the same sample, and moves their banks on. Together their banks fill
-    // kBatchLanes at most.
+    // kBatchLanes at most, in whole slices.
     void (*render)(const Segment* segments, std::int32_t count, std::int32_t samples,
                    const BankTraits& traits, const BlockConstants& constants,
                    KernelScratch& scratch);

@@ -10,9 +10,9 @@ namespace zelvatone {
 namespace {
 
 // Enough to keep the processor busy, and a divisor of a full bank's columns in the widest vectors;
-// and what is enough for the few columns of one small voice.
+// and what is enough for the few columns of one small voice, of ten modes say.
 constexpr std::int32_t kWideGroup = 7;
-constexpr std::int32_t kNarrowGroup = 4;
+constexpr std::int32_t kNarrowGroup = kLanes == 16 ? 2 : 4;
 // The exact wrap is so much work for one column that few keep the processor busy.
 constexpr std::int32_t kWideExactGroup = 4;
 constexpr std::int32_t kNarrowExactGroup = 2;
@@ -106,10 +106,9 @@ void turnGroup(const Column* columns, const Chunk& chunk, const BlockConstants& 
 // The amplitudes of a column while they glide.
 struct LoudnessLanes {
     ZELVATONE_INLINE void read(const Column& column) {
-        active = lanesBelow(column.modes.count, 0);
-        amp = loadActive(active, column.modes.amp);
-        step = loadActive(active, column.modes.ampStep);
-        glide = planGlide(amp, loadActive(active, column.modes.targetAmp), step);
+        amp = loadActive(column, &ModeBank::amp);
+        step = loadActive(column, &ModeBank::ampStep);
+        glide = planGlide(amp, loadActive(column, &ModeBank::targetAmp), step);
     }
 
     // The amplitudes of this sample; moves on to the next one.
@@ -120,11 +119,10 @@ struct LoudnessLanes {
     }
 
     ZELVATONE_INLINE void write(const Column& column) const {
-        storeActive(active, column.modes.amp, amp);
-        storeActive(active, column.modes.ampStep, stepAfter(glide, amp, step));
+        storeActive(column, &ModeBank::amp, amp);
+        storeActive(column, &ModeBank::ampStep, stepAfter(glide, amp, step));
     }
 
-    Ints active;
     Floats amp, step;
     Glide glide;
 };

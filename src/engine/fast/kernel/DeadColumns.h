@@ -7,18 +7,21 @@
 namespace zelvatone {
 namespace {
 
-// Whether no lane of `column` will sound or report anything.
-bool isDead(const Column& column) {
-    const Ints active = lanesBelow(column.modes.count, 0);
-    const Floats phase = loadActive(active, column.modes.phase);
-    return !anySet((active & ~isNan(phase)) | unreportedLanes(column));
+// Whether no mode of `slice` will sound or report anything.
+bool isDead(const ModeRange& slice) {
+    const ModeBank& bank = slice.segment->modes;
+    std::int32_t dead = 0;
+    while (dead < slice.count && bank.phase[slice.first + dead] != bank.phase[slice.first + dead] &&
+           isReported(bank, slice.first + dead)) {
+        ++dead;
+    }
+    return dead == slice.count;
 }
 
 template<FrequencyMotion motion>
 struct DeadLanes {
     ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
-        active = lanesBelow(column.modes.count, 0);
-        frequencies.read(active, column, constants);
+        frequencies.read(column, constants);
         loudness.read(column);
     }
 
@@ -34,11 +37,10 @@ struct DeadLanes {
     }
 
     ZELVATONE_INLINE void write(const Column& column) const {
-        frequencies.write(active, column);
+        frequencies.write(column);
         loudness.write(column);
     }
 
-    Ints active;
     FrequencyLanes<motion> frequencies;
     LoudnessLanes loudness;
 };

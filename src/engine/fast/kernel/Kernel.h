@@ -5,7 +5,6 @@
 #include "engine/fast/kernel/BankAnalysis.h"
 #include "engine/fast/kernel/Batch.h"
 #include "engine/fast/kernel/SingleSample.h"
-#include "engine/fast/kernel/Sums.h"
 
 namespace zelvatone {
 namespace {
@@ -23,10 +22,10 @@ struct Preparation {
 // rest begins.
 template<std::int32_t kGroup>
 std::int32_t prepareGroups(const Preparation& p, std::int32_t first, TurnGroup turn) {
-    for (; p.batch.count - first >= kGroup; first += kGroup) {
-        turn(p.batch.columns + first, p.chunk, p.constants, p.failures);
+    for (; p.batch.sounding.count() - first >= kGroup; first += kGroup) {
+        turn(p.batch.sounding.columns + first, p.chunk, p.constants, p.failures);
         if (p.traits.loudnessMoves) {
-            glideGroup<kGroup>(p.batch.columns + first, p.chunk.samples);
+            glideGroup<kGroup>(p.batch.sounding.columns + first, p.chunk.samples);
         }
     }
     return first;
@@ -46,14 +45,14 @@ void prepare(const Preparation& p) {
 void sum(const Batch& batch, const Segment* segments, std::int32_t count, const Chunk& chunk,
          const BankTraits& traits, const BlockConstants& constants) {
     const auto sumOne = traits.loudnessMoves ? sumVoice<true> : sumVoice<false>;
-    const Column* columns = batch.columns;
+    const LaneRange* ranges = batch.ranges;
     for (std::int32_t s = 0; s < count; ++s) {
-        const VoiceSum voice{.columns = columns,
-                             .columnCount = batch.ofSegment[s],
+        const VoiceSum voice{.ranges = ranges,
+                             .rangeCount = batch.ofSegment[s],
                              .gain = segments[s].gain,
                              .out = segments[s].out + chunk.first};
         sumOne(voice, chunk.samples, constants.cycle);
-        columns += voice.columnCount;
+        ranges += voice.rangeCount;
     }
 }
 
@@ -64,7 +63,7 @@ void render(const Segment* segments, std::int32_t count, std::int32_t samples,
         batch.ofSegment[s] = appendSegment(batch, segments[s], traits, scratch);
     }
     fillUp(batch, traits, scratch);
-    moveDead(batch.dead, batch.deadCount, samples, traits, constants);
+    moveDead(batch.dead.columns, batch.dead.count(), samples, traits, constants);
     const float* radiansPerHz = constants.phaseAdvance->radiansPerHz + segments[0].sample;
     for (std::int32_t first = 0; first < samples; first += kChunkSamples) {
         const std::int32_t left = samples - first;

@@ -68,10 +68,6 @@ ZELVATONE_INLINE Floats absolute(Floats v) {
     return fromBits(bits(v) & 0x7FFFFFFF);
 }
 
-ZELVATONE_INLINE Ints isNan(Floats v) {
-    return bits(absolute(v)) > 0x7F800000;
-}
-
 ZELVATONE_INLINE Ints laneNumbers() {
     Ints v;
     for (std::int32_t i = 0; i < kLanes; ++i) {

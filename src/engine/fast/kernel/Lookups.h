@@ -23,37 +23,43 @@ ZELVATONE_INLINE Entries findEntries(Floats phase, const BlockConstants& constan
 
 constexpr std::int32_t kBitsPerWord = 32;
 
-// The active lanes of a column whose failed look-ups have not been reported yet.
-ZELVATONE_INLINE Ints unreportedLanes(const Column& column) {
-    const std::uint32_t word = column.modes.reportedModes[column.first / kBitsPerWord];
-    const Words laneBits = Words{} + (word >> (column.first % kBitsPerWord));
-    const Ints reported = (reinterpret_cast<Ints>(laneBits) >> laneNumbers()) & 1;
-    return lanesBelow(column.modes.count, 0) & (reported == 0);
+bool isReported(const ModeBank& bank, std::int32_t mode) {
+    return (bank.reportedModes[mode / kBitsPerWord] >> (mode % kBitsPerWord) & 1U) != 0;
 }
 
-void reportMode(const Column& column, std::int32_t lane, std::int32_t sample, float phase,
+// The active lanes of a column whose failed look-ups have not been reported yet.
+ZELVATONE_INLINE Ints unreportedLanes(const Column& column) {
+    const Ints words = joinSlices([&](std::int32_t s) ZELVATONE_INLINE_LAMBDA {
+        const ModeRange slice = sliceOf(column, s);
+        const std::uint32_t word = slice.segment->modes.reportedModes[slice.first / kBitsPerWord];
+        return SliceInts{} + static_cast<std::int32_t>(word >> (slice.first % kBitsPerWord));
+    });
+    const Ints reported = (words >> (laneNumbers() % kSliceLanes)) & 1;
+    return activeLanes(column) & (reported == 0);
+}
+
+void reportMode(const Segment& segment, std::int32_t mode, std::int32_t sample, float phase,
                 FailedLookups& failures) {
     if (failures.count == FailedLookups::kCapacity) {
         return;
     }
-    const std::int32_t mode = column.first + lane;
-    column.modes.reportedModes[mode / kBitsPerWord] |= std::uint32_t{1} << (mode % kBitsPerWord);
-    failures.list[failures.count++] = {.sample = column.segment->sample + sample,
-                                       .slot = column.segment->slot,
-                                       .mode = mode,
-                                       .phase = phase};
+    segment.modes.reportedModes[mode / kBitsPerWord] |= std::uint32_t{1} << (mode % kBitsPerWord);
+    failures.list[failures.count++] = {
+        .sample = segment.sample + sample, .slot = segment.slot, .mode = mode, .phase = phase};
 }
 
-// Reports the lanes of `column` that failed at `sample` of its segment and have not been reported.
+// Reports the lanes of `column` that failed at `sample` of its segments and have not been reported.
 void reportLanes(const Column& column, Ints failed, std::int32_t sample, Floats phase,
                  FailedLookups& failures) {
     std::int32_t reports[kLanes];
     float phases[kLanes];
     store(reports, failed & unreportedLanes(column));
     store(phases, phase);
-    for (std::int32_t lane = 0; lane < column.modes.count; ++lane) {
+    for (std::int32_t lane = 0; lane < kLanes; ++lane) {
         if (reports[lane] != 0) {
-            reportMode(column, lane, sample, phases[lane], failures);
+            const ModeRange slice = sliceOf(column, lane / kSliceLanes);
+            reportMode(*slice.segment, slice.first + lane % kSliceLanes, sample, phases[lane],
+                       failures);
         }
     }
 }

@@ -19,30 +19,29 @@ struct FrequencyLanes;
 
 template<>
 struct FrequencyLanes<FrequencyMotion::kStill> {
-    ZELVATONE_INLINE void read(Ints active, const Column& column, const BlockConstants&) {
-        freq = loadActive(active, column.modes.freq);
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants&) {
+        freq = loadActive(column, &ModeBank::freq);
     }
     ZELVATONE_INLINE void glide() {}
     ZELVATONE_INLINE void drop() {}
-    ZELVATONE_INLINE void write(Ints, const Column&) const {}
+    ZELVATONE_INLINE void write(const Column&) const {}
 
     Floats freq;
 };
 
 template<>
 struct FrequencyLanes<FrequencyMotion::kUnderway> {
-    ZELVATONE_INLINE void read(Ints active, const Column& column, const BlockConstants& constants) {
-        freq = loadActive(active, column.modes.freq);
-        const Floats ownStep = loadActive(active, column.modes.freqStep);
-        const Ints onTarget = freq == loadActive(active, column.modes.targetFreq);
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
+        freq = loadActive(column, &ModeBank::freq);
+        const Floats ownStep = loadActive(column, &ModeBank::freqStep);
+        const Ints onTarget = freq == loadActive(column, &ModeBank::targetFreq);
         step = select(onTarget, fill(-0.0F), ownStep); // x + -0 is x, also for x = -0
-        factor = select(dropsNow(ownStep, constants), load(constants.dropFactors + column.first),
-                        fill(1.0F));
+        factor = select(dropsNow(ownStep, constants), loadFactors(column, constants), fill(1.0F));
     }
     ZELVATONE_INLINE void glide() { freq = freq + step; }
     ZELVATONE_INLINE void drop() { freq = freq * factor; }
-    ZELVATONE_INLINE void write(Ints active, const Column& column) const {
-        storeActive(active, column.modes.freq, freq);
+    ZELVATONE_INLINE void write(const Column& column) const {
+        storeActive(column, &ModeBank::freq, freq);
     }
 
     Floats freq, step, factor;
@@ -50,16 +49,16 @@ struct FrequencyLanes<FrequencyMotion::kUnderway> {
 
 template<>
 struct FrequencyLanes<FrequencyMotion::kGlide> {
-    ZELVATONE_INLINE void read(Ints active, const Column& column, const BlockConstants&) {
-        freq = loadActive(active, column.modes.freq);
-        step = loadActive(active, column.modes.freqStep);
-        plan = planGlide(freq, loadActive(active, column.modes.targetFreq), step);
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants&) {
+        freq = loadActive(column, &ModeBank::freq);
+        step = loadActive(column, &ModeBank::freqStep);
+        plan = planGlide(freq, loadActive(column, &ModeBank::targetFreq), step);
     }
     ZELVATONE_INLINE void glide() { freq = glideOn(freq, plan); }
     ZELVATONE_INLINE void drop() {}
-    ZELVATONE_INLINE void write(Ints active, const Column& column) const {
-        storeActive(active, column.modes.freq, freq);
-        storeActive(active, column.modes.freqStep, stepAfter(plan, freq, step));
+    ZELVATONE_INLINE void write(const Column& column) const {
+        storeActive(column, &ModeBank::freq, freq);
+        storeActive(column, &ModeBank::freqStep, stepAfter(plan, freq, step));
     }
 
     Floats freq, step;
@@ -68,20 +67,20 @@ struct FrequencyLanes<FrequencyMotion::kGlide> {
 
 template<>
 struct FrequencyLanes<FrequencyMotion::kGlideAndDrop> {
-    ZELVATONE_INLINE void read(Ints active, const Column& column, const BlockConstants& constants) {
-        freq = loadActive(active, column.modes.freq);
-        target = loadActive(active, column.modes.targetFreq);
-        step = loadActive(active, column.modes.freqStep);
-        factor = load(constants.dropFactors + column.first);
+    ZELVATONE_INLINE void read(const Column& column, const BlockConstants& constants) {
+        freq = loadActive(column, &ModeBank::freq);
+        target = loadActive(column, &ModeBank::targetFreq);
+        step = loadActive(column, &ModeBank::freqStep);
+        factor = loadFactors(column, constants);
         dropsGliding = -std::int32_t{constants.dropsGliding};
     }
     ZELVATONE_INLINE void glide() { glideOnce(freq, target, step); }
     ZELVATONE_INLINE void drop() {
         freq = select((step == 0.0F) | dropsGliding, freq * factor, freq);
     }
-    ZELVATONE_INLINE void write(Ints active, const Column& column) const {
-        storeActive(active, column.modes.freq, freq);
-        storeActive(active, column.modes.freqStep, step);
+    ZELVATONE_INLINE void write(const Column& column) const {
+        storeActive(column, &ModeBank::freq, freq);
+        storeActive(column, &ModeBank::freqStep, step);
     }
 
     Floats freq, target, step, factor;
@@ -128,9 +127,8 @@ struct PhaseLanes {
     ZELVATONE_INLINE void read(const Column& column, const BlockConstants& blockConstants,
                                float radiansPerHz) {
         constants = &blockConstants;
-        active = lanesBelow(column.modes.count, 0);
-        phase = loadActive(active, column.modes.phase);
-        frequencies.read(active, column, blockConstants);
+        phase = loadActive(column, &ModeBank::phase);
+        frequencies.read(column, blockConstants);
         entriesPerRadian = blockConstants.entriesPerRadian;
         turning = frequencies.freq * radiansPerHz;
         wrapper.prepare(turning);
@@ -165,12 +163,11 @@ struct PhaseLanes {
     }
 
     ZELVATONE_INLINE void write(const Column& column) const {
-        storeActive(active, column.modes.phase, phase);
-        frequencies.write(active, column);
+        storeActive(column, &ModeBank::phase, phase);
+        frequencies.write(column);
     }
 
     // Vectors first: they lie on boundaries of their own size.
-    Ints active;
     Floats phase, turning; // radians, radians a sample
     Ints failed;           // lanes whose look-up has failed at some sample
     FrequencyLanes<motion> frequencies;

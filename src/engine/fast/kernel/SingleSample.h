@@ -6,15 +6,25 @@
 namespace zelvatone {
 namespace {
 
+// Reports the modes from `first` on whose look-ups failed.
+[[gnu::noinline]] void reportOnce(const Segment& segment, std::int32_t first, Ints failed,
+                                  Floats phase, FailedLookups& failures) {
+    Column column;
+    const std::int32_t left = segment.modes.count - first;
+    putModes(column, 0,
+             {.segment = &segment, .first = first, .count = left < kLanes ? left : kLanes});
+    reportLanes(column, failed, 0, phase, failures);
+}
+
 float sumOnce(const Segment& segment, const BlockConstants& constants, KernelScratch& scratch) {
     const ModeBank& bank = segment.modes;
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
-        const Column column = makeColumn(segment, i);
-        const Floats phase = loadActive(lanesBelow(bank.count, i), bank.phase + i);
+        const Ints active = lanesBelow(bank.count, i);
+        const Floats phase = keep(active, load(bank.phase + i));
         const Entries entries = findEntries(phase, constants);
         store(scratch.index + i, entries.index);
-        if (anySet(~entries.found & unreportedLanes(column))) {
-            reportLanes(column, ~entries.found, 0, phase, scratch.failures);
+        if (anySet(active & ~entries.found)) {
+            reportOnce(segment, i, ~entries.found, phase, scratch.failures);
         }
     }
     float sum = 0.0F;
@@ -24,6 +34,10 @@ float sumOnce(const Segment& segment, const BlockConstants& constants, KernelScr
     return sum;
 }
 
+ZELVATONE_INLINE void storeLanes(Ints lanes, float* to, Floats v) {
+    store(to, select(lanes, v, load(to)));
+}
+
 ZELVATONE_INLINE void glideArray(std::int32_t count, float* values, const float* targets,
                                  float* steps) {
     for (std::int32_t i = 0; i < count; i += kLanes) {
@@ -31,8 +45,8 @@ ZELVATONE_INLINE void glideArray(std::int32_t count, float* values, const float*
         Floats value = load(values + i);
         Floats step = load(steps + i);
         glideOnce(value, load(targets + i), step);
-        storeActive(active, values + i, value);
-        storeActive(active, steps + i, step);
+        storeLanes(active, values + i, value);
+        storeLanes(active, steps + i, step);
     }
 }
 
@@ -48,14 +62,14 @@ void advanceOnce(const Segment& segment, const BlockConstants& constants) {
     reducer.reset();
     for (std::int32_t i = 0; i < bank.count; i += kLanes) {
         const Ints active = lanesBelow(bank.count, i);
-        const Floats freq = loadActive(active, bank.freq + i);
-        const Floats phase = loadActive(active, bank.phase + i);
+        const Floats freq = keep(active, load(bank.freq + i));
+        const Floats phase = keep(active, load(bank.phase + i));
         const Floats turned = freq * radiansPerHz + phase;
-        storeActive(active, bank.phase + i, wrapExact(turned, reducer));
+        storeLanes(active, bank.phase + i, wrapExact(turned, reducer));
 
         const Floats dropped = freq * load(constants.dropFactors + i);
         const Ints drops = dropsNow(load(bank.freqStep + i), constants);
-        storeActive(active, bank.freq + i, select(drops, dropped, freq));
+        storeLanes(active, bank.freq + i, select(drops, dropped, freq));
     }
 }
 

@@ -22,29 +22,38 @@ ZELVATONE_INLINE Quad lookUpQuad(const std::int32_t* index, const float* cycle) 
                 cycle[index[3 * kLanes]]};
 }
 
-// Adds the active modes of a column to kQuads quads of samples, the first of which begins at
-// `sample` of the chunk. Unless they move, the amplitudes are those of the bank.
+// Neighbouring lanes of a column that hold consecutive modes of one voice.
+struct LaneRange {
+    const std::int32_t* index; // of the column
+    const float* movingAmps;   // of the column
+    const float* amps;         // of the modes, unless they move
+    std::int32_t first, count; // lanes
+};
+
+// Adds the modes of a range to kQuads quads of samples, the first of which begins at `sample` of
+// the chunk.
 template<bool kMoves, std::int32_t kQuads>
-ZELVATONE_INLINE void addColumn(Quad (&sums)[kQuads], const Column& column, std::int32_t sample,
-                                const float* cycle) {
-    for (std::int32_t lane = 0; lane < column.modes.count; ++lane) {
-        const std::int32_t* index = column.index + sample * kLanes + lane;
-        const float* amps = column.amp + sample * kLanes + quadOf(lane);
+ZELVATONE_INLINE void addRange(Quad (&sums)[kQuads], const LaneRange& range, std::int32_t sample,
+                               const float* cycle) {
+    const std::int32_t* indices = range.index + sample * kLanes + range.first;
+    const float* movingAmps = range.movingAmps + sample * kLanes;
+    for (std::int32_t mode = 0; mode < range.count; ++mode) {
+        const float* amps = movingAmps + quadOf(range.first + mode);
         repeat<kQuads>([&](std::int32_t q) ZELVATONE_INLINE_LAMBDA {
-            const Quad entries = lookUpQuad(index + q * kQuad * kLanes, cycle);
+            const Quad entries = lookUpQuad(indices + mode + q * kQuad * kLanes, cycle);
             if constexpr (kMoves) {
                 sums[q] += loadQuad(amps + q * kQuad * kLanes) * entries;
             } else {
-                sums[q] += column.modes.amp[lane] * entries;
+                sums[q] += range.amps[mode] * entries;
             }
         });
     }
 }
 
-// A voice: its columns and where its samples go.
+// A voice: its lanes and where its samples go.
 struct VoiceSum {
-    const Column* columns;
-    std::int32_t columnCount;
+    const LaneRange* ranges;
+    std::int32_t rangeCount;
     float gain;
     float* out;
 };
@@ -53,8 +62,8 @@ struct VoiceSum {
 template<bool kMoves, std::int32_t kQuads>
 void sumQuads(const VoiceSum& voice, std::int32_t sample, const float* cycle) {
     Quad sums[kQuads] = {};
-    for (std::int32_t c = 0; c < voice.columnCount; ++c) {
-        addColumn<kMoves>(sums, voice.columns[c], sample, cycle);
+    for (std::int32_t r = 0; r < voice.rangeCount; ++r) {
+        addRange<kMoves>(sums, voice.ranges[r], sample, cycle);
     }
     repeat<kQuads>([&](std::int32_t q) ZELVATONE_INLINE_LAMBDA {
         const Quad out = voice.gain * sums[q];
