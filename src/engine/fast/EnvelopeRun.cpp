@@ -10,16 +10,28 @@ namespace {
 
 using Clock = SampleClock<double>;
 
-// Writes value(time) for every tick of the run. A long one is filled to its end, because a loop of
+// Writes value(k) for tick k of the run, 0 on. A long one is filled to its end, because a loop of
 // constant length becomes vector code.
+template<class Value>
+void fillLevels(std::int32_t samples, float* levels, Value value) {
+    if (samples > kRunSamples / 2) {
+        for (std::int32_t k = 0; k < kRunSamples; ++k) {
+            levels[k] = value(k);
+        }
+    } else {
+        for (std::int32_t k = 0; k < samples; ++k) {
+            levels[k] = value(k);
+        }
+    }
+}
+
+// The same with value(time).
 template<class Value>
 void fillLevels(const Clock& clock, std::int32_t samples, float* levels, Value value) {
     std::array<double, kRunSamples> times{};
     clock.read(samples, times.data());
-    const std::int32_t count = samples > kRunSamples / 2 ? kRunSamples : samples;
-    for (std::int32_t k = 0; k < count; ++k) {
-        levels[k] = static_cast<float>(value(times[k]));
-    }
+    fillLevels(samples, levels,
+               [&](std::int32_t k) { return static_cast<float>(value(times[k])); });
 }
 
 // A held note moves on three straight lines. Each of these takes a run that lies on one of them as
@@ -58,7 +70,8 @@ bool runSustain(ADSR& envelope, const Clock& clock, std::int32_t samples, float*
     if (first < attack || first < attack + decay) {
         return false;
     }
-    std::fill_n(levels, samples, static_cast<float>(envelope.velocity * sustain));
+    const auto level = static_cast<float>(envelope.velocity * sustain);
+    fillLevels(samples, levels, [=](std::int32_t /*tick*/) { return level; });
     envelope.level = sustain;
     return true;
 }
