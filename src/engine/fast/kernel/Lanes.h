@@ -83,11 +83,14 @@ ZELVATONE_INLINE Ints lanesBelow(std::int32_t count, std::int32_t first) {
 
 // The bits that any lane has set.
 ZELVATONE_INLINE std::int32_t anyLane(Ints v) {
-    std::int32_t all = 0;
-    for (std::int32_t i = 0; i < kLanes; ++i) {
-        all |= v[i];
+    constexpr std::int32_t kPairs = kLanes / 2; // of lanes, each in a word
+    std::int64_t pairs[kPairs];
+    __builtin_memcpy(pairs, &v, sizeof v);
+    std::int64_t all = 0;
+    for (std::int32_t i = 0; i < kPairs; ++i) {
+        all |= pairs[i];
     }
-    return all;
+    return static_cast<std::int32_t>(all | all >> 32);
 }
 
 // Whether any lane of a mask is set. Its lanes have all bits set or none.
