@@ -458,6 +458,23 @@ TEST_P(Segments, KeepTheSignOfAZeroOnItsTarget) {
     }
 }
 
+// The glide puts the mode on its target and the drop takes it back to where it was: nothing has
+// changed but the step, and from then on the drop goes on.
+TEST_P(Segments, KeepDroppingADeadModeWhoseGlideEndsWhereItBegan) {
+    World world(0.999F, 2); // takes modes of odd numbers once they do not glide
+    ModeVoice voice(&world.settings);
+    voice.activeCount = 2;
+    for (std::int32_t i = 0; i < 2; ++i) {
+        voice.phase[i] = std::numeric_limits<float>::quiet_NaN();
+        voice.amp[i] = voice.targetAmp[i] = 0.5F;
+        voice.reportedModes.set(i);
+    }
+    voice.targetFreq[1] = 100.0F;
+    voice.freq[1] = 100.0F * 0.999F;
+    voice.freqStep[1] = 1.0F; // past the target
+    expectTicks(world, voice, 0, kRunSamples);
+}
+
 ZELVATONE_FOR_EACH_KERNEL(Segments);
 
 } // namespace

@@ -31,8 +31,10 @@ struct DeadLanes {
         loudness.next();
     }
 
+    // A step that has ended lets the drop take the mode, even where the frequency is as before.
     ZELVATONE_INLINE Ints differsFrom(const DeadLanes& other) const {
         return (bits(frequencies.freq) ^ bits(other.frequencies.freq)) |
+               (bits(frequencies.step) ^ bits(other.frequencies.step)) |
                (bits(loudness.amp) ^ bits(other.loudness.amp));
     }
 
