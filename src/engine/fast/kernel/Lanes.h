@@ -83,12 +83,11 @@ ZELVATONE_INLINE Ints lanesBelow(std::int32_t count, std::int32_t first) {
 
 // The bits that any lane has set.
 ZELVATONE_INLINE std::int32_t anyLane(Ints v) {
-    constexpr std::int32_t kPairs = kLanes / 2; // of lanes, each in a word
-    std::int64_t pairs[kPairs];
+    std::int64_t pairs[kLanes / 2]; // of lanes, each in a word
     __builtin_memcpy(pairs, &v, sizeof v);
     std::int64_t all = 0;
-    for (std::int32_t i = 0; i < kPairs; ++i) {
-        all |= pairs[i];
+    for (const std::int64_t pair : pairs) {
+        all |= pair;
     }
     return static_cast<std::int32_t>(all | all >> 32);
 }
