@@ -22,7 +22,7 @@ bool isOurInstrument(HostedPlugin& plugin) {
 }
 
 std::string parameterName(HostedPlugin& plugin, int index) {
-    const std::string name = plugin.text(effGetParamName, index);
+    std::string name = plugin.text(effGetParamName, index);
     if (index < 0 || index >= static_cast<int>(kNames.size()) || !isOurInstrument(plugin)) {
         return name;
     }

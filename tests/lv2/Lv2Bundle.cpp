@@ -60,7 +60,9 @@ std::vector<std::string> Lv2Bundle::controlSymbols() const {
 }
 
 LilvOwner<LilvState> Lv2Bundle::preset(int index) const {
-    const auto name = uri(std::string(lv2::kPluginUri) + "#preset-" + std::to_string(index));
+    std::string text(lv2::kPluginUri);
+    text.append("#preset-").append(std::to_string(index));
+    const auto name = uri(text);
     lilv_world_load_resource(world(), name.get());
     return LilvOwner<LilvState>(
         lilv_state_new_from_world(world(), Urids::get().mapper(), name.get()));
