@@ -426,7 +426,7 @@ TEST_P(Segments, FollowTheBendFromSampleToSample) {
     }
 }
 
-TEST_P(Segments, OfVoicesThatShareVectorsAreAsManyTicks) {
+TEST_P(Segments, AreAsManyTicksInVoicesThatShareVectors) {
     constexpr int kBatches = 40;
     for (const Theme& theme : kThemes) {
         for (int i = 0; i < kBatches && !HasFailure(); ++i) {
