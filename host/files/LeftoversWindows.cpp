@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 constexpr std::wstring_view kPrefix = L".zelvatone-";
 
-// A process that has ended keeps its number while somebody watches it.
+// A process that has ended keeps its number while another process holds a handle to it.
 bool isRunning(DWORD process) {
     HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, process);
     if (handle == nullptr) {

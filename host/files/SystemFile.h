@@ -16,8 +16,9 @@ int settleFile(int descriptor);
 // Whether the file may be written to; with errno when not.
 bool mayWrite(const std::filesystem::path& path);
 
-// Whether somebody may have put the link there to turn this user's writing to another file: it lies
-// in a folder that all users can write to, and belongs neither to this user nor to the folder's.
+// Whether another user may have put the link there to turn this user's writing to another file: it
+// lies in a folder that all users can write to, and belongs neither to this user nor to the
+// folder's.
 bool mayBePlanted(const std::filesystem::path& link);
 
 } // namespace zelvatone

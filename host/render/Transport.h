@@ -14,7 +14,7 @@ public:
     Transport(const Song& song, double sampleRate);
 
     // The time record for a block that starts at `frame`, 0 or later. Playing starts with frame 0
-    // and goes on past the song's end for as long as somebody renders.
+    // and goes on past the song's end for as long as the host renders.
     VstTimeInfo at(std::int64_t frame) const;
 
 private:

@@ -26,7 +26,7 @@ InterruptWatch::InterruptWatch() {
     action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
         sigaction(kSignals[i], nullptr, &earlier[i]);
-        // A signal that somebody chose to ignore, as `nohup` does, stays ignored.
+        // A signal that the process inherits as ignored, as from `nohup`, stays ignored.
         if (earlier[i].sa_handler != SIG_IGN) {
             sigaction(kSignals[i], &action, nullptr);
         }

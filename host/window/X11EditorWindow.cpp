@@ -148,7 +148,7 @@ void X11EditorWindow::checkConnection() const {
     }
 }
 
-// Whether the user wants the window closed, or somebody has destroyed it.
+// Whether the user wants the window closed, or another program has destroyed it.
 bool isEnd(const xcb_generic_event_t& event, xcb_atom_t closeRequest) {
     constexpr std::uint8_t kType = 0x7f; // without the mark of events that clients sent
     const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(&event);

@@ -34,9 +34,8 @@ protected:
 //   scales by the square of its value / 127. All channels play one instrument, so the last one
 //   holds, whatever its channel. Before the first of them nothing is scaled.
 // - All sound off (120) stops the sound at once.
-// - Reset all controllers (121) lifts the channel's pedal, and centres expression and bend; as
-// General
-//   MIDI has it, volume stays.
+// - Reset all controllers (121) lifts the channel's pedal, brings expression to its full value and
+//   centres the bend; volume stays, as General MIDI has it.
 // - All notes off (123) and mono mode on (126), which implies it, wait for the pedal like the
 //   note-offs that they stand for.
 // - A program change asks for a program.

@@ -2,15 +2,14 @@
 #include "params/ParameterTable.h"
 #include "tests/clap/InstanceFixture.h"
 #include "tests/editor/Face.h"
+#include "tests/editor/Waiting.h"
 #include "tests/vstgui/HostWindow.h"
 #include "tests/vstgui/XServer.h"
 
-#include <chrono>
 #include <cmath>
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 
 namespace zelvatone::test {
 
@@ -36,27 +35,9 @@ public:
         return create() && openIn(window) && idleUntil([this] { return frameOf(kRelease) != -1; });
     }
     bool idleUntil(const std::function<bool()>& isReached) {
-        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (std::chrono::steady_clock::now() < limit) {
-            instance.fireTimers();
-            if (isReached()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(16));
-        }
-        return false;
+        return zelvatone::test::idleUntil([&] { instance.fireTimers(); }, isReached);
     }
-    // Which of its 30 pictures a knob shows; -1 for none of them.
-    int frameOf(ParameterIndex index) const {
-        const Knob& knob = knobOf(index);
-        const auto shown = window.screenshot(knob.left, knob.top, 48, 48);
-        for (int frame = 0; frame < 30; ++frame) {
-            if (areAlike(shown, knobPicture(knob, frame), 2)) {
-                return frame;
-            }
-        }
-        return -1;
-    }
+    int frameOf(ParameterIndex index) const { return frameShown(window, index); }
     // From the top a quarter of a turn to the right.
     void drag(ParameterIndex index) {
         const Point centre = knobOf(index).centre();

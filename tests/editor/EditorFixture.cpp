@@ -1,18 +1,12 @@
 #include "tests/editor/EditorFixture.h"
 
+#include "tests/editor/Waiting.h"
 #include "tests/vstgui/XServer.h"
 
 #include <chrono>
 #include <thread>
 
 namespace zelvatone::test {
-namespace {
-
-void sleepFor(int milliseconds) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-}
-
-} // namespace
 
 void EditorTest::SetUp() {
     if (const std::string why = VSTGUI::test::XServer::start(); !why.empty()) {
@@ -33,33 +27,18 @@ bool EditorTest::openEditor() {
 }
 
 bool EditorTest::idleUntil(const std::function<bool()>& isReached, int hz) {
-    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (std::chrono::steady_clock::now() < limit) {
-        plugin->idle();
-        if (isReached()) {
-            return true;
-        }
-        sleepFor(1000 / hz);
-    }
-    return false;
+    return test::idleUntil([this] { plugin->idle(); }, isReached, hz);
 }
 
 void EditorTest::idleAWhile() {
     for (int i = 0; i < 10; ++i) {
         plugin->idle();
-        sleepFor(10);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
 
 int EditorTest::frameOf(int parameter) const {
-    const Knob& knob = knobOf(parameter);
-    const Screenshot shown = window->screenshot(knob.left, knob.top, 48, 48);
-    for (int frame = 0; frame < 30; ++frame) {
-        if (areAlike(shown, knobPicture(knob, frame), 2)) {
-            return frame;
-        }
-    }
-    return -1;
+    return frameShown(*window, parameter);
 }
 
 Screenshot EditorTest::displayOf(int parameter) const {

@@ -99,6 +99,17 @@ bool areAlike(const Screenshot& a, const Screenshot& b, int tolerance) {
            });
 }
 
+int frameShown(const VSTGUI::test::HostWindow& window, int parameter) {
+    const Knob& knob = knobOf(parameter);
+    const Screenshot shown = window.screenshot(knob.left, knob.top, 48, 48);
+    for (int frame = 0; frame < 30; ++frame) {
+        if (areAlike(shown, knobPicture(knob, frame), 2)) {
+            return frame;
+        }
+    }
+    return -1;
+}
+
 Area inkIn(const Screenshot& shot, const Area& area) {
     static const Screenshot background = readPicture("BACKGROUND.PNG");
     constexpr int kVisible = 60; // the fainter half of a letter's smoothed edge is not counted

@@ -57,6 +57,10 @@ Screenshot cutOut(const Screenshot& shot, const Area& area);
 // Whether no colour of any pixel differs by more than `tolerance`, of 255.
 bool areAlike(const Screenshot& a, const Screenshot& b, int tolerance = 0);
 
+// Which of its 30 pictures the knob of `parameter` shows in a window at scale 1; -1 for none of
+// them.
+int frameShown(const VSTGUI::test::HostWindow& window, int parameter);
+
 // The smallest area of `area` around all that differs visibly from the background; empty if
 // nothing does. In the coordinates of `shot`, a picture of the whole editor.
 Area inkIn(const Screenshot& shot, const Area& area);

@@ -71,7 +71,7 @@ TEST(TextMailbox, KeepsEachTextWholeAndEachWritersOrder) {
     for (std::thread& writer : writers) {
         writer.join();
     }
-    // What was seen last is what somebody posted last.
+    // What was seen last is what a thread posted last.
     EXPECT_EQ(text.substr(text.find_first_not_of(text[0])), std::to_string(kPosts - 1));
 }
 

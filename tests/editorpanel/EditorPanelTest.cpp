@@ -1,16 +1,15 @@
 #include "editorpanel/EditorPanel.h"
 
 #include "tests/editor/Face.h"
+#include "tests/editor/Waiting.h"
 #include "tests/vstgui/HostWindow.h"
 #include "tests/vstgui/XServer.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace zelvatone::test {
@@ -52,31 +51,13 @@ protected:
     }
 
     bool idleUntil(EditorPanel& panel, const std::function<bool()>& isReached) {
-        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (std::chrono::steady_clock::now() < limit) {
-            panel.idle();
-            if (isReached()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(16));
-        }
-        return false;
+        return zelvatone::test::idleUntil([&] { panel.idle(); }, isReached);
     }
     bool open(EditorPanel& panel) {
         panel.open(window_->handle());
         return idleUntil(panel, [this] { return frameOf(kRelease) != -1; });
     }
-    // Which of its 30 pictures a knob shows; -1 for none of them.
-    int frameOf(ParameterIndex index) const {
-        const Knob& knob = knobOf(index);
-        const Screenshot shown = window_->screenshot(knob.left, knob.top, 48, 48);
-        for (int frame = 0; frame < 30; ++frame) {
-            if (areAlike(shown, knobPicture(knob, frame), 2)) {
-                return frame;
-            }
-        }
-        return -1;
-    }
+    int frameOf(ParameterIndex index) const { return frameShown(*window_, index); }
     void dragRight(ParameterIndex index) {
         const Point centre = knobOf(index).centre();
         window_->movePointer(centre.x, centre.y - 20);

@@ -15,7 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-TEST(Leftovers, FileAndFolderThatNobodyUsesAreSwept) {
+TEST(Leftovers, UnusedFileAndFolderAreSwept) {
     const TemporaryFolder folder;
     writeText(hiddenName(folder.path(), 0), "half");
     std::filesystem::create_directory(hiddenName(folder.path(), 1));

@@ -24,7 +24,7 @@ std::string valueOf(const char* variable) {
     return value == nullptr ? "" : value;
 }
 
-TEST(PictureDisplay, OwnDisplayLetsInWhoHasItsCookieOnly) {
+TEST(PictureDisplay, OwnDisplayAcceptsItsCookieOnly) {
     unsetenv("DISPLAY");
     setenv("XAUTHORITY", "/dev/null", 1);
     {

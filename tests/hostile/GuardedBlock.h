@@ -1,4 +1,4 @@
-// A block of stereo audio between zones that nobody may write to.
+// A block of stereo audio between zones that stay as they are.
 #pragma once
 
 #include "tests/plugin/HostedEffect.h"

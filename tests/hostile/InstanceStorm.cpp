@@ -68,7 +68,7 @@ void act(Seat& seat, Random& random) {
 } // namespace
 
 void stormInstances(Random& random, bool hasDisplay) {
-    Instance bystander; // which nobody touches
+    Instance bystander; // gets no requests
     std::array<Seat, 4> seats;
     int openings = 0;
     for (int step = 0; step < kSteps; ++step) {

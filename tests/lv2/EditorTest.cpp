@@ -1,16 +1,15 @@
 // The bundle's editor in a host's window: what the user sees, and what the host hears.
 #include "lv2/Identity.h"
 #include "tests/editor/Face.h"
+#include "tests/editor/Waiting.h"
 #include "tests/lv2/HostedEditor.h"
 #include "tests/vstgui/HostWindow.h"
 #include "tests/vstgui/XServer.h"
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <functional>
 #include <limits>
-#include <thread>
 
 namespace zelvatone::test {
 namespace {
@@ -30,27 +29,9 @@ struct OpenEditor {
 
     // Idles until `isReached`. Returns whether it was, in ten seconds.
     bool idleUntil(const std::function<bool()>& isReached) {
-        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (std::chrono::steady_clock::now() < limit) {
-            editor.idle();
-            if (isReached()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(16));
-        }
-        return false;
+        return zelvatone::test::idleUntil([&] { editor.idle(); }, isReached);
     }
-    // Which of its 30 pictures a knob shows; -1 for none of them.
-    int frameOf(ParameterIndex index) const {
-        const Knob& knob = knobOf(index);
-        const Screenshot shown = window.screenshot(knob.left, knob.top, 48, 48);
-        for (int frame = 0; frame < 30; ++frame) {
-            if (areAlike(shown, knobPicture(knob, frame), 2)) {
-                return frame;
-            }
-        }
-        return -1;
-    }
+    int frameOf(ParameterIndex index) const { return frameShown(window, index); }
     bool idleUntilFrame(ParameterIndex index, int frame) {
         return idleUntil([&] { return frameOf(index) == frame; });
     }
@@ -90,7 +71,7 @@ TEST_F(Lv2Editor, OpensAtTwiceTheSizeInAHostThatAsksForIt) {
     OpenEditor open(2);
     EXPECT_EQ(open.editor.askedSize,
               (HostedEditor::Size{.width = 2 * kWidth, .height = 2 * kHeight}));
-    // The background reaches the far corner, and nobody draws beyond it.
+    // The background reaches the far corner.
     const VSTGUI::test::Pixel corner = readPicture("BACKGROUND.PNG").at(kWidth - 1, kHeight - 1);
     EXPECT_TRUE(open.idleUntil(
         [&] { return open.window.pixel(2 * kWidth - 1, 2 * kHeight - 1) == corner; }));

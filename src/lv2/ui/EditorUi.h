@@ -32,7 +32,7 @@ public:
     EditorUi& operator=(const EditorUi&) = delete;
 
     xcb_window_t window() const { return window_->id(); }
-    // The port has `value`, whoever set it.
+    // The port has `value`, set by the host or by this editor.
     void show(std::uint32_t port, float value);
     void idle() { panel_.idle(); }
 

@@ -218,7 +218,7 @@ void X11Frame::handleEvents() {
     }
 }
 
-// Whoever turns the loop serves all frames that share it, also those that are not idled themselves.
+// One turn of the loop serves all frames that share it, also those that are not idled themselves.
 void X11Frame::onTimer() {
     const SharedPointer<X11Frame> kept(this);
     if (callback) {
