@@ -68,7 +68,7 @@ std::string endlessLine(int endlessNotes) {
             : formatText("{} of the song {}",
                          endlessNotes == 1 ? "1 note" : formatText("{} notes", endlessNotes),
                          endlessNotes == 1 ? "does not end" : "do not end");
-    return cause + ": faded out half a minute after it\n";
+    return cause + ": faded out half a minute after the end of the song\n";
 }
 
 } // namespace zelvatone

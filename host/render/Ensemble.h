@@ -26,7 +26,7 @@ struct Part {
 class Ensemble {
 public:
     // At least one part; all of one plug-in and one block size. Each part's sound is finished as
-    // `finish` says, before its gain.
+    // `finish` says, after its gain.
     Ensemble(std::vector<Part> parts, int threads, const FinishPlan& finish = {});
 
     int channels() const { return finishes_[0].channels(); } // of the mix and of every part

@@ -20,7 +20,7 @@ std::vector<StemEntry> readStemList(const std::filesystem::path& folder);
 void writeStemList(const std::filesystem::path& folder, const std::vector<std::string>& names);
 
 // Removes the files of `before` that are not among `names`. One that has another size by now was
-// changed by someone else and stays, as does what cannot be removed.
+// changed since and stays, as does what cannot be removed.
 void removeOldStems(const std::filesystem::path& folder, const std::vector<StemEntry>& before,
                     const std::vector<std::string>& names);
 

@@ -70,12 +70,12 @@ void Stems::complete() {
 
 void Stems::commit() {
     complete();
-    const std::vector<StemEntry> before = readStemList(folder_.path());
+    // First: on a disk that takes upper and lower case for the same, an old name may be a new one.
+    removeOldStems(folder_.path(), readStemList(folder_.path()), names_);
     for (const auto& writer : writers_) {
         writer->commit();
     }
     writeStemList(folder_.path(), names_);
-    removeOldStems(folder_.path(), before, names_);
 }
 
 } // namespace zelvatone

@@ -24,7 +24,7 @@ bool NoteTracker::isMeant(const clap::NoteEvent& event, std::int16_t channel,
                           std::int16_t key) const {
     const Note& note = notes_[channel][key];
     return note.isDown && (event.channel < 0 || event.channel == channel) &&
-           (event.noteId < 0 || event.noteId == note.id);
+           (event.key < 0 || event.key == key) && (event.noteId < 0 || event.noteId == note.id);
 }
 
 } // namespace zelvatone

@@ -23,16 +23,20 @@ public:
         play(message(event, kNoteOnStatus, channel, event.key, midiVelocity(event.velocity)));
     }
 
-    // The note-off of the key, or, if the event names none, of every key down that it stands for.
+    // The note-off of the key, or, if the event leaves its key or its channel open, of every key
+    // down that it stands for.
     template<class Play>
     void noteOff(const clap::NoteEvent& event, const Play& play) {
-        if (event.key >= 0 && event.key < kKeys) {
+        if (event.key >= kKeys) {
+            return;
+        }
+        if (event.key >= 0 && event.channel >= 0) {
             const std::int16_t channel = channelOf(event);
             notes_[channel][event.key].isDown = false;
             play(message(event, kNoteOffStatus, channel, event.key, 0));
             return;
         }
-        for (std::int16_t channel = 0; event.key < 0 && channel < kChannels; ++channel) {
+        for (std::int16_t channel = 0; channel < kChannels; ++channel) {
             for (std::int16_t key = 0; key < kKeys; ++key) {
                 if (isMeant(event, channel, key)) {
                     notes_[channel][key].isDown = false;

@@ -147,6 +147,9 @@ void Instrument::play(const MidiMessage& message) {
 }
 
 void Instrument::setGain(float /*gain*/, std::int32_t frame) {
+    if (isBypassed()) {
+        return; // followed when the bypass ends
+    }
     renderTo(frame);
     followGain();
 }

@@ -88,12 +88,10 @@ void Controllers::takeNoteOff(const MidiMessage& message, ControllerOutput& outp
 void Controllers::takeController(const MidiMessage& message, ControllerOutput& output) {
     switch (message.data1) {
     case kVolume:
-        volume_ = message.data2;
-        output.setGain(gain(), message.frame);
+        changeGain(volume_, message.data2, message, output);
         break;
     case kExpression:
-        expression_ = message.data2;
-        output.setGain(gain(), message.frame);
+        changeGain(expression_, message.data2, message, output);
         break;
     case kSustainPedal:
         if (message.data2 >= kPedalDown) {
@@ -119,6 +117,16 @@ void Controllers::takeController(const MidiMessage& message, ControllerOutput& o
     }
 }
 
+// `part`: volume_ or expression_.
+void Controllers::changeGain(std::int32_t& part, std::int32_t value, const MidiMessage& message,
+                             ControllerOutput& output) {
+    const float before = gain();
+    part = value;
+    if (gain() != before) {
+        output.setGain(gain(), message.frame);
+    }
+}
+
 void Controllers::takeAllNotesOff(const MidiMessage& message, ControllerOutput& output) {
     Channel& channel = channels_[message.channel()];
     if (channel.pedalIsDown) {
@@ -132,10 +140,7 @@ void Controllers::takeAllNotesOff(const MidiMessage& message, ControllerOutput& 
 
 void Controllers::resetControllers(const MidiMessage& message, ControllerOutput& output) {
     liftPedal(message, output);
-    if (expression_ != kFullScale) {
-        expression_ = kFullScale;
-        output.setGain(gain(), message.frame);
-    }
+    changeGain(expression_, kFullScale, message, output);
     output.play({.frame = message.frame,
                  .status = static_cast<std::uint8_t>(kBendStatus | message.channel()),
                  .data1 = 0,

@@ -15,7 +15,7 @@ class ControllerOutput {
 public:
     // A message for the instrument.
     virtual void play(const MidiMessage& message) = 0;
-    // Scale the output by `gain`, 0 to 1, from this sample on.
+    // Scale the output by `gain`, 0 to 1, from this sample on: another one than before.
     virtual void setGain(float gain, std::int32_t frame) = 0;
     // End every note at this sample, without its release.
     virtual void stopSound(std::int32_t frame) = 0;
@@ -62,6 +62,8 @@ private:
     void takeNoteOn(const MidiMessage& message, ControllerOutput& output);
     void takeNoteOff(const MidiMessage& message, ControllerOutput& output);
     void takeController(const MidiMessage& message, ControllerOutput& output);
+    void changeGain(std::int32_t& part, std::int32_t value, const MidiMessage& message,
+                    ControllerOutput& output);
     void takeAllNotesOff(const MidiMessage& message, ControllerOutput& output);
     void resetControllers(const MidiMessage& message, ControllerOutput& output);
     void liftPedal(const MidiMessage& message, ControllerOutput& output);

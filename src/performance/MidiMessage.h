@@ -5,7 +5,7 @@
 
 namespace zelvatone {
 
-// What of MIDI's status bytes and controllers more than one room knows by name.
+// Status bytes of MIDI, without the channel.
 inline constexpr std::uint8_t kNoteOffStatus = 0x80;
 inline constexpr std::uint8_t kNoteOnStatus = 0x90;
 inline constexpr std::uint8_t kControllerStatus = 0xB0;

@@ -78,6 +78,16 @@ TEST_F(ClapNotes, ThePedalHoldsNotesOfBothKinds) {
     EXPECT_TRUE(isSilentAfter({}, note(0, clap::kNoteOff, 60)));
 }
 
+// The pedal that counts is that of the note's own channel.
+TEST_F(ClapNotes, NoteOffOfAKeyOnAnyChannelFindsTheChannelOfTheNote) {
+    events_.add(midi(0, 0xB3, 64, 127));
+    EXPECT_FALSE(isSilentAfter({note(0, clap::kNoteOn, 60, 1.0, -1, 3)},
+                               note(0, clap::kNoteOff, 60, 0.0, -1, -1)));
+    events_.add(midi(0, 0xB3, 64, 0));
+    EXPECT_TRUE(isSilentAfter({note(0, clap::kNoteOn, 72, 1.0, -1, 4)},
+                              note(0, clap::kNoteOff, 72, 0.0, -1, -1)));
+}
+
 TEST_F(ClapNotes, AllSoundOffSleepsAtOnce) {
     events_.add(note(0, clap::kNoteOn, 60));
     play(512);

@@ -126,15 +126,16 @@ TEST_F(ChannelRender, WritesStemsThatAddUpToTheMix) {
     EXPECT_TRUE(sum == mix);
 }
 
-// Each at its own sample: 0.5 and 0.125, six decibels up 1.0 less a little and 0.25.
+// The mix peaks at 0.5, the stem is 0.3 at the sample that is looked at: twelve decibels below full
+// scale halve both.
 TEST_F(ChannelRender, BringsStemsToTheLevelOfTheirMix) {
-    const Words more{"--normalize", "-6.0206", "--stems",   path("stems"),
-                     "--channel",   "2=Up",    "--channel", "1=High"};
+    const Words more{"--normalize", "-12.0412", "--stems",   path("stems"),
+                     "--channel",   "2=Up",     "--channel", "1=High"};
     EXPECT_EQ(render("mix.wav", testPlugin("programmed"), more).errors, "");
     const auto mix = readSoundFile(folder_ / "mix.wav").channel(0);
     const auto stem = readSoundFile(folder_ / "stems" / "02-Up-Down.wav").channel(0);
-    EXPECT_NEAR(mix.at(0), 0.5F, 1e-6);
-    EXPECT_NEAR(stem.at(11025), 0.3F, 1e-6); // as the loudest, 0.5, stays 0.5
+    EXPECT_NEAR(mix.at(0), 0.25F, 1e-6);
+    EXPECT_NEAR(stem.at(11025), 0.15F, 1e-6);
     EXPECT_EQ(mix.at(11025), stem.at(11025));
 }
 

@@ -47,10 +47,14 @@ TEST(RenderReport, NamesStemsThatClip) {
 }
 
 TEST(RenderReport, TellsWhyTheSoundWasFadedOut) {
-    EXPECT_EQ(endlessLine(1),
-              "1 note of the song does not end: faded out half a minute after it\n");
-    EXPECT_EQ(endlessLine(2), "2 notes of the song do not end: faded out half a minute after it\n");
-    EXPECT_EQ(endlessLine(0), "the sound does not end: faded out half a minute after it\n");
+    EXPECT_EQ(
+        endlessLine(1),
+        "1 note of the song does not end: faded out half a minute after the end of the song\n");
+    EXPECT_EQ(
+        endlessLine(2),
+        "2 notes of the song do not end: faded out half a minute after the end of the song\n");
+    EXPECT_EQ(endlessLine(0),
+              "the sound does not end: faded out half a minute after the end of the song\n");
 }
 
 } // namespace

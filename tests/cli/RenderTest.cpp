@@ -150,7 +150,7 @@ TEST_F(RenderCommand, WritesOneChannelInMono) {
 }
 
 TEST_F(RenderCommand, TakesOutTheOffset) {
-    const auto meanOf = [&](const std::vector<std::string>& more) {
+    const auto sumOf = [&](const std::vector<std::string>& more) {
         render(output_, more);
         const auto samples = readSoundFile(output_).samples;
         double sum = 0.0;
@@ -160,16 +160,16 @@ TEST_F(RenderCommand, TakesOutTheOffset) {
         return sum;
     };
     const std::vector<std::string> plain{"--format", "float", "--gain", "20"};
-    EXPECT_GT(meanOf(plain), 1.0);
+    EXPECT_GT(sumOf(plain), 1.0);
     // An impulse minus its own high-pass is the impulse again, spread out.
-    EXPECT_NEAR(meanOf({"--format", "float", "--gain", "20", "--dc-block"}), 0.0, 1e-3);
+    EXPECT_NEAR(sumOf({"--format", "float", "--gain", "20", "--dc-block"}), 0.0, 1e-3);
 }
 
 TEST_F(RenderCommand, FadesOutWhatDoesNotEnd) {
     const auto result = zelvatoneWith({"render", song_.string(), "-o", output_.string(), "--plugin",
                                        testPlugin("broken"), "--rate", "8000"});
     EXPECT_THAT(result.output, HasSubstr("\n1 note of the song does not end: faded out half a "
-                                         "minute after it\n"));
+                                         "minute after the end of the song\n"));
     const auto samples = readSoundFile(output_).samples; // the right one is -2 all the time
     EXPECT_EQ(samples.size(), 2U * 32U * 8000U);
     EXPECT_FLOAT_EQ(samples[2U * 30U * 8000U - 1], -1.0F);

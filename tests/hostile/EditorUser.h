@@ -1,4 +1,4 @@
-// A user who does anything to the editor but use it.
+// Random input to the editor.
 #pragma once
 
 #include "tests/hostile/Instance.h"

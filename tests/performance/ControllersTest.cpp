@@ -103,6 +103,12 @@ TEST_F(ControllersTest, VolumeAndExpressionFollowTheCurveOfGeneralMidi) {
     EXPECT_EQ(log_.gains.back(), 0.0F);
 }
 
+TEST_F(ControllersTest, VolumeThatIsRepeatedChangesNothing) {
+    EXPECT_EQ(take(0xB0, 7, 127), Lines{});
+    EXPECT_EQ(take(0xB0, 7, 100, 1), Lines{"gain @1"});
+    EXPECT_EQ(take(0xB0, 7, 100, 2), Lines{});
+}
+
 TEST_F(ControllersTest, AllSoundOffStopsAndForgetsWhatThePedalHeld) {
     take(0xB0, 64, 127);
     take(0x90, 60, 100);

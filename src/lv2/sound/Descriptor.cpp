@@ -35,30 +35,33 @@ LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRate,
     }
 }
 
-void connectPort(LV2_Handle instance, std::uint32_t port, void* data) {
+// What the host calls is noexcept: an exception must not unwind into a host that may be written in
+// another language, so it ends the process here.
+
+void connectPort(LV2_Handle instance, std::uint32_t port, void* data) noexcept {
     pluginOf(instance).connect(port, data);
 }
 
-void activate(LV2_Handle instance) {
+void activate(LV2_Handle instance) noexcept {
     pluginOf(instance).reset();
 }
 
-void run(LV2_Handle instance, std::uint32_t frames) {
+void run(LV2_Handle instance, std::uint32_t frames) noexcept {
     pluginOf(instance).run(frames);
 }
 
-void cleanUp(LV2_Handle instance) {
+void cleanUp(LV2_Handle instance) noexcept {
     delete static_cast<InstrumentPlugin*>(instance);
 }
 
 LV2_State_Status save(LV2_Handle instance, LV2_State_Store_Function store, LV2_State_Handle handle,
-                      std::uint32_t /*flags*/, const LV2_Feature* const* /*features*/) {
+                      std::uint32_t /*flags*/, const LV2_Feature* const* /*features*/) noexcept {
     return pluginOf(instance).save(store, handle);
 }
 
 LV2_State_Status restore(LV2_Handle instance, LV2_State_Retrieve_Function retrieve,
                          LV2_State_Handle handle, std::uint32_t /*flags*/,
-                         const LV2_Feature* const* /*features*/) {
+                         const LV2_Feature* const* /*features*/) noexcept {
     return pluginOf(instance).restore(retrieve, handle);
 }
 

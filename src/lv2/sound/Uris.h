@@ -22,7 +22,7 @@ struct Uris {
           beatsPerMinute(map.map(map.handle, LV2_TIME__beatsPerMinute)),
           state(map.map(map.handle, kStateUri)) {}
 
-    LV2_URID blank; // how older hosts call an object
+    LV2_URID blank; // what older hosts call an object
     LV2_URID doubleNumber;
     LV2_URID floatNumber;
     LV2_URID object;

@@ -66,19 +66,20 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor* /*descriptor*/, const char* /*p
     }
 }
 
-void cleanUp(LV2UI_Handle editor) {
+// noexcept as the sound's: an exception must not unwind into the host.
+void cleanUp(LV2UI_Handle editor) noexcept {
     delete static_cast<EditorUi*>(editor);
 }
 
 void portEvent(LV2UI_Handle editor, std::uint32_t port, std::uint32_t size, std::uint32_t protocol,
-               const void* value) {
+               const void* value) noexcept {
     if (protocol == 0 && size == sizeof(float)) {
         static_cast<EditorUi*>(editor)->show(port, *static_cast<const float*>(value));
     }
 }
 
 // Not 0 would end the editor.
-int idle(LV2UI_Handle editor) {
+int idle(LV2UI_Handle editor) noexcept {
     static_cast<EditorUi*>(editor)->idle();
     return 0;
 }
