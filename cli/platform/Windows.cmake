@@ -12,5 +12,5 @@ set(platform_sources
   terminal/TerminalWindows.cpp)
 
 function(install_program)
-  install(TARGETS zelvatone_program RUNTIME DESTINATION .)
+  install(TARGETS zelvatone_program RUNTIME DESTINATION . COMPONENT program)
 endfunction()

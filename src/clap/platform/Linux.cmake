@@ -14,4 +14,4 @@ if(NOT ZELVATONE_SANITIZE)
   target_sources(zelvatone_clap_module PRIVATE ${PROJECT_SOURCE_DIR}/src/plugin/RuntimeMemory.cpp)
 endif()
 # Where hosts look.
-install(TARGETS zelvatone_clap_module LIBRARY DESTINATION lib/clap)
+install(TARGETS zelvatone_clap_module LIBRARY DESTINATION lib/clap COMPONENT clap)

@@ -27,7 +27,6 @@ constexpr const char* kPrefixes = R"(@prefix atom: <http://lv2plug.in/ns/ext/ato
 @prefix urid: <http://lv2plug.in/ns/ext/urid#> .
 )";
 
-// Even numbers are released versions; both grow with what hosts see.
 constexpr const char* kPlugin = R"(
     a lv2:InstrumentPlugin ,
         lv2:Plugin ,
@@ -41,8 +40,8 @@ constexpr const char* kPlugin = R"(
         foaf:homepage <https://quillfeather.example/zelvatone>
     ] ;
     rdfs:comment "Each note is a bank of modes, whose number, spacing and loudness shift in time with the song." ;
-    lv2:minorVersion 2 ;
-    lv2:microVersion 0 ;
+    lv2:minorVersion @MINOR@ ;
+    lv2:microVersion @MICRO@ ;
     lv2:requiredFeature urid:map ;
     lv2:optionalFeature lv2:hardRTCapable ;
     lv2:extensionData state:interface ;
@@ -110,10 +109,12 @@ constexpr const char* kEditor = R"(
     opts:supportedOption ui:scaleFactor ;
     ui:portNotification)";
 
-// Replaces every `@PLUGIN@` and `@EDITOR@` by the name that it stands for.
+// Replaces every mark, `@PLUGIN@` and the like, by what it stands for. The build computes the
+// version from the project's.
 std::string withNames(std::string text) {
     for (const auto& [mark, name] :
-         {std::pair("@PLUGIN@", kPluginUri), std::pair("@EDITOR@", kEditorUri)}) {
+         {std::pair("@PLUGIN@", kPluginUri), std::pair("@EDITOR@", kEditorUri),
+          std::pair("@MINOR@", ZELVATONE_LV2_MINOR), std::pair("@MICRO@", ZELVATONE_LV2_MICRO)}) {
         for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos;) {
             text.replace(at, std::string_view(mark).size(), name);
         }

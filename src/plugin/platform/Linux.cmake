@@ -19,4 +19,4 @@ if(NOT ZELVATONE_SANITIZE)
   target_sources(zelvatone_module PRIVATE RuntimeMemory.cpp)
 endif()
 # Where hosts look, also where other libraries go to a folder of their architecture.
-install(TARGETS zelvatone_module LIBRARY DESTINATION lib/vst)
+install(TARGETS zelvatone_module LIBRARY DESTINATION lib/vst COMPONENT vst)

@@ -17,4 +17,4 @@ target_sources(zelvatone_module PRIVATE zelvatone.def)
 set_target_properties(zelvatone_module PROPERTIES SUFFIX .dll
   LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/zelvatone.def)
 target_link_options(zelvatone_module PRIVATE LINKER:--gc-sections)
-install(TARGETS zelvatone_module LIBRARY DESTINATION .)
+install(TARGETS zelvatone_module LIBRARY DESTINATION . COMPONENT vst)
