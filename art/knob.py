@@ -9,19 +9,22 @@ ARC_RADIUS = 19.5
 
 
 def frames(style):
-    track = arc(layout.knobAngle(0), layout.knobAngle(layout.KNOB_PICTURES - 1))
     return "".join(
-        template.part(
-            "knob",
-            {
-                "top": str(picture * layout.KNOB),
-                "angle": f"{layout.knobAngle(picture):.4f}",
-                "track": track,
-                "arc": arc(layout.knobAngle(0), layout.knobAngle(picture)),
-            },
-            style,
-        )
-        for picture in range(layout.KNOB_PICTURES)
+        frame(picture, picture * layout.KNOB, style) for picture in range(layout.KNOB_PICTURES)
+    )
+
+
+def frame(picture, top, style):
+    """One picture of the knob, `top` units down."""
+    return template.part(
+        "knob",
+        {
+            "top": str(top),
+            "angle": f"{layout.knobAngle(picture):.4f}",
+            "track": arc(layout.knobAngle(0), layout.knobAngle(layout.KNOB_PICTURES - 1)),
+            "arc": arc(layout.knobAngle(0), layout.knobAngle(picture)),
+        },
+        style,
     )
 
 

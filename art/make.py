@@ -3,6 +3,7 @@
 
 make.py pictures OUT [--scale 2]   the eight pictures
 make.py mock PICTURES OUT.png      the editor as it opens, from rendered pictures
+make.py icon OUT.svg               the icon of the program: a knob
 
 Needs rsvg-convert (Debian package librsvg2-bin), fc-match (fontconfig) and the fonts that
 style.json names (fonts-manrope, fonts-liberation). The same sources and packages always give
@@ -23,6 +24,9 @@ import png
 def main():
     options = parseArguments()
     try:
+        if options.command == "icon":
+            options.out.write_text(pictures.drawIcon(), encoding="utf-8")
+            return
         checkFonts()
         if options.command == "mock":
             render(pictures.drawMock(options.pictures), layout.FACE, 1, options.out)
@@ -43,6 +47,8 @@ def parseArguments():
     mock = commands.add_parser("mock", help="the editor as it opens")
     mock.add_argument("pictures", type=Path)
     mock.add_argument("out", type=Path)
+    icon = commands.add_parser("icon", help="the icon of the program")
+    icon.add_argument("out", type=Path)
     return parser.parse_args()
 
 

@@ -22,6 +22,10 @@ PICTURES = {
 }
 
 
+# Of the knob's thirty: three quarters up, so that the arc shows well at small sizes.
+ICON_PICTURE = 22
+
+
 def drawAll():
     """{file name: SVG text} of the eight pictures."""
     fragments = {
@@ -45,6 +49,11 @@ def drawMock(folder):
         "knobs": "".join(mockKnob(control, strip) for control in layout.KNOBS),
     }
     return template.fill("mock", fragments, STYLE)
+
+
+def drawIcon():
+    """SVG text of the program's icon: the knob, turned up."""
+    return template.part("icon", {"knob": knob.frame(ICON_PICTURE, 0, STYLE)}, STYLE)
 
 
 def mockKnob(control, strip):

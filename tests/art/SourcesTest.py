@@ -9,6 +9,7 @@ from pathlib import Path
 
 MAKE = Path(os.environ["ZELVATONE_ART"], "make.py")
 RESOURCES = Path(os.environ["ZELVATONE_RESOURCES"])
+ICON = MAKE.parents[1] / "packaging/desktop/com.quillfeather.zelvatone.svg"
 
 
 class Sources(unittest.TestCase):
@@ -28,6 +29,12 @@ class Sources(unittest.TestCase):
 
     def testGiveThePicturesOfTwiceThatSize(self):
         self.expectPictures(RESOURCES / "2x", 2)
+
+    def testGiveTheIcon(self):
+        with tempfile.TemporaryDirectory() as folder:
+            made = Path(folder, "icon.svg")
+            subprocess.run([sys.executable, "-B", MAKE, "icon", made], check=True)
+            self.assertEqual(made.read_text(encoding="utf-8"), ICON.read_text(encoding="utf-8"))
 
 
 if __name__ == "__main__":
