@@ -13,8 +13,8 @@ namespace zelvatone {
 
 namespace {
 
-OutputFile& fileOf(void* user) {
-    return *static_cast<OutputFile*>(user);
+ByteTarget& fileOf(void* user) {
+    return *static_cast<ByteTarget*>(user);
 }
 
 // The library is never told that a write failed: closing after that, it would leak its encoder.
@@ -50,7 +50,7 @@ int libraryFormat(const SoundFileFormat& format) {
 
 class LibraryEncoder final : public SoundEncoder {
 public:
-    LibraryEncoder(OutputFile& file, const SoundFileFormat& format);
+    LibraryEncoder(ByteTarget& file, const SoundFileFormat& format);
     ~LibraryEncoder() override;
 
     void write(std::span<const float> samples) override;
@@ -61,12 +61,12 @@ private:
     void expect(sf_count_t written, std::size_t wanted) const;
     [[noreturn]] void fail(const char* reason) const;
 
-    OutputFile& file_;
+    ByteTarget& file_;
     Container container_;
     SNDFILE* sound_;
 };
 
-LibraryEncoder::LibraryEncoder(OutputFile& file, const SoundFileFormat& format)
+LibraryEncoder::LibraryEncoder(ByteTarget& file, const SoundFileFormat& format)
     : file_(file), container_(format.container) {
     SF_INFO info{};
     info.samplerate = format.sampleRate;
@@ -78,6 +78,10 @@ LibraryEncoder::LibraryEncoder(OutputFile& file, const SoundFileFormat& format)
         file_.check();
         fail(sf_strerror(nullptr));
     }
+    if (format.isPortable) {
+        double level = 0.0; // fixed predictors alone, whose sums are of whole numbers
+        sf_command(sound_, SFC_SET_COMPRESSION_LEVEL, &level, sizeof level);
+    }
 }
 
 LibraryEncoder::~LibraryEncoder() {
@@ -87,7 +91,7 @@ LibraryEncoder::~LibraryEncoder() {
 }
 
 void LibraryEncoder::fail(const char* reason) const {
-    throw InputError(formatText("cannot write {}: {}", file_.path().string(), reason));
+    throw InputError(formatText("cannot write {}: {}", file_.name(), reason));
 }
 
 void LibraryEncoder::expect(sf_count_t written, std::size_t wanted) const {
@@ -121,7 +125,7 @@ void LibraryEncoder::finish() {
 
 } // namespace
 
-std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file, const SoundFileFormat& format) {
+std::unique_ptr<SoundEncoder> makeLibraryEncoder(ByteTarget& file, const SoundFileFormat& format) {
     return std::make_unique<LibraryEncoder>(file, format);
 }
 

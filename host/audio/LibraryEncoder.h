@@ -8,6 +8,6 @@
 namespace zelvatone {
 
 // `file` is new and outlives the encoder. Throws UsageError on a platform without the library.
-std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file, const SoundFileFormat& format);
+std::unique_ptr<SoundEncoder> makeLibraryEncoder(ByteTarget& file, const SoundFileFormat& format);
 
 } // namespace zelvatone

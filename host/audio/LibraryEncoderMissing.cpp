@@ -4,10 +4,10 @@
 
 namespace zelvatone {
 
-std::unique_ptr<SoundEncoder> makeLibraryEncoder(OutputFile& file,
+std::unique_ptr<SoundEncoder> makeLibraryEncoder(ByteTarget& file,
                                                  const SoundFileFormat& /*format*/) {
     throw UsageError(
-        formatText("cannot write {}: on Windows sound files are .wav files", file.path().string()));
+        formatText("cannot write {}: on Windows sound files are .wav files", file.name()));
 }
 
 } // namespace zelvatone

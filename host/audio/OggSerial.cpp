@@ -23,12 +23,12 @@ struct Page {
     std::vector<unsigned char> body;
 };
 
-bool readAll(OutputFile& file, unsigned char* target, std::size_t count) {
+bool readAll(ByteTarget& file, unsigned char* target, std::size_t count) {
     const auto wanted = static_cast<std::int64_t>(count);
     return file.read(target, wanted) == wanted;
 }
 
-bool readPage(OutputFile& file, Page& page) {
+bool readPage(ByteTarget& file, Page& page) {
     page.header.resize(kFixedHeader);
     if (!readAll(file, page.header.data(), kFixedHeader)) {
         return false;
@@ -56,14 +56,13 @@ void renumber(Page& page) {
 
 } // namespace
 
-void settleOggSerial(OutputFile& file) {
+void settleOggSerial(ByteTarget& file) {
     const std::int64_t end = file.size();
     std::int64_t at = file.seek(0, SEEK_SET);
     Page page;
     while (at < end) {
         if (!readPage(file, page)) {
-            throw InputError(
-                formatText("cannot write {}: it cannot be read back", file.path().string()));
+            throw InputError(formatText("cannot write {}: it cannot be read back", file.name()));
         }
         renumber(page);
         file.seek(at, SEEK_SET);

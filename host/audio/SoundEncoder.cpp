@@ -5,7 +5,7 @@
 
 namespace zelvatone {
 
-std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format) {
+std::unique_ptr<SoundEncoder> makeSoundEncoder(ByteTarget& file, const SoundFileFormat& format) {
     if (format.container == Container::kWav) {
         return std::make_unique<WavEncoder>(file, format);
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/audio/SoundFileFormat.h"
-#include "host/files/OutputFile.h"
+#include "host/files/ByteTarget.h"
 
 #include <cstdint>
 #include <memory>
@@ -11,7 +11,7 @@
 namespace zelvatone {
 
 // Whatever a call writes goes to the file, which remembers a failure: errors of the disk are told
-// by OutputFile::check(), all others by InputError.
+// by ByteTarget::check(), all others by InputError.
 class SoundEncoder {
 public:
     SoundEncoder() = default;
@@ -29,6 +29,6 @@ public:
 
 // `file` is new and outlives the encoder. Throws UsageError for a container that the platform does
 // not write: Windows has WAV alone.
-std::unique_ptr<SoundEncoder> makeSoundEncoder(OutputFile& file, const SoundFileFormat& format);
+std::unique_ptr<SoundEncoder> makeSoundEncoder(ByteTarget& file, const SoundFileFormat& format);
 
 } // namespace zelvatone

@@ -39,7 +39,7 @@ void appendPadding(ChunkWriter& chunks, int channels) {
 
 } // namespace
 
-WavEncoder::WavEncoder(OutputFile& file, const SoundFileFormat& format)
+WavEncoder::WavEncoder(ByteTarget& file, const SoundFileFormat& format)
     : file_(file), format_(format) {
     put(header());
 }

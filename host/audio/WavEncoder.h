@@ -11,7 +11,7 @@ class WavEncoder final : public SoundEncoder {
 public:
     // `format` is one of WAV files. The header is written with finish(), over the place that is
     // kept for it.
-    WavEncoder(OutputFile& file, const SoundFileFormat& format);
+    WavEncoder(ByteTarget& file, const SoundFileFormat& format);
 
     void write(std::span<const float> samples) override;
     void write(std::span<const std::int32_t> numbers) override;
@@ -23,7 +23,7 @@ private:
     void putSamples(std::span<const Sample> samples);
     void put(const std::vector<char>& bytes);
 
-    OutputFile& file_;
+    ByteTarget& file_;
     SoundFileFormat format_;
     std::int64_t dataBytes_ = 0;
     std::vector<char> bytes_; // of the last write()

@@ -57,7 +57,7 @@ void OutputFile::fail(int error) const {
         formatText("cannot write {}: {}", path_.string(), std::generic_category().message(error)));
 }
 
-std::int64_t OutputFile::read(void* target, std::int64_t count) const {
+std::int64_t OutputFile::read(void* target, std::int64_t count) {
     std::int64_t done = 0;
     while (done < count) {
         const std::int64_t got =
@@ -83,11 +83,11 @@ std::int64_t OutputFile::write(const void* source, std::int64_t count) {
     return done;
 }
 
-std::int64_t OutputFile::seek(std::int64_t offset, int whence) const {
+std::int64_t OutputFile::seek(std::int64_t offset, int whence) {
     return seekFile(staged_->descriptor(), offset, whence);
 }
 
-std::int64_t OutputFile::size() const {
+std::int64_t OutputFile::size() {
     const std::int64_t here = seek(0, SEEK_CUR);
     const std::int64_t end = seek(0, SEEK_END);
     seek(here, SEEK_SET);

@@ -1,6 +1,7 @@
 // A file that appears under its name only when it is complete.
 #pragma once
 
+#include "host/files/ByteTarget.h"
 #include "host/files/StagedFile.h"
 
 #include <cstdint>
@@ -12,23 +13,17 @@ namespace zelvatone {
 // Bytes go to a file beside the target; commit() gives it the name and, where it replaces a file,
 // that one's mode. Without a commit nothing is left and an earlier file of that name is untouched.
 // Links are followed, but not another user's in a folder that all can write to.
-class OutputFile {
+class OutputFile final : public ByteTarget {
 public:
     // Throws InputError when `path` is a directory or cannot be written to.
     explicit OutputFile(const std::filesystem::path& path);
-    ~OutputFile() = default;
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
 
-    // As read(2), write(2) and lseek(2), but whole: fewer bytes come back at an error or at the
-    // end only. The first failed write is remembered.
-    std::int64_t read(void* target, std::int64_t count) const;
-    std::int64_t write(const void* source, std::int64_t count);
-    std::int64_t seek(std::int64_t offset, int whence) const;
-    std::int64_t size() const;
-
-    // Throws InputError when a write has failed so far.
-    void check() const;
+    std::int64_t read(void* target, std::int64_t count) override;
+    std::int64_t write(const void* source, std::int64_t count) override;
+    std::int64_t seek(std::int64_t offset, int whence) override;
+    std::int64_t size() override;
+    void check() const override;
+    std::string name() const override { return path_.string(); }
     // Brings the bytes to the disk, so that commit() has little left that can fail. Throws
     // InputError when that fails or a write has failed.
     void settle();

@@ -1,6 +1,7 @@
 // WAV files of our own making, as the writing library reads and writes them.
 #include "host/audio/WavEncoder.h"
 
+#include "host/files/OutputFile.h"
 #include "tests/support/SoundFile.h"
 #include "tests/support/TemporaryFolder.h"
 
