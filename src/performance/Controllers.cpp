@@ -4,19 +4,8 @@ namespace zelvatone {
 
 namespace {
 
-enum Controller : std::uint8_t {
-    kVolume = 7,
-    kExpression = 11,
-    kSustainPedal = 64,
-    kAllSoundOff = 120,
-    kResetAllControllers = 121,
-    kAllNotesOff = 123,
-    kMonoModeOn = 126
-};
-
 constexpr std::int32_t kFullScale = 127;
-constexpr std::uint8_t kPedalDown = 64;  // from here on, as MIDI divides a switch's values
-constexpr std::uint8_t kBendCentre = 64; // the upper 7 bits of 8192
+constexpr std::uint8_t kPedalDown = 64; // from here on, as MIDI divides a switch's values
 
 float squaredShare(std::int32_t value) {
     const float share = static_cast<float>(value) / static_cast<float>(kFullScale);
@@ -28,6 +17,14 @@ MidiMessage noteOff(const MidiMessage& cause, std::size_t note) {
             .status = static_cast<std::uint8_t>(kNoteOffStatus | cause.channel()),
             .data1 = static_cast<std::uint8_t>(note),
             .data2 = 0};
+}
+
+void endNotes(const std::bitset<128>& notes, const MidiMessage& cause, ControllerOutput& output) {
+    for (std::size_t note = 0; note < notes.size(); ++note) {
+        if (notes.test(note)) {
+            output.play(noteOff(cause, note));
+        }
+    }
 }
 
 } // namespace
@@ -131,11 +128,10 @@ void Controllers::takeAllNotesOff(const MidiMessage& message, ControllerOutput& 
     Channel& channel = channels_[message.channel()];
     if (channel.pedalIsDown) {
         channel.held |= channel.down;
-        channel.down.reset();
     } else {
-        releaseKeys(); // the instrument ends the notes of all channels
-        output.play(message);
+        endNotes(channel.down, message, output);
     }
+    channel.down.reset();
 }
 
 void Controllers::resetControllers(const MidiMessage& message, ControllerOutput& output) {
@@ -144,17 +140,13 @@ void Controllers::resetControllers(const MidiMessage& message, ControllerOutput&
     output.play({.frame = message.frame,
                  .status = static_cast<std::uint8_t>(kBendStatus | message.channel()),
                  .data1 = 0,
-                 .data2 = kBendCentre});
+                 .data2 = kBendCentre >> 7});
 }
 
 void Controllers::liftPedal(const MidiMessage& message, ControllerOutput& output) {
     Channel& channel = channels_[message.channel()];
     channel.pedalIsDown = false;
-    for (std::size_t note = 0; note < channel.held.size(); ++note) {
-        if (channel.held.test(note)) {
-            output.play(noteOff(message, note));
-        }
-    }
+    endNotes(channel.held, message, output);
     channel.held.reset();
 }
 

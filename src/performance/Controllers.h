@@ -36,12 +36,12 @@ protected:
 // - All sound off (120) stops the sound at once.
 // - Reset all controllers (121) lifts the channel's pedal, brings expression to its full value and
 //   centres the bend; volume stays, as General MIDI has it.
-// - All notes off (123) and mono mode on (126), which implies it, wait for the pedal like the
-//   note-offs that they stand for.
+// - All notes off (123) and mono mode on (126), which implies it, are note-offs of the channel's
+//   keys, and wait for the pedal like those. Instruments that know all notes off themselves end the
+//   notes of all channels, and at the start of the block.
 // - A program change asks for a program.
 //
-// All of these are handled here and not passed on, except all notes off while the pedal is up. All
-// other messages pass as they are.
+// All of these are handled here and not passed on. All other messages pass as they are.
 class Controllers {
 public:
     void take(const MidiMessage& message, ControllerOutput& output);

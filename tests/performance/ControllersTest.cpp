@@ -59,7 +59,6 @@ TEST_F(ControllersTest, MessagesWithoutAMeaningHerePassAsTheyAre) {
     EXPECT_EQ(take(0xE0, 1, 2, 10), Lines{"e0 01 02 @10"});
     EXPECT_EQ(take(0xB0, 1, 99, 11), Lines{"b0 01 63 @11"});
     EXPECT_EQ(take(0xD0, 5, 0, 12), Lines{"d0 05 00 @12"});
-    EXPECT_EQ(take(0xB0, 123, 0, 13), Lines{"b0 7b 00 @13"});
 }
 
 TEST_F(ControllersTest, NoteOffsWaitUntilThePedalGoesUp) {
@@ -133,6 +132,17 @@ TEST_F(ControllersTest, AllNotesOffWaitsForThePedal) {
     take(0xB0, 64, 127);
     EXPECT_EQ(take(0xB0, 123, 0), Lines{});
     EXPECT_EQ(take(0xB0, 64, 0), (Lines{"80 3c 00 @0", "80 3e 00 @0"}));
+}
+
+TEST_F(ControllersTest, AllNotesOffEndsTheKeysOfItsChannel) {
+    take(0x92, 60, 100);
+    take(0x92, 64, 100);
+    take(0x92, 67, 100);
+    take(0x82, 64, 0);
+    take(0x93, 60, 100);
+    EXPECT_EQ(take(0xB2, 123, 0, 13), (Lines{"82 3c 00 @13", "82 43 00 @13"}));
+    EXPECT_EQ(take(0xB2, 123, 0, 14), Lines{});
+    EXPECT_EQ(take(0xB3, 126, 0, 15), Lines{"83 3c 00 @15"});
 }
 
 TEST_F(ControllersTest, ProgramChangesAreReported) {
