@@ -85,10 +85,10 @@ void Controllers::takeNoteOff(const MidiMessage& message, ControllerOutput& outp
 void Controllers::takeController(const MidiMessage& message, ControllerOutput& output) {
     switch (message.data1) {
     case kVolume:
-        changeGain(volume_, message.data2, message, output);
+        changeGain(&Controllers::volume_, message.data2, message, output);
         break;
     case kExpression:
-        changeGain(expression_, message.data2, message, output);
+        changeGain(&Controllers::expression_, message.data2, message, output);
         break;
     case kSustainPedal:
         if (message.data2 >= kPedalDown) {
@@ -115,10 +115,10 @@ void Controllers::takeController(const MidiMessage& message, ControllerOutput& o
 }
 
 // `part`: volume_ or expression_.
-void Controllers::changeGain(std::int32_t& part, std::int32_t value, const MidiMessage& message,
-                             ControllerOutput& output) {
+void Controllers::changeGain(std::int32_t Controllers::*part, std::int32_t value,
+                             const MidiMessage& message, ControllerOutput& output) {
     const float before = gain();
-    part = value;
+    this->*part = value;
     if (gain() != before) {
         output.setGain(gain(), message.frame);
     }
@@ -136,7 +136,7 @@ void Controllers::takeAllNotesOff(const MidiMessage& message, ControllerOutput& 
 
 void Controllers::resetControllers(const MidiMessage& message, ControllerOutput& output) {
     liftPedal(message, output);
-    changeGain(expression_, kFullScale, message, output);
+    changeGain(&Controllers::expression_, kFullScale, message, output);
     output.play({.frame = message.frame,
                  .status = static_cast<std::uint8_t>(kBendStatus | message.channel()),
                  .data1 = 0,

@@ -62,7 +62,7 @@ private:
     void takeNoteOn(const MidiMessage& message, ControllerOutput& output);
     void takeNoteOff(const MidiMessage& message, ControllerOutput& output);
     void takeController(const MidiMessage& message, ControllerOutput& output);
-    void changeGain(std::int32_t& part, std::int32_t value, const MidiMessage& message,
+    void changeGain(std::int32_t Controllers::*part, std::int32_t value, const MidiMessage& message,
                     ControllerOutput& output);
     void takeAllNotesOff(const MidiMessage& message, ControllerOutput& output);
     void resetControllers(const MidiMessage& message, ControllerOutput& output);
