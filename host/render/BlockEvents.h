@@ -1,43 +1,39 @@
-// Cuts a schedule into blocks of events in the form that plug-ins take them.
+// Cuts a schedule into blocks.
 #pragma once
 
+#include "host/render/EventRecords.h"
 #include "host/render/EventSchedule.h"
-#include "vst2/aeffectx.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <utility>
 
 namespace zelvatone {
 
 class BlockEvents {
 public:
-    // Sets memory aside for the fullest block of `blockSize` samples, so that rendering takes
-    // none and no event is ever left out. Throws InputError when it has over a million events.
+    // Throws InputError when a block of `blockSize` samples has over a million events.
     BlockEvents(EventSchedule schedule, int blockSize);
-    // The records point into each other.
-    BlockEvents(const BlockEvents&) = delete;
-    BlockEvents& operator=(const BlockEvents&) = delete;
 
-    // The events of the next block, with their offsets in it; null when it has none. Holds until
-    // the next call.
-    VstEvents* next();
+    // Of the fullest block, the most of each kind.
+    const EventCounts& most() const { return most_; }
+
+    // Calls `take` with the offset and the message of each event of the next block.
+    template<typename Take>
+    void next(const Take& take) {
+        for (; !schedule_.atEnd() && schedule_.frame() < blockStart_ + blockSize_;
+             schedule_.advance()) {
+            take(static_cast<std::int32_t>(schedule_.frame() - blockStart_), schedule_.message());
+        }
+        blockStart_ += blockSize_;
+    }
 
 private:
-    struct Counts {
-        std::size_t midi = 0;
-        std::size_t exclusive = 0;
-    };
-
-    Counts fullestBlock() const; // the most of each kind
-    VstEvent* addMessage();      // of the event that is due next
+    EventCounts fullestBlock() const;
 
     EventSchedule schedule_;
     std::int64_t blockSize_;
     std::int64_t blockStart_ = 0; // sample that the next block starts at
-    std::vector<VstMidiEvent> midi_;
-    std::vector<VstMidiSysexEvent> exclusive_;
-    std::vector<VstIntPtr> list_; // room for a VstEvents record and the pointers after it
+    EventCounts most_;
 };
 
 } // namespace zelvatone

@@ -4,11 +4,11 @@
 #include "host/plugin/HostedPlugin.h"
 #include "host/render/Automation.h"
 #include "host/render/BlockEvents.h"
+#include "host/render/Performer.h"
 #include "host/render/Transport.h"
 
-#include <cstdint>
+#include <cstddef>
 #include <span>
-#include <vector>
 
 namespace zelvatone {
 
@@ -16,17 +16,16 @@ namespace zelvatone {
 class InstrumentPlayer {
 public:
     // Switches the instrument on. Throws InputError for a plug-in that is not an instrument.
-    // `plugin` and `song` must outlive the player; the block size is the plug-in's. Each move is
-    // made at the first start of a block at or after its frame; instruments read parameters once a
-    // block.
+    // `plugin`, a spare and `song` must outlive the player; the block size is the plug-in's. Each
+    // move is made at the first start of a block at or after its frame; instruments read parameters
+    // once a block. Of `plan`, the number of messages counts as the least.
     InstrumentPlayer(HostedPlugin& plugin, const Song& song, EventSchedule schedule,
-                     AutomationSchedule moves = {});
-    ~InstrumentPlayer();
+                     AutomationSchedule moves = {}, const PerformerPlan& plan = {});
     InstrumentPlayer(const InstrumentPlayer&) = delete;
     InstrumentPlayer& operator=(const InstrumentPlayer&) = delete;
 
     // Channels of the recording: the first two outputs, or the only one.
-    int channels() const;
+    int channels() const { return performer_.channels(); }
     // Renders the next block.
     void renderBlock();
     // Adds the rendered block times `gain` to `mix`, which holds blockSize times channels samples,
@@ -36,15 +35,12 @@ public:
 private:
     void makeMoves();
 
-    HostedPlugin& plugin_;
+    int blockSize_;
     Transport transport_;
     BlockEvents events_;
+    Performer performer_;
     AutomationSchedule moves_;
     std::size_t nextMove_ = 0;
-    std::int64_t position_ = 0; // sample that the next block starts at
-    std::vector<float> samples_;
-    std::vector<float*> inputs_; // one more than there are, so that the list is never null
-    std::vector<float*> outputs_;
 };
 
 } // namespace zelvatone

@@ -27,12 +27,10 @@ Song songWithNotesAt(const std::vector<std::uint32_t>& samples) {
 
 constexpr double kRate = 1000.0;
 
-std::vector<int> offsets(VstEvents* events) {
+// Of the events of the next block.
+std::vector<int> offsets(BlockEvents& events) {
     std::vector<int> found;
-    VstEvent** entries = events == nullptr ? nullptr : events->events;
-    for (int i = 0; events != nullptr && i < events->numEvents; ++i) {
-        found.push_back(entries[i]->deltaFrames);
-    }
+    events.next([&](std::int32_t offset, auto /*message*/) { found.push_back(offset); });
     return found;
 }
 
@@ -62,25 +60,29 @@ TEST(EventSchedule, LeavesOutWhatIsNotWanted) {
 TEST(BlockEvents, PutsEachEventIntoItsBlockAtItsOffset) {
     const Song song = songWithNotesAt({0, 9, 10, 15, 39});
     BlockEvents events(scheduleEvents(song, kRate), 10);
-    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 9));
-    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 5));
-    EXPECT_EQ(events.next(), nullptr);
-    EXPECT_THAT(offsets(events.next()), ElementsAre(9));
-    EXPECT_EQ(events.next(), nullptr);
+    EXPECT_THAT(offsets(events), ElementsAre(0, 9));
+    EXPECT_THAT(offsets(events), ElementsAre(0, 5));
+    EXPECT_THAT(offsets(events), IsEmpty());
+    EXPECT_THAT(offsets(events), ElementsAre(9));
+    EXPECT_THAT(offsets(events), IsEmpty());
 }
 
 TEST(BlockEvents, CutsBlocksOfOneSample) {
     const Song song = songWithNotesAt({0, 2, 2});
     BlockEvents events(scheduleEvents(song, kRate), 1);
-    EXPECT_THAT(offsets(events.next()), ElementsAre(0));
-    EXPECT_THAT(offsets(events.next()), IsEmpty());
-    EXPECT_THAT(offsets(events.next()), ElementsAre(0, 0));
+    EXPECT_THAT(offsets(events), ElementsAre(0));
+    EXPECT_THAT(offsets(events), IsEmpty());
+    EXPECT_THAT(offsets(events), ElementsAre(0, 0));
 }
 
-TEST(BlockEvents, LosesNothingOfAFullBlock) {
-    const Song song = songWithNotesAt(std::vector<std::uint32_t>(120, 7));
+TEST(BlockEvents, CountsTheEventsOfTheFullestBlock) {
+    std::vector<std::uint32_t> samples(80, 7);
+    samples.insert(samples.end(), 40, 64);
+    const Song song = songWithNotesAt(samples);
     BlockEvents events(scheduleEvents(song, kRate), 64);
-    EXPECT_EQ(events.next()->numEvents, 120);
+    EXPECT_EQ(events.most().midi, 80U);
+    EXPECT_EQ(events.most().exclusive, 0U);
+    EXPECT_EQ(offsets(events).size(), 80U);
 }
 
 TEST(BlockEvents, RefusesABlockOfMoreEventsThanMemoryIsSetAsideFor) {
@@ -88,28 +90,48 @@ TEST(BlockEvents, RefusesABlockOfMoreEventsThanMemoryIsSetAsideFor) {
     song.events.resize((1U << 20U) + 1, {0.0, {0x90, 60, 64}, 3, 0});
     EXPECT_THROW(BlockEvents(scheduleEvents(song, kRate), 1), InputError);
     song.events.pop_back();
-    EXPECT_EQ(BlockEvents(scheduleEvents(song, kRate), 1).next()->numEvents, 1 << 20);
+    EXPECT_EQ(BlockEvents(scheduleEvents(song, kRate), 1).most().midi, 1U << 20U);
 }
 
-TEST(BlockEvents, FillsInAMidiRecord) {
-    const Song song = songWithNotesAt({3});
-    BlockEvents events(scheduleEvents(song, kRate), 8);
-    const auto* record = reinterpret_cast<const VstMidiEvent*>(events.next()->events[0]);
+TEST(EventRecords, MidiRecordHoldsItsMessage) {
+    EventRecords records({.midi = 1, .exclusive = 0});
+    EXPECT_EQ(records.list(), nullptr);
+    records.add(3, Bytes{0x90, 1, 64});
+    const auto* record = reinterpret_cast<const VstMidiEvent*>(records.list()->events[0]);
     EXPECT_EQ(record->type, kVstMidiType);
     EXPECT_EQ(record->byteSize, static_cast<VstInt32>(sizeof(VstMidiEvent)));
     EXPECT_EQ(record->deltaFrames, 3);
     EXPECT_THAT(record->midiData, ElementsAre('\x90', 1, 64, 0));
 }
 
-TEST(BlockEvents, FillsInAnExclusiveRecord) {
-    const Song song = makeSong(
-        parseMidiFile(midiFileBytes(0, 500, {TrackBytes().event(5, {0xF0, 4, 1, 2, 3, 0xF7})})));
-    BlockEvents events(scheduleEvents(song, kRate), 8);
-    const auto* record = reinterpret_cast<const VstMidiSysexEvent*>(events.next()->events[0]);
+TEST(EventRecords, ExclusiveRecordPointsToItsMessage) {
+    const Bytes message{0xF0, 1, 2, 3, 0xF7};
+    EventRecords records({.midi = 0, .exclusive = 1});
+    records.add(5, message);
+    const auto* record = reinterpret_cast<const VstMidiSysexEvent*>(records.list()->events[0]);
     EXPECT_EQ(record->type, kVstSysExType);
     EXPECT_EQ(record->deltaFrames, 5);
     EXPECT_EQ(std::string(record->sysexDump, static_cast<std::size_t>(record->dumpBytes)),
               std::string("\xF0\x01\x02\x03\xF7"));
+}
+
+TEST(EventRecords, KindsKeepTheirOrderAndTheirRoom) {
+    const Bytes exclusive{0xF0, 0xF7};
+    const Bytes note{0x90, 60, 64};
+    EventRecords records({.midi = 2, .exclusive = 1});
+    records.add(0, note);
+    records.add(1, exclusive);
+    EXPECT_FALSE(records.isFullFor(note));
+    EXPECT_TRUE(records.isFullFor(exclusive));
+    records.add(2, note);
+    EXPECT_TRUE(records.isFullFor(note));
+    VstEvent** entries = records.list()->events;
+    ASSERT_EQ(records.list()->numEvents, 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(entries[i]->deltaFrames, i);
+    }
+    records.clear();
+    EXPECT_EQ(records.list(), nullptr);
 }
 
 } // namespace

@@ -39,10 +39,11 @@ TEST_P(SongMemory, IsAtMostTwelveTimesTheFile) {
     writeBytes(folder / "song.mid", fileOf(GetParam()));
     const AllocationPeak peak;
     const Song song = readSong(folder / "song.mid");
-    std::vector<std::unique_ptr<BlockEvents>> parts;
+    std::vector<std::unique_ptr<EventRecords>> parts;
     parts.reserve(kParts);
     for (int part = 0; part < kParts; ++part) {
-        parts.push_back(std::make_unique<BlockEvents>(scheduleEvents(song, 44100.0), 512));
+        const BlockEvents events(scheduleEvents(song, 44100.0), 512);
+        parts.push_back(std::make_unique<EventRecords>(events.most()));
     }
     const std::size_t size = std::filesystem::file_size(folder / "song.mid");
     EXPECT_LE(peak.bytes(), kMost * size);
