@@ -1,4 +1,5 @@
-"""README and the documents link to files that are there, and each document can be reached from README."""
+"""README and the documents link to files that are there, each document can be reached from README, and
+all keep to plain words."""
 
 import os
 import re
@@ -6,6 +7,10 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(os.environ["ZELVATONE_ROOT"]).resolve()
+
+
+# Each has a plainer word: "returns", "no other program", "a caller", "temporarily".
+AVOIDED = re.compile(r"\b(answers|nobody|whoever|somebody|for the time being)\b", re.IGNORECASE)
 
 
 def linksOf(page):
@@ -30,6 +35,11 @@ class Documents(unittest.TestCase):
                 reached.add(page)
                 waiting += linksOf(page)
         self.assertEqual(sorted(set(ROOT.glob("docs/*.md")) - reached), [])
+
+    def testKeepToPlainWords(self):
+        for page in [*ROOT.glob("*.md"), *ROOT.glob("*/*.md"), *ROOT.glob("cli/man/*.1")]:
+            with self.subTest(page=page.name):
+                self.assertIsNone(AVOIDED.search(page.read_text(encoding="utf-8")))
 
 
 if __name__ == "__main__":
