@@ -2,6 +2,7 @@
 #include "tests/vstgui/Fixtures.h"
 
 #include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/platform/linux/cairodrawing.h"
 
 namespace VSTGUI::test {
 namespace {
@@ -150,6 +151,26 @@ TEST_F(Label, IsDirtyAfterANewTextOnly) {
     EXPECT_TRUE(label->isDirty());
     label->setText(UTF8StringPtr{nullptr});
     EXPECT_TRUE(label->getText().empty());
+}
+
+class FrameLine : public ToolkitTest {};
+
+// At scale 0.25 the frame's 16 pixels are the window's first four.
+TEST_F(FrameLine, IsAPixelWideWhenTheFrameIsSmallerThanHalf) {
+    CairoContext context(CAIRO_FORMAT_ARGB32, CRect(0, 0, 8, 8));
+    context.setScaleFactor(0.25);
+    context.frameRect(CRect(0, 0, 16, 16), kWhiteCColor);
+    cairo_surface_t* picture = context.flushedSurface();
+    const auto isWhite = [picture](int x, int y) {
+        const std::uint8_t* row =
+            cairo_image_surface_get_data(picture) + y * cairo_image_surface_get_stride(picture);
+        return row[4 * x] == 255;
+    };
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(isWhite(i, 0) && isWhite(i, 3) && isWhite(0, i) && isWhite(3, i)) << i;
+    }
+    EXPECT_FALSE(isWhite(1, 1));
+    EXPECT_FALSE(isWhite(4, 4));
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "vstgui/lib/crect.h"
 #include "vstgui/lib/vstguifwd.h"
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace VSTGUI {
@@ -25,7 +27,8 @@ public:
     virtual void drawBitmap(const IPlatformBitmap& picture, const CRect& rect,
                             const CPoint& offset) = 0;
     virtual void fillRect(const CRect& rect, const CColor& color) = 0;
-    // A line of one of the frame's pixels along the inside of the edges of `rect`.
+    // A line of one of the frame's pixels, and of one of the window's at least, along the inside of
+    // the edges of `rect`.
     virtual void frameRect(const CRect& rect, const CColor& color) = 0;
     // One line of text from `baseline` to the right, cut at the edges of `clip`. The font has the
     // window's pixels: it was made for this scale factor.
@@ -38,6 +41,8 @@ protected:
     CPoint inWindow(const CPoint& point) const {
         return {point.x * scaleFactor, point.y * scaleFactor};
     }
+    // How wide a line of one of the frame's pixels is in the window's: whole pixels.
+    double lineWidth() const { return std::max(std::round(scaleFactor), 1.0); }
 
 private:
     double scaleFactor = 1;

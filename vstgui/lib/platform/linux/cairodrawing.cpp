@@ -188,7 +188,7 @@ void CairoContext::fillRect(const CRect& rect, const CColor& color) {
 
 void CairoContext::frameRect(const CRect& rect, const CColor& color) {
     setSource(context.get(), color);
-    const double width = std::round(getScaleFactor());
+    const double width = lineWidth();
     cairo_set_line_width(context.get(), width);
     // The line's middle runs half its width inside the edge.
     addRect(context.get(), inWindow(rect).inset(width / 2, width / 2));

@@ -341,7 +341,7 @@ void GdiplusContext::fillRect(const CRect& rect, const CColor& color) {
 }
 
 void GdiplusContext::frameRect(const CRect& rect, const CColor& color) {
-    const double width = std::round(getScaleFactor());
+    const double width = lineWidth();
     const Gdiplus::Pen pen(colorOf(color), real(width));
     // The line's middle runs half its width inside the edge.
     graphics->DrawRectangle(&pen, realRect(inWindow(rect).inset(width / 2, width / 2)));
