@@ -12,7 +12,6 @@ constexpr std::uint32_t kTimerMs = 20;
 void ClapEditor::create() {
     EditorListener& listener = *this;
     panel_ = std::make_unique<EditorPanel>(listener);
-    showValues();
 }
 
 void ClapEditor::destroy() {

@@ -23,7 +23,6 @@ public:
     // Hands all that waits to `out`, at the first sample of the block; values are those that
     // `instrument` has now. Audio thread, or any while no block is played.
     void sendTo(const clap::OutputEvents& out, const Instrument& instrument);
-    bool isEmpty() const { return read_.load() == written_.load(); }
 
 private:
     static constexpr std::size_t kCapacity = 512;
