@@ -89,7 +89,6 @@ void ClapPlugin::init() {
 }
 
 void ClapPlugin::activate(double sampleRate) {
-    sampleRate_.store(sampleRate);
     instrument_.setSampleRate(sampleRate);
     player_.reset();
 }

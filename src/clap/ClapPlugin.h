@@ -44,7 +44,6 @@ public:
     const Instrument& instrument() const { return instrument_; }
     HostLink& host() { return host_; }
     ClapEditor& editor() { return editor_; }
-    double sampleRate() const { return sampleRate_.load(); }
 
 private:
     clap::Plugin record_;
@@ -53,7 +52,6 @@ private:
     BlockPlayer player_{instrument_};
     EditQueue edits_;
     ClapEditor editor_{instrument_, host_, edits_};
-    std::atomic<double> sampleRate_ = 44100.0;    // Hz
     std::atomic<bool> programHasChanged_ = false; // since the last call of onMainThread
 };
 

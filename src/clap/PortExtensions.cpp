@@ -2,7 +2,6 @@
 #include "clap/ClapPlugin.h"
 #include "clap/PluginExtensions.h"
 
-#include <cmath>
 
 namespace zelvatone {
 
@@ -50,9 +49,7 @@ std::uint32_t latency(const clap::Plugin* /*plugin*/) noexcept {
 }
 
 std::uint32_t tail(const clap::Plugin* plugin) noexcept {
-    const ClapPlugin& object = ClapPlugin::of(plugin);
-    return static_cast<std::uint32_t>(
-        std::ceil(object.instrument().tailSeconds() * object.sampleRate()));
+    return ClapPlugin::of(plugin).instrument().tail();
 }
 
 } // namespace

@@ -136,6 +136,11 @@ bool Instrument::isSilent() const {
     return engine_.isSilent() && gain_.isSettled();
 }
 
+std::uint32_t Instrument::tail() const {
+    const auto rate = static_cast<double>(engine_.sampleRate);
+    return static_cast<std::uint32_t>(std::ceil(static_cast<double>(value(kRelease)) * rate));
+}
+
 std::optional<std::int32_t> Instrument::takeChosenProgram() {
     return std::exchange(chosenProgram_, std::nullopt);
 }

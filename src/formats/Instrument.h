@@ -75,8 +75,9 @@ public:
 
     // Whether blocks in which nothing happens are silent from here on.
     bool isSilent() const;
-    // How long the sound may last after the last key was let go.
-    double tailSeconds() const { return static_cast<double>(value(kRelease)); }
+    // How many samples the sound may last after the last key was let go. Not while the sample rate
+    // is set.
+    std::uint32_t tail() const;
     // The program that a message has chosen since the last call: all values may be new.
     std::optional<std::int32_t> takeChosenProgram();
 

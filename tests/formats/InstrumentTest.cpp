@@ -247,7 +247,14 @@ TEST_F(InstrumentTest, IsSilentUntilANoteAndAgainAfterItsRelease) {
     play(instrument_, 500);
     EXPECT_TRUE(instrument_.isSilent());
     EXPECT_TRUE(isZero(play(instrument_, 64)));
-    EXPECT_FLOAT_EQ(static_cast<float>(instrument_.tailSeconds()), 0.01F);
+}
+
+TEST_F(InstrumentTest, TailIsTheReleaseInSamplesOfTheRate) {
+    instrument_.setValue(kRelease, 0.5);
+    instrument_.setSampleRate(48000.0);
+    EXPECT_EQ(instrument_.tail(), 24000U);
+    instrument_.setSampleRate(22050.5); // 11025.25 samples
+    EXPECT_EQ(instrument_.tail(), 11026U);
 }
 
 TEST_F(InstrumentTest, MessagesOutsideTheBlockActAtItsEnds) {
