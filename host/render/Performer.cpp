@@ -25,14 +25,10 @@ void checkInstrument(const HostedPlugin& plugin) {
 
 // Shorter ones are filled up with zeros.
 MidiMessage shortMessage(std::int32_t offset, std::span<const std::uint8_t> message) {
-    MidiMessage result{.frame = offset, .status = message[0], .data1 = 0, .data2 = 0};
-    if (message.size() > 1) {
-        result.data1 = message[1];
-    }
-    if (message.size() > 2) {
-        result.data2 = message[2];
-    }
-    return result;
+    const auto byte = [message](std::size_t index) {
+        return index < message.size() ? message[index] : std::uint8_t{0};
+    };
+    return midiMessage(offset, byte(0), byte(1), byte(2));
 }
 
 } // namespace

@@ -88,10 +88,8 @@ void BlockPlayer::playEvent(const clap::EventHeader& event, const clap::OutputEv
 }
 
 void BlockPlayer::playMidi(const clap::MidiEvent& event, const clap::OutputEvents* out) {
-    instrument_.midiAt({.frame = frameOf(event.header),
-                        .status = event.data[0],
-                        .data1 = static_cast<std::uint8_t>(event.data[1] & 0x7F),
-                        .data2 = static_cast<std::uint8_t>(event.data[2] & 0x7F)});
+    instrument_.midiAt(
+        midiMessage(frameOf(event.header), event.data[0], event.data[1], event.data[2]));
     if (instrument_.takeChosenProgram()) {
         programHasChanged_ = true;
         tellValues(event.header.time, out);

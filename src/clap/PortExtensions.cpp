@@ -2,7 +2,6 @@
 #include "clap/ClapPlugin.h"
 #include "clap/PluginExtensions.h"
 
-
 namespace zelvatone {
 
 namespace {

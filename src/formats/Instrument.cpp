@@ -148,7 +148,7 @@ std::optional<std::int32_t> Instrument::takeChosenProgram() {
 void Instrument::play(const MidiMessage& message) {
     // Messages wait in the engine; one at the end of the block still acts within it.
     const std::int32_t frame = std::clamp(message.frame, done_, std::max(done_, frames_ - 1));
-    engine_.processMidi(message.kind(), message.data1 & 0x7F, message.data2 & 0x7F, frame - done_);
+    engine_.processMidi(message.kind(), message.data1, message.data2, frame - done_);
 }
 
 void Instrument::setGain(float /*gain*/, std::int32_t frame) {

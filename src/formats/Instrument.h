@@ -66,6 +66,7 @@ public:
 
     // `left` and `right`: where `frames` samples go; unused for 0 frames. May be the same.
     void beginBlock(float* left, float* right, std::int32_t frames);
+    // `message`: from midiMessage, if a host sent its bytes.
     void midiAt(const MidiMessage& message);
     void valueAt(std::int32_t frame, ParameterIndex index, double units);
     // Values that are not above 0 are ignored. The tempo holds until the next call, 120 at first.

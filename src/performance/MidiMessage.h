@@ -42,4 +42,13 @@ struct MidiMessage {
     std::uint8_t data2;
 };
 
+// The message of these bytes. Data bytes have seven bits, whatever a host sends.
+constexpr MidiMessage midiMessage(std::int32_t frame, std::uint8_t status, std::uint8_t data1,
+                                  std::uint8_t data2) {
+    return {.frame = frame,
+            .status = status,
+            .data1 = static_cast<std::uint8_t>(data1 & 0x7F),
+            .data2 = static_cast<std::uint8_t>(data2 & 0x7F)};
+}
+
 } // namespace zelvatone

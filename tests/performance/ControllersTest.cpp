@@ -10,6 +10,7 @@ namespace {
 
 using zelvatone::ControllerOutput;
 using zelvatone::Controllers;
+using zelvatone::midiMessage;
 using zelvatone::MidiMessage;
 
 // Writes down what comes out, one text each: "90 3c 64 @7".
@@ -155,6 +156,14 @@ TEST_F(ControllersTest, ResetForgetsPedalsAndVolumes) {
     controllers_.reset();
     EXPECT_EQ(controllers_.gain(), 1.0F);
     EXPECT_EQ(take(0x80, 60, 0), Lines{"80 3c 00 @0"});
+}
+
+TEST(MidiMessageOfBytes, DataBytesHaveSevenBits) {
+    const MidiMessage message = midiMessage(3, 0x95, 0xBC, 0xFF);
+    EXPECT_EQ(message.frame, 3);
+    EXPECT_EQ(message.status, 0x95);
+    EXPECT_EQ(message.data1, 0x3C);
+    EXPECT_EQ(message.data2, 0x7F);
 }
 
 } // namespace

@@ -80,11 +80,7 @@ void InstrumentPlugin::readEvent(const LV2_Atom_Event& event) {
     if (atom.type == uris_.midiEvent && (atom.size == 2 || atom.size == 3)) {
         const auto* bytes = static_cast<const std::uint8_t*>(LV2_ATOM_BODY_CONST(&atom));
         const std::uint8_t last = atom.size == 3 ? bytes[2] : std::uint8_t{0};
-        // Data bytes have seven bits, whatever a host sends.
-        instrument_.midiAt({.frame = frame,
-                            .status = bytes[0],
-                            .data1 = static_cast<std::uint8_t>(bytes[1] & 0x7F),
-                            .data2 = static_cast<std::uint8_t>(last & 0x7F)});
+        instrument_.midiAt(midiMessage(frame, bytes[0], bytes[1], last));
     } else if (atom.type == uris_.object || atom.type == uris_.blank) {
         const auto& object = reinterpret_cast<const LV2_Atom_Object&>(atom);
         if (object.body.otype == uris_.position) {
