@@ -1,4 +1,5 @@
 // The one function that a host finds in the library, and the C functions that it leads to.
+#include "lv2/Features.h"
 #include "lv2/sound/InstrumentPlugin.h"
 
 #include <new>
@@ -12,19 +13,10 @@ InstrumentPlugin& pluginOf(LV2_Handle instance) {
     return *static_cast<InstrumentPlugin*>(instance);
 }
 
-const LV2_URID_Map* mapIn(const LV2_Feature* const* features) {
-    for (; *features != nullptr; ++features) {
-        if (std::string_view((*features)->URI) == LV2_URID__map) {
-            return static_cast<const LV2_URID_Map*>((*features)->data);
-        }
-    }
-    return nullptr;
-}
-
 // Null without memory, or for a host that lacks what the description asks for.
 LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRate,
                        const char* /*bundle*/, const LV2_Feature* const* features) {
-    const LV2_URID_Map* map = mapIn(features);
+    const auto* map = featureOf<const LV2_URID_Map>(features, LV2_URID__map);
     if (map == nullptr) {
         return nullptr;
     }

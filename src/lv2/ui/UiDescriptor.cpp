@@ -1,4 +1,5 @@
 // The one function that a host finds in the library, and the C functions that it leads to.
+#include "lv2/Features.h"
 #include "lv2/Identity.h"
 #include "lv2/ui/EditorUi.h"
 
@@ -12,17 +13,6 @@
 namespace zelvatone::lv2 {
 
 namespace {
-
-// The data of the feature `uri`, null without it.
-template<class Data>
-Data* featureOf(const LV2_Feature* const* features, std::string_view uri) {
-    for (; *features != nullptr; ++features) {
-        if ((*features)->URI == uri) {
-            return static_cast<Data*>((*features)->data);
-        }
-    }
-    return nullptr;
-}
 
 // The scale that the host asks for, 1 if it asks for none: nothing is guessed from the desktop.
 float scaleIn(const LV2_Feature* const* features) {
