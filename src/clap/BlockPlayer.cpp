@@ -88,10 +88,10 @@ void BlockPlayer::playEvent(const clap::EventHeader& event, const clap::OutputEv
 }
 
 void BlockPlayer::playMidi(const clap::MidiEvent& event, const clap::OutputEvents* out) {
+    const std::uint32_t changes = instrument_.programChanges();
     instrument_.midiAt(
         midiMessage(frameOf(event.header), event.data[0], event.data[1], event.data[2]));
-    if (instrument_.takeChosenProgram()) {
-        programHasChanged_ = true;
+    if (instrument_.programChanges() != changes) {
         tellValues(event.header.time, out);
     }
 }

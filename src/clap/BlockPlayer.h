@@ -6,7 +6,6 @@
 #include "formats/Instrument.h"
 
 #include <cstdint>
-#include <utility>
 
 namespace zelvatone {
 
@@ -26,8 +25,6 @@ public:
     // Takes over the values among `events`; for a host that has values but no block.
     void takeValues(const clap::InputEvents& events);
     void reset();
-    // Whether a program was chosen since the last call.
-    bool takeProgramChange() { return std::exchange(programHasChanged_, false); }
 
 private:
     void playEvent(const clap::EventHeader& event, const clap::OutputEvents* out);
@@ -37,7 +34,6 @@ private:
 
     Instrument& instrument_;
     NoteTracker notes_;
-    bool programHasChanged_ = false;
 };
 
 // Appends the present value of the parameter to `out`; returns false when the host does not take

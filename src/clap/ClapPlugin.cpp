@@ -104,16 +104,18 @@ clap::ProcessStatus ClapPlugin::process(const clap::Process& process) {
     if (process.outEvents != nullptr) {
         edits_.sendTo(*process.outEvents, instrument_);
     }
+    const std::uint32_t changes = instrument_.programChanges();
     player_.play(process);
-    if (player_.takeProgramChange()) {
-        programHasChanged_.store(true);
+    if (instrument_.programChanges() != changes) {
         host_.requestCallback();
     }
     return instrument_.isSilent() ? clap::kProcessSleep : clap::kProcessContinue;
 }
 
 void ClapPlugin::onMainThread() {
-    if (programHasChanged_.exchange(false)) {
+    const std::uint32_t changes = instrument_.programChanges();
+    if (changes != toldProgramChanges_) {
+        toldProgramChanges_ = changes;
         host_.valuesHaveChanged();
         host_.markDirty();
     }

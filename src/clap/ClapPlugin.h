@@ -8,7 +8,7 @@
 #include "clap/abi/Plugin.h"
 #include "formats/Instrument.h"
 
-#include <atomic>
+#include <cstdint>
 
 namespace zelvatone {
 
@@ -52,7 +52,7 @@ private:
     BlockPlayer player_{instrument_};
     EditQueue edits_;
     ClapEditor editor_{instrument_, host_, edits_};
-    std::atomic<bool> programHasChanged_ = false; // since the last call of onMainThread
+    std::uint32_t toldProgramChanges_ = 0; // those that the host knows of; main thread
 };
 
 } // namespace zelvatone

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
 
 namespace zelvatone {
 
@@ -68,11 +67,6 @@ void Instrument::loadProgram(std::int32_t program) {
     for (const ParameterUnits& units : parameterUnits()) {
         parameter(units.index).setValue(checkedAt(source.parameters, units.index)->value);
     }
-    storeShared(program_, program);
-}
-
-std::int32_t Instrument::program() const {
-    return loadShared(program_);
 }
 
 InstrumentState Instrument::state() const {
@@ -141,10 +135,6 @@ std::uint32_t Instrument::tail() const {
     return static_cast<std::uint32_t>(std::ceil(static_cast<double>(value(kRelease)) * rate));
 }
 
-std::optional<std::int32_t> Instrument::takeChosenProgram() {
-    return std::exchange(chosenProgram_, std::nullopt);
-}
-
 void Instrument::play(const MidiMessage& message) {
     // Messages wait in the engine; one at the end of the block still acts within it.
     const std::int32_t frame = std::clamp(message.frame, done_, std::max(done_, frames_ - 1));
@@ -170,7 +160,7 @@ void Instrument::chooseProgram(std::int32_t program, std::int32_t frame) {
     }
     renderTo(frame);
     loadProgram(program);
-    chosenProgram_ = program;
+    ++programChanges_;
 }
 
 void Instrument::renderTo(std::int32_t frame) {

@@ -9,8 +9,8 @@
 #include "performance/Controllers.h"
 #include "performance/OutputGain.h"
 
+#include <atomic>
 #include <cstdint>
-#include <optional>
 
 namespace zelvatone {
 
@@ -54,9 +54,6 @@ public:
     void setBypassed(bool isBypassed);
     // Copies the values of factory program `program`; ignores one that does not exist. Any thread.
     void loadProgram(std::int32_t program);
-    // The factory program that was loaded last, 0 in a new instrument. Edits do not change it, as
-    // they keep a program's name in a host's list. Any thread.
-    std::int32_t program() const;
     InstrumentState state() const;
     void setState(const InstrumentState& state);
 
@@ -79,8 +76,9 @@ public:
     // How many samples the sound may last after the last key was let go. Not while the sample rate
     // is set.
     std::uint32_t tail() const;
-    // The program that a message has chosen since the last call: all values may be new.
-    std::optional<std::int32_t> takeChosenProgram();
+    // How many messages have loaded a program. A reader that finds another number than before finds
+    // new values. Any thread.
+    std::uint32_t programChanges() const { return programChanges_.load(); }
 
 private:
     void play(const MidiMessage& message) override;
@@ -96,9 +94,8 @@ private:
     Controllers controllers_;
     OutputGain gain_;
     const bool followsProgramChange_;
-    bool isBypassed_ = false;  // shared
-    std::int32_t program_ = 0; // shared
-    std::optional<std::int32_t> chosenProgram_;
+    bool isBypassed_ = false; // shared
+    std::atomic<std::uint32_t> programChanges_ = 0;
     // The block.
     float* left_ = nullptr;
     float* right_ = nullptr;
