@@ -5,6 +5,7 @@
 
 #include "cli/HelpFormatter.h"
 #include "cli/UsageMessage.h"
+#include "cli/commands/DatasetCommand.h"
 #include "cli/commands/EditCommand.h"
 #include "cli/commands/InfoCommand.h"
 #include "cli/commands/ParamsCommand.h"
@@ -36,6 +37,7 @@ public:
         add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
         add(addSongCommand(app, song_), song_.plugin, runSong, song_);
         add(addTourCommand(app, tour_), tour_.plugin, runTour, tour_);
+        add(addDatasetCommand(app, dataset_), dataset_.plugin, runDataset, dataset_);
         add(addEditCommand(app, edit_), edit_.plugin, runEdit, edit_);
         add(addScreenshotCommand(app, screenshot_), screenshot_.plugin, runScreenshot, screenshot_);
         add(addProgramsCommand(app, programs_), programs_.plugin, runPrograms, programs_);
@@ -72,6 +74,7 @@ private:
     RenderOptions render_;
     SongOptions song_;
     TourOptions tour_;
+    DatasetOptions dataset_;
     EditOptions edit_;
     ScreenshotOptions screenshot_;
     ProgramsOptions programs_;

@@ -40,15 +40,18 @@ _zelvatone_value() {
     case $1 in
     -o | --output | --plugin) _zelvatone_files ;;
     --preset | --save) _zelvatone_files '*.[fF][xX][pPbB]' ;;
-    --automate) _zelvatone_files '*.[cC][sS][vV]' ;;
+    --automate | --parameters) _zelvatone_files '*.[cC][sS][vV]' ;;
     --stems)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "${COMP_WORDS[COMP_CWORD]}")
         ;;
     --program) _zelvatone_programs ;;
     --format) _zelvatone_words 16 24 float ;;
+    --audio) _zelvatone_words wav flac ;;
+    --sample | --programs | --vary) _zelvatone_words all ;;
     --tail | --threads) _zelvatone_words auto ;;
     --set) _zelvatone_parameters ;;
+    --count | --seed | --notes | --velocities | --seconds | --hold | --tempo | --per-shard | --shard) ;;
     --rate | --block | --gain | --normalize | --channel | --name) ;;
     --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
@@ -62,6 +65,10 @@ _zelvatone_options() {
     render)
         _zelvatone_words --output --rate --block --format --gain --normalize --mono --dc-block --tail --threads --channel \
             --stems --automate --force --quiet "$sound" "$plugin"
+        ;;
+    dataset)
+        _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \
+            --rate --audio --per-shard --shard --verify --sample --threads --quiet --verbose --help
         ;;
     tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
     edit) _zelvatone_words --save "$sound" "$plugin" ;;
@@ -79,12 +86,12 @@ _zelvatone() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        _zelvatone_words render song tour edit screenshot programs preset params info help --help \
+        _zelvatone_words render song tour dataset edit screenshot programs preset params info help --help \
             --version
         return
     fi
     if ((COMP_CWORD == 2)) && [[ $command == help ]]; then
-        _zelvatone_words render song tour edit screenshot programs preset params info
+        _zelvatone_words render song tour dataset edit screenshot programs preset params info
         return
     fi
     # The shell takes the sign in "--channel 2=Organ" for a word.
@@ -105,6 +112,10 @@ _zelvatone() {
     render | song) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
     preset) _zelvatone_words save load ;;
     save | load) _zelvatone_files '*.[fF][xX][pPbB]' ;;
+    dataset)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$word")
+        ;;
     esac
 }
 
