@@ -185,7 +185,7 @@ std::string closingLine(const DatasetOptions& options, const DatasetPlan& plan,
                                  result.missingShards);
     }
     return line +
-           formatText("{}: {} sounds, {} silent, {} clipped\n",
+           formatText("{}: {} sounds, {} silent, {} beyond full scale\n",
                       cleanText((std::filesystem::path(options.folder) / "manifest.json").string()),
                       plan.count, result.silent, result.clipped);
 }

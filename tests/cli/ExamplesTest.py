@@ -50,6 +50,9 @@ class Examples(unittest.TestCase):
     def testOfTheHostsPageRun(self):
         self.runAll("docs/host.md", 12)
 
+    def testOfTheDatasetsPageRun(self):
+        self.runAll("docs/dataset.md", 5)
+
     def testOfThePresetsPageRun(self):
         self.runAll("docs/presets.md", 5)
 

@@ -59,8 +59,7 @@ LAYERS = [
     ("terminal", ["cli/terminal"], ["host", "files", "text", "hosted plug-in"]),
     ("commands", ["cli/commands"], ["performance", "host", "threads", "files", "text", "midi",
                                     "audio", "window", "hosted plug-in", "preset", "render", "tour",
-                                    "dataset",
-                                    "terminal"]),
+                                    "dataset", "terminal"]),
     ("cli", ["cli"], ["host", "threads", "files", "text", "audio", "hosted plug-in", "terminal",
                       "commands"]),
 
