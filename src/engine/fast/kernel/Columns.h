@@ -12,7 +12,7 @@ namespace {
 // Enough to keep the processor busy, and a divisor of a full bank's columns in the widest vectors;
 // and what is enough for the few columns of one small voice, of ten modes say.
 constexpr std::int32_t kWideGroup = 7;
-constexpr std::int32_t kNarrowGroup = kLanes == 16 ? 2 : 4;
+constexpr std::int32_t kNarrowGroup = kLanes == 4 ? 4 : 2;
 // The exact wrap is so much work for one column that few keep the processor busy.
 constexpr std::int32_t kWideExactGroup = 4;
 constexpr std::int32_t kNarrowExactGroup = 2;
