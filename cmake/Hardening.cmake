@@ -13,7 +13,9 @@ target_compile_options(zelvatone_settings INTERFACE -fstack-protector-strong)
 
 if(WIN32)
   # The canary's functions are in a library there.
-  target_link_options(zelvatone_settings INTERFACE -fstack-protector-strong)
+  target_link_options(zelvatone_settings INTERFACE -fstack-protector-strong
+    # The same sources make the same file at any time.
+    LINKER:--no-insert-timestamp)
   return()
 endif()
 
