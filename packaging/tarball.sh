@@ -5,6 +5,12 @@
 # shellcheck source=packaging/files.sh
 source "$(dirname "${BASH_SOURCE[0]}")/files.sh"
 
+# libraries_of FILE: the names of those that it loads, one a line.
+libraries_of() {
+    objdump -p "$1" | sed -n 's/^ *NEEDED *//p' | sort
+}
+
+# lay_out_tarball FOLDER
 lay_out_tarball() {
     local folder=$1 component
     rm -rf "$folder"
@@ -14,7 +20,11 @@ lay_out_tarball() {
     done
     mv "$folder"/lib/* "$folder"
     rmdir "$folder/lib"
-    cp "$root"/packaging/tarball/{install.sh,uninstall.sh,folders.sh,README.txt} "$root/LICENSE" "$folder"
+    cp "$root"/packaging/tarball/{install.sh,uninstall.sh,folders.sh} "$root/LICENSE" "$folder"
+    {
+        cat "$root/packaging/tarball/README.txt"
+        libraries_of "$folder/bin/zelvatone" | sed 's/^/    /'
+    } >"$folder/README.txt"
     cp "$root/packaging/debian/copyright" "$folder/COPYRIGHT"
     cp "$release_folder/RELEASE-NOTES.md" "$folder"
 }
