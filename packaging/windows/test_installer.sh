@@ -6,8 +6,10 @@ set -euo pipefail
 drive=$WINEPREFIX/drive_c
 folder="$drive/Program Files/Zelvatone"
 
+# All but the copy of itself that the uninstaller runs as: Windows removes it at its next start.
 files() {
-    (cd "$drive" && find "Program Files" "Program Files (x86)" users | sort)
+    (cd "$drive" && find "Program Files" "Program Files (x86)" users -path '*/Temp/~nsu*' -prune \
+        -o -print | sort)
 }
 
 # wait_until COMMAND...: the uninstaller goes on as a copy of itself after it returns.

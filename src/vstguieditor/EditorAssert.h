@@ -9,7 +9,9 @@ namespace zelvatone {
 
 } // namespace zelvatone
 
-// Ends the process unless `condition` holds. A macro, for the text of the condition.
+// Ends the process unless `condition` holds. A macro, for the text of the condition. The file's
+// name has no folder: a compiler cache may shorten that, and the same sources would give other
+// bytes.
 #define ZELVATONE_EDITOR_ASSERT(condition)                                                         \
     ((condition) ? static_cast<void>(0)                                                            \
-                 : ::zelvatone::failEditorAssertion(#condition, __FILE__, __LINE__))
+                 : ::zelvatone::failEditorAssertion(#condition, __FILE_NAME__, __LINE__))
