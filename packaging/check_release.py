@@ -99,6 +99,13 @@ class Release(unittest.TestCase):
                   if any(mark in content for mark in marks)]
         self.assertEqual(naming, [])
 
+    def testNoProgramOrPlugInNamesAFolderOfTheSources(self):
+        # By another path, as a compiler cache may give it, or none.
+        named = re.compile(rb"\b(?:cli|host|src|tour|vstgui)/[\w/]+\.(?:cpp|h)\b")
+        naming = [(where, named.search(content)[0]) for where, content in everyContent()
+                  if content.startswith((b"\x7fELF", b"MZ")) and named.search(content)]
+        self.assertEqual(naming, [])
+
 
 class DebianPackages(unittest.TestCase):
     CONTENT = {
