@@ -2,21 +2,19 @@
 
 #include "host/Error.h"
 #include "host/files/CsvLine.h"
-#include "host/files/FileBytes.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/render/EventSchedule.h"
 #include "host/text/Format.h"
 #include "host/text/Numbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvatone {
 
 namespace {
 
-constexpr std::size_t kLargestFile = 64U << 20U;      // a move for every sample of half a minute
 constexpr double kLatestSeconds = 24.0 * 60.0 * 60.0; // no song is longer than a day
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // that some programs begin texts with
 
 using Fields = std::vector<std::string>;
 
@@ -70,65 +68,49 @@ AutomationMove parseMove(const Fields& fields, const std::vector<std::string>& n
     return {*seconds, parameter, parseValue(fields[2], parameter, names, shown)};
 }
 
-// Takes a line off the front of `text`.
-std::string_view takeLine(std::string_view& text) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return line;
-}
+class MoveReader {
+public:
+    MoveReader(const std::vector<std::string>& names, const ShownReader& shown)
+        : names_(names), shown_(shown) {}
 
-bool isSkipped(std::string_view line) {
-    const std::size_t start = line.find_first_not_of(" \t\r");
-    return start == std::string_view::npos || line[start] == '#';
-}
+    void take(std::string_view line) {
+        const Fields fields = csvFields(line);
+        checkSeparators(fields, line);
+        if (!mayBeHeading_ || !isHeading(fields)) {
+            moves_.push_back(parseMove(fields, names_, shown_, mayBeHeading_));
+        }
+        mayBeHeading_ = false;
+    }
+
+    std::vector<AutomationMove> moves() {
+        std::stable_sort(moves_.begin(), moves_.end(),
+                         [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
+        return std::move(moves_);
+    }
+
+private:
+    const std::vector<std::string>& names_;
+    const ShownReader& shown_;
+    std::vector<AutomationMove> moves_;
+    bool mayBeHeading_ = true;
+};
 
 } // namespace
 
 std::vector<AutomationMove> parseAutomation(std::string_view text,
                                             const std::vector<std::string>& names,
                                             const ShownReader& shown) {
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-        text.remove_prefix(kByteOrderMark.size());
-    }
-    std::vector<AutomationMove> moves;
-    bool mayBeHeading = true;
-    for (int number = 1; !text.empty(); ++number) {
-        const std::string_view line = takeLine(text);
-        if (isSkipped(line)) {
-            continue;
-        }
-        try {
-            const Fields fields = csvFields(line);
-            checkSeparators(fields, line);
-            if (!mayBeHeading || !isHeading(fields)) {
-                moves.push_back(parseMove(fields, names, shown, mayBeHeading));
-            }
-        } catch (const InputError& error) {
-            throw InputError(formatText("{}: {}", number, error.what()));
-        }
-        mayBeHeading = false;
-    }
-    std::stable_sort(moves.begin(), moves.end(),
-                     [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
-    return moves;
+    MoveReader reader(names, shown);
+    readCsvLines(text, [&](std::string_view line) { reader.take(line); });
+    return reader.moves();
 }
 
 std::vector<AutomationMove> readAutomation(const std::filesystem::path& path,
                                            const std::vector<std::string>& names,
                                            const ShownReader& shown) {
-    std::vector<std::uint8_t> bytes;
-    try {
-        bytes = readBytes(path, kLargestFile, "file of moves");
-    } catch (const InputError& error) {
-        throw InputError(formatText("{}: {}", path.string(), error.what()));
-    }
-    try {
-        return parseAutomation({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, names,
-                               shown);
-    } catch (const InputError& error) {
-        throw InputError(formatText("{}:{}", path.string(), error.what()));
-    }
+    MoveReader reader(names, shown);
+    readCsvFile(path, "file of moves", [&](std::string_view line) { reader.take(line); });
+    return reader.moves();
 }
 
 AutomationSchedule scheduleMoves(const std::vector<AutomationMove>& moves, double sampleRate) {
