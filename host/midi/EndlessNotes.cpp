@@ -1,38 +1,65 @@
 #include "host/midi/EndlessNotes.h"
 
+#include "performance/Controllers.h"
+
 #include <bitset>
 
 namespace zelvatone {
 
 namespace {
 
-constexpr int kNoteOff = 0x80;
-constexpr int kNoteOn = 0x90;
-constexpr int kController = 0xB0;
-constexpr int kAllSoundOff = 120;
-constexpr int kAllNotesOff = 123; // and the modes after it, which imply it
+// Which notes sound, by channel.
+class Sounding final : public ControllerOutput {
+public:
+    void play(const MidiMessage& message) override {
+        auto& notes = notes_[message.channel()];
+        const std::size_t note = message.data1 & 0x7FU;
+        if (message.kind() == kNoteOnStatus) {
+            notes.set(note, message.data2 > 0);
+        } else if (message.kind() == kNoteOffStatus) {
+            notes.reset(note);
+        }
+    }
+    void setGain(float /*gain*/, std::int32_t /*frame*/) override {}
+    void stopSound(std::int32_t /*frame*/) override { notes_ = {}; }
+    void chooseProgram(std::int32_t /*program*/, std::int32_t /*frame*/) override {}
+
+    int count() const {
+        std::size_t count = 0;
+        for (const auto& notes : notes_) {
+            count += notes.count();
+        }
+        return static_cast<int>(count);
+    }
+
+private:
+    std::array<std::bitset<128>, 16> notes_;
+};
 
 } // namespace
 
-int endlessNotes(const Song& song) {
-    std::array<std::bitset<128>, 16> sounding;
+int endlessNotes(const Song& song, const std::function<bool(const SongEvent&)>& isPlayed) {
+    std::array<Controllers, 16> controllers; // all sound off stops the sound of its channel
+    std::array<Sounding, 16> sounding;
     for (const SongEvent& event : song.events) {
-        auto& notes = sounding[event.bytes[0] & 0x0FU];
-        const int kind = event.bytes[0] & 0xF0;
-        const std::size_t data = event.bytes[1] & 0x7FU;
-        if (kind == kNoteOn) {
-            notes.set(data, event.bytes[2] > 0);
-        } else if (kind == kNoteOff) {
-            notes.reset(data);
-        } else if (kind == kController && (data == kAllSoundOff || data >= kAllNotesOff)) {
-            notes.reset();
+        if (event.bytes[0] < kSystemStatus && isPlayed(event)) {
+            const std::size_t channel = event.bytes[0] & 0x0FU;
+            controllers[channel].take({.frame = 0,
+                                       .status = event.bytes[0],
+                                       .data1 = event.bytes[1],
+                                       .data2 = event.bytes[2]},
+                                      sounding[channel]);
         }
     }
-    std::size_t count = 0;
-    for (const auto& notes : sounding) {
-        count += notes.count();
+    int count = 0;
+    for (const Sounding& channel : sounding) {
+        count += channel.count();
     }
-    return static_cast<int>(count);
+    return count;
+}
+
+int endlessNotes(const Song& song) {
+    return endlessNotes(song, [](const SongEvent&) { return true; });
 }
 
 } // namespace zelvatone

@@ -27,4 +27,20 @@ MeterMap::Bar MeterMap::barAt(double quarters) const {
     return {change.quarters + bars * barQuarters, change.numerator, change.denominator};
 }
 
+int MeterMap::changeCount() const {
+    int count = 0;
+    Change before = changes_[0];
+    for (std::size_t i = 1; i < changes_.size(); ++i) {
+        const Change& change = changes_[i];
+        if (i + 1 < changes_.size() && changes_[i + 1].quarters == change.quarters) {
+            continue; // the next one holds
+        }
+        const bool isOther =
+            change.numerator != before.numerator || change.denominator != before.denominator;
+        count += isOther && change.quarters > 0.0 ? 1 : 0;
+        before = change;
+    }
+    return count;
+}
+
 } // namespace zelvatone

@@ -24,6 +24,8 @@ public:
 
     // The bar that a position from 0 on lies in.
     Bar barAt(double quarters) const;
+    // How often the meter becomes another one after the start.
+    int changeCount() const;
 
 private:
     std::vector<Change> changes_;

@@ -3,6 +3,7 @@
 #include "host/midi/EndlessNotes.h"
 #include "host/midi/MidiTrackParser.h"
 #include "host/midi/Song.h"
+#include "performance/MidiMessage.h"
 
 #include <algorithm>
 
@@ -12,21 +13,9 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-constexpr int kNoteOn = 0x90;
-constexpr int kKeyPressure = 0xA0;
-constexpr int kController = 0xB0;
-constexpr int kProgram = 0xC0;
-constexpr int kChannelPressure = 0xD0;
-constexpr int kBend = 0xE0;
 constexpr int kExclusive = 0xF0;
 constexpr int kMeta = 0xFF;
 constexpr int kTrackName = 0x03;
-constexpr int kTimeSignature = 0x58;
-
-// Controllers that choose a parameter by two numbers, and its value.
-constexpr int kDataEntry = 6;
-constexpr int kParameterLow = 100;
-constexpr int kParameterHigh = 101;
 
 // Which registered parameter a channel's data entry sets; 0 is the bend range.
 struct Chosen {
@@ -49,35 +38,33 @@ public:
     }
 
 private:
-    void takeMeta(Bytes message, TrackSummary& track) const {
+    static void takeMeta(Bytes message, TrackSummary& track) {
         const Bytes data = message.subspan(2);
         if (message[1] == kTrackName && track.name.empty()) {
             track.name.assign(data.begin(), data.end());
-        } else if (message[1] == kTimeSignature) {
-            ++summary_.meterChanges;
         }
     }
 
     void takeChannelMessage(Bytes message, TrackSummary& track) {
         ChannelSummary& channel = summary_.channels[message[0] & 0x0FU];
         switch (message[0] & 0xF0) {
-        case kNoteOn:
+        case kNoteOnStatus:
             if (message[2] > 0) {
                 takeNote(message[1], channel);
                 ++track.notes;
             }
             break;
-        case kKeyPressure:
-        case kChannelPressure:
+        case kKeyPressureStatus:
+        case kChannelPressureStatus:
             ++channel.pressures;
             break;
-        case kController:
+        case kControllerStatus:
             takeController(message, channel);
             break;
-        case kProgram:
+        case kProgramStatus:
             channel.programs.insert(message[1]);
             break;
-        case kBend:
+        case kBendStatus:
             ++channel.bends;
             break;
         default:
@@ -94,10 +81,12 @@ private:
     void takeController(Bytes message, ChannelSummary& channel) {
         Chosen& chosen = chosen_[message[0] & 0x0FU];
         channel.controllers.insert(message[1]);
-        if (message[1] == kParameterHigh) {
+        if (message[1] == kParameter) {
             chosen.high = message[2];
-        } else if (message[1] == kParameterLow) {
+        } else if (message[1] == kParameterFine) {
             chosen.low = message[2];
+        } else if (message[1] == kOtherParameter || message[1] == kOtherParameterFine) {
+            chosen = Chosen();
         } else if (message[1] == kDataEntry && chosen.high == 0 && chosen.low == 0) {
             channel.bendRange = message[2];
         }
@@ -106,21 +95,6 @@ private:
     SongSummary& summary_;
     std::array<Chosen, 16> chosen_;
 };
-
-// At the start and wherever the tempo changes: those are the ends of its stretches.
-void addTempos(const MidiFile& file, const Song& song, SongSummary& summary) {
-    summary.startTempo = song.tempo.tempoAtSeconds(0.0);
-    summary.lowestTempo = summary.startTempo;
-    summary.highestTempo = summary.startTempo;
-    for (const MidiTrack& track : file.tracks) {
-        MidiTrackParser parser(track.bytes, track.number);
-        while (parser.next()) {
-            const double tempo = song.tempo.tempoAtSeconds(song.tempo.secondsAtTick(parser.tick()));
-            summary.lowestTempo = std::min(summary.lowestTempo, tempo);
-            summary.highestTempo = std::max(summary.highestTempo, tempo);
-        }
-    }
-}
 
 } // namespace
 
@@ -138,11 +112,13 @@ SongSummary summarise(const MidiFile& file) {
             counter.take(parser.message(), counted);
         }
     }
-    addTempos(file, song, summary);
+    summary.startTempo = song.tempo.tempoAtSeconds(0.0);
+    summary.lowestTempo = song.tempo.tempoRange().lowest;
+    summary.highestTempo = song.tempo.tempoRange().highest;
     const MeterMap::Bar bar = song.meter.barAt(0.0);
     summary.beats = bar.numerator;
     summary.beatUnit = bar.denominator;
-    summary.meterChanges = std::max(summary.meterChanges - 1, 0); // the first one is the start's
+    summary.meterChanges = song.meter.changeCount();
     return summary;
 }
 

@@ -54,4 +54,12 @@ double TempoMap::quartersAtTick(std::int64_t tick) const {
     return static_cast<double>(tick) / ticksPerQuarter_;
 }
 
+TempoMap::Range TempoMap::tempoRange() const {
+    const auto [shortest, longest] =
+        std::minmax_element(stretches_.begin(), stretches_.end(), [](const auto& a, const auto& b) {
+            return a.secondsPerQuarter < b.secondsPerQuarter;
+        });
+    return {60.0 / longest->secondsPerQuarter, 60.0 / shortest->secondsPerQuarter};
+}
+
 } // namespace zelvatone

@@ -28,6 +28,14 @@ public:
     double tempoAtSeconds(double seconds) const;
     double quartersAtTick(std::int64_t tick) const;
 
+    // Quarter notes a minute.
+    struct Range {
+        double lowest;
+        double highest;
+    };
+    // Of all tempos that hold somewhere.
+    Range tempoRange() const;
+
 private:
     // A stretch of one tempo; the first one starts at 0.
     struct Stretch {

@@ -1,5 +1,7 @@
 #include "host/midi/EndlessNotes.h"
 
+#include "tests/support/MidiFileBuilder.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -27,6 +29,19 @@ TEST(EndlessNotes, EndWithAllThatSoundsOnTheirChannel) {
         EXPECT_EQ(countOf({{0x90, 60, 64}, {0x91, 60, 64}, {0xB0, controller, 0}}), 1);
     }
     EXPECT_EQ(countOf({{0x90, 60, 64}, {0xB0, 121, 0}, {0xB0, 7, 0}}), 1);
+}
+
+TEST(EndlessNotes, AreThoseThatAPedalHolds) {
+    EXPECT_EQ(countOf({{0xB0, 64, 127}, {0x90, 60, 64}, {0x80, 60, 0}}), 1);
+    EXPECT_EQ(countOf({{0xB0, 64, 127}, {0x90, 60, 64}, {0x80, 60, 0}, {0xB0, 64, 0}}), 0);
+}
+
+TEST(EndlessNotes, AreOfTheEventsThatArePlayed) {
+    Song song{{}, TempoMap(480.0, {}), MeterMap({}), 1.0, {}, {}};
+    song.add(0.0, Bytes{0x90, 60, 64});
+    song.add(0.0, Bytes{0x99, 36, 64});
+    const auto isPlayed = [](const SongEvent& event) { return event.bytes[0] == 0x90; };
+    EXPECT_EQ(endlessNotes(song, isPlayed), 1);
 }
 
 } // namespace

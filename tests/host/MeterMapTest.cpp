@@ -34,5 +34,13 @@ TEST(MeterMap, DoesNotMissABarLineByRounding) {
     EXPECT_DOUBLE_EQ(map.barAt(3.0 - 1e-12).startQuarters, 3.0);
 }
 
+TEST(MeterMap, ChangesAreCountedWhereTheMeterBecomesAnother) {
+    EXPECT_EQ(MeterMap({}).changeCount(), 0);
+    EXPECT_EQ(MeterMap({{0.0, 3, 4}}).changeCount(), 0);
+    EXPECT_EQ(MeterMap({{4.0, 3, 4}}).changeCount(), 1);
+    EXPECT_EQ(MeterMap({{0.0, 3, 4}, {3.0, 3, 4}, {6.0, 4, 4}, {10.0, 3, 4}}).changeCount(), 2);
+    EXPECT_EQ(MeterMap({{4.0, 3, 4}, {4.0, 4, 4}}).changeCount(), 0) << "the last one holds";
+}
+
 } // namespace
 } // namespace zelvatone

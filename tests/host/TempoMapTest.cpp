@@ -56,5 +56,15 @@ TEST(TempoMap, IsNotLateByTheRoundingOfASampleToSeconds) {
     EXPECT_DOUBLE_EQ(map.tempoAtSeconds(14699.0 / 44100.0), 60.0);
 }
 
+TEST(TempoMap, RangeSpansTheTemposThatHold) {
+    const TempoMap::Range range = slowThenFast().tempoRange();
+    EXPECT_DOUBLE_EQ(range.lowest, 60.0);
+    EXPECT_DOUBLE_EQ(range.highest, 240.0);
+    const TempoMap replaced(480.0,
+                            {{0, 1.0}, {0, 0.25}}); // the usual one and the first hold nowhere
+    EXPECT_DOUBLE_EQ(replaced.tempoRange().lowest, 240.0);
+    EXPECT_DOUBLE_EQ(replaced.tempoRange().highest, 240.0);
+}
+
 } // namespace
 } // namespace zelvatone
