@@ -29,20 +29,23 @@ float parseLevel(std::string_view text) {
 ChannelChoice parseChannel(std::string_view text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos) {
-        fail("CHANNEL=PROGRAM or CHANNEL=PROGRAM@LEVELdB", text);
+        fail("CHANNEL=PROGRAM, CHANNEL=PROGRAM@LEVELdB or CHANNEL=off", text);
     }
     const auto channel = wholeNumber(text.substr(0, equals));
     if (!channel || *channel < 1 || *channel > 16) {
         fail("channels from 1 to 16", text.substr(0, equals));
     }
     const std::string_view choice = text.substr(equals + 1);
+    if (equalInAnyCase(choice, "off")) {
+        return {.channel = *channel, .program = {}, .gain = 0.0F, .isOff = true};
+    }
     const std::size_t at = choice.rfind('@');
     const std::string program(choice.substr(0, at));
     if (program.empty()) {
-        fail("CHANNEL=PROGRAM or CHANNEL=PROGRAM@LEVELdB", text);
+        fail("CHANNEL=PROGRAM, CHANNEL=PROGRAM@LEVELdB or CHANNEL=off", text);
     }
-    return {*channel, program,
-            at == std::string_view::npos ? 1.0F : parseLevel(choice.substr(at + 1))};
+    const float gain = at == std::string_view::npos ? 1.0F : parseLevel(choice.substr(at + 1));
+    return {.channel = *channel, .program = program, .gain = gain};
 }
 
 std::map<int, ChannelChoice> parseChannels(const std::vector<std::string>& texts) {

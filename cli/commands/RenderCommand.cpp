@@ -141,7 +141,7 @@ void announceLength(const std::string& song, double seconds) {
 // What is read stays as it is, under whatever name it is to be overwritten.
 void checkTargets(const RenderOptions& options, const std::vector<std::filesystem::path>& outputs) {
     std::vector<std::filesystem::path> inputs{userPath(options.song)};
-    for (const auto& input : {options.automate, options.setup.preset}) {
+    for (const auto& input : {options.automate, options.programs, options.setup.preset}) {
         if (input) {
             inputs.push_back(userPath(*input));
         }
@@ -155,16 +155,31 @@ void addValue(CLI::App& command, const std::string& name, std::string& value,
 }
 
 void addChannelOptions(CLI::App& command, RenderOptions& options) {
+    command.add_flag("--split", options.isSplit,
+                     "An instrument for each channel that plays (the default); channel 10, the "
+                     "drums of most files, is left out unless --channel names it");
+    command.add_flag("--together", options.isTogether,
+                     "One instrument for all channels that --channel does not name; bends, pedals "
+                     "and volumes of each move all");
+    command.add_flag("--raw", options.isRaw,
+                     "One instrument, which gets the file as it is: pedals, volumes and bend "
+                     "ranges are its own");
     command
         .add_option(
             "--channel", options.channels,
             "Give a MIDI channel, 1 to 16, its own instrument, with a program (name, number "
-            "or .fxp file) and a level, -120 to 120 decibels; may be repeated")
+            "or .fxp file) and a level, -120 to 120 decibels, or leave it out (2=off); may be "
+            "repeated")
         ->type_name("CHANNEL=PROGRAM[@LEVELdB]")
         ->allow_extra_args(false);
     command
+        .add_option("--programs", options.programs,
+                    "Follow program changes: lines of change (0 to 127, or a range), program; "
+                    "not on a --channel, which keeps its own")
+        ->type_name("FILE.csv");
+    command
         .add_option("--stems", options.stems,
-                    "Also write each --channel, and the rest of the song, to a file of its own")
+                    "Also write what each instrument plays to a file of its own")
         ->type_name("FOLDER");
     command
         .add_option("--automate", options.automate,
@@ -222,15 +237,16 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
     if (!song.warning.empty()) {
         printNotice(song.warning);
     }
-    for (const int channel : silentChannels(song, settings.channels)) {
+    for (const int channel : silentChannels(song, settings)) {
         printNotice(
             formatText("channel {} plays nothing: {} has no note on it", channel, options.song));
     }
-    const auto plans = planParts(song, settings.channels, setup);
+    const auto plans = planParts(song, settings, setup);
     const PluginLibrary library = loadPlugin(options.plugin);
     const std::int64_t songFrames = frameAt(song.seconds, settings.stream.sampleRate);
-    Ensemble ensemble(makeParts(plans, library, song, settings, options.automate), settings.threads,
-                      finishPlan(settings, songFrames));
+    Ensemble ensemble(makeParts(plans, library, song, settings,
+                                {.automation = options.automate, .programs = options.programs}),
+                      settings.threads, finishPlan(settings, songFrames));
     settings.file.channels = ensemble.channels();
     const double seconds = song.seconds + settings.tailSeconds.value_or(0.0);
     const std::int64_t frames = frameAt(seconds, settings.stream.sampleRate); // at least
@@ -262,7 +278,8 @@ void runRender(const RenderOptions& options, const StandardOutput& output) {
         report.clippedSamples = writer.clippedSamples();
         output.print(closingLine(options.output, report) + stemLines(stems) +
                      clippingLine(settings, recorder.clippedPeakDecibels()) +
-                     (report.isEndless ? endlessLine(endlessNotes(song)) : ""));
+                     (report.isEndless ? endlessLine(endlessNotes(song, isPlayed(plans))) : "") +
+                     (leavesOutDrums(song, settings) ? drumsLine() : ""));
     }
 }
 

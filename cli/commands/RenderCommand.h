@@ -16,7 +16,11 @@ struct RenderOptions {
     SetupOptions setup;
     std::string song;
     std::string output;
-    std::vector<std::string> channels;   // "CHANNEL=PROGRAM@LEVELdB"
+    bool isSplit = false; // as without any of these three
+    bool isTogether = false;
+    bool isRaw = false;
+    std::optional<std::string> programs; // a file of program changes
+    std::vector<std::string> channels;   // "CHANNEL=PROGRAM@LEVELdB" or "CHANNEL=off"
     std::optional<std::string> stems;    // a folder
     std::optional<std::string> automate; // a file of moves
     // As typed; read by renderSettings().

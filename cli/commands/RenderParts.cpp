@@ -2,32 +2,49 @@
 
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
+#include "host/plugin/Programs.h"
 #include "host/plugin/ShownValue.h"
 #include "host/render/Automation.h"
+#include "host/render/ProgramMapFile.h"
 #include "host/text/FileNames.h"
 #include "host/text/Format.h"
+#include "performance/MidiMessage.h"
 
 #include <algorithm>
-#include <bitset>
+#include <set>
 #include <utility>
 
 namespace zelvatone {
 
 namespace {
 
-constexpr int kSystemMessages = 0xF0; // they belong to no channel
+constexpr int kDrums = 10; // the channel, in General MIDI
+constexpr int kChannels = 16;
 
 // From 1; none for a message to the whole system.
 std::optional<int> channelOf(const SongEvent& event) {
     const int status = event.bytes[0];
-    return status < kSystemMessages ? std::optional((status & 0x0F) + 1) : std::nullopt;
+    return status < kSystemStatus ? std::optional((status & 0x0F) + 1) : std::nullopt;
 }
 
 // A velocity of 0 ends a note.
 bool isNoteOn(const SongEvent& event) {
-    constexpr int kKind = 0xF0;
-    constexpr int kNoteOn = 0x90;
-    return (event.bytes[0] & kKind) == kNoteOn && event.bytes[2] > 0;
+    return (event.bytes[0] & 0xF0) == kNoteOnStatus && event.bytes[2] > 0;
+}
+
+// Those with notes.
+ChannelSet playingChannels(const Song& song) {
+    ChannelSet playing;
+    for (const SongEvent& event : song.events) {
+        if (isNoteOn(event)) {
+            playing.set(static_cast<std::size_t>(*channelOf(event)));
+        }
+    }
+    return playing;
+}
+
+ChannelSet only(int channel) {
+    return ChannelSet().set(static_cast<std::size_t>(channel));
 }
 
 PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) {
@@ -45,15 +62,19 @@ PluginSetup channelSetup(const ChannelChoice& choice, const PluginSetup& setup) 
 }
 
 // The messages that a part receives. A message without a channel goes to every part.
-EventSchedule::Filter receives(const PartPlan& plan, const std::map<int, ChannelChoice>& channels) {
-    std::bitset<17> named; // channels count from 1
-    for (const auto& [channel, choice] : channels) {
-        named.set(static_cast<std::size_t>(channel));
-    }
-    return [own = plan.channel, named](const SongEvent& event) {
+EventSchedule::Filter receives(const PartPlan& plan) {
+    return [plays = plan.plays](const SongEvent& event) {
         const auto channel = channelOf(event);
-        return !channel || (own ? *channel == *own : !named[static_cast<std::size_t>(*channel)]);
+        return !channel || plays[static_cast<std::size_t>(*channel)];
     };
+}
+
+bool hasAllSoundOff(const Song& song, const PartPlan& plan) {
+    return std::any_of(song.events.begin(), song.events.end(),
+                       [&, isReceived = receives(plan)](const SongEvent& event) {
+                           return (event.bytes[0] & 0xF0) == kControllerStatus &&
+                                  event.bytes[1] == kAllSoundOff && isReceived(event);
+                       });
 }
 
 std::vector<AutomationMove> readMoves(const std::string& file, HostedPlugin& plugin) {
@@ -68,59 +89,153 @@ std::vector<AutomationMove> readMoves(const std::string& file, HostedPlugin& plu
     return readAutomation(userPath(file), parameterNames(plugin), shown);
 }
 
+// What is the same for all parts.
+class PartMaker {
+public:
+    PartMaker(const PluginLibrary& library, const Song& song, const RenderSettings& settings,
+              const PartFiles& files, const PartPlan& first)
+        : library_(library), song_(song), settings_(settings) {
+        if (!files.automation && !files.programs) {
+            return;
+        }
+        // Reading what a parameter shows moves it, and whole numbers do not come back as they were.
+        HostedPlugin probe(library, settings.stream);
+        applySetup(probe, first.setup);
+        if (files.automation) {
+            moves_ = scheduleMoves(readMoves(*files.automation, probe), settings.stream.sampleRate);
+        }
+        if (files.programs) {
+            programs_ = readProgramMap(userPath(*files.programs), programNames(probe));
+        }
+    }
+
+    Part make(const PartPlan& plan) const {
+        Part part;
+        part.plugin = makePlugin(plan);
+        part.name = stemName(plan.channel, part.plugin->text(effGetProgramName));
+        part.gain = plan.gain * settings_.gain;
+        PerformerPlan performance;
+        performance.isRaw = plan.isRaw;
+        if (plan.followsPrograms) {
+            performance.programs = programs_;
+        }
+        if (!plan.isRaw && hasAllSoundOff(song_, plan)) {
+            part.spare = makePlugin(plan);
+            performance.spare = part.spare.get();
+        }
+        part.player = std::make_unique<InstrumentPlayer>(
+            *part.plugin, song_, EventSchedule(song_, settings_.stream.sampleRate, receives(plan)),
+            moves_, performance);
+        return part;
+    }
+
+private:
+    std::unique_ptr<HostedPlugin> makePlugin(const PartPlan& plan) const {
+        auto plugin = std::make_unique<HostedPlugin>(library_, settings_.stream);
+        applySetup(*plugin, plan.setup);
+        if (plan.followsPrograms) {
+            setPrograms(*plugin, plan.setup.settings);
+        }
+        return plugin;
+    }
+
+    // Settings hold in every program that the song may choose.
+    void setPrograms(HostedPlugin& plugin, const std::vector<ParameterSetting>& settings) const {
+        const int start = currentProgram(plugin);
+        std::set<int> chosen(programs_.begin(), programs_.end());
+        chosen.erase(-1);
+        chosen.erase(start);
+        for (const int program : chosen) {
+            selectProgram(plugin, program);
+            applySettings(plugin, settings);
+        }
+        if (!chosen.empty()) {
+            selectProgram(plugin, start);
+        }
+    }
+
+    const PluginLibrary& library_;
+    const Song& song_;
+    const RenderSettings& settings_;
+    AutomationSchedule moves_;
+    ProgramMap programs_ = noPrograms();
+};
+
 } // namespace
 
-std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
+std::vector<PartPlan> planParts(const Song& song, const RenderSettings& settings,
                                 const PluginSetup& setup) {
-    std::vector<PartPlan> plans;
-    plans.reserve(channels.size() + 1);
-    for (const auto& [channel, choice] : channels) {
-        plans.push_back({channel, channelSetup(choice, setup), choice.gain});
+    if (settings.layout == SongLayout::kRaw) {
+        return {{.channel = {},
+                 .plays = ~ChannelSet(),
+                 .setup = setup,
+                 .gain = 1.0F,
+                 .isRaw = true,
+                 .followsPrograms = false}};
     }
-    const bool hasRest =
-        std::any_of(song.events.begin(), song.events.end(), [&](const SongEvent& event) {
-            const auto channel = channelOf(event);
-            return channel && !channels.contains(*channel);
-        });
-    if (channels.empty() || hasRest) {
-        plans.push_back({std::nullopt, setup, 1.0F});
+    const ChannelSet playing = playingChannels(song);
+    std::vector<PartPlan> plans;
+    ChannelSet rest;
+    for (int channel = 1; channel <= kChannels; ++channel) {
+        const auto named = settings.channels.find(channel);
+        if (named != settings.channels.end()) {
+            if (!named->second.isOff) {
+                plans.push_back({.channel = channel,
+                                 .plays = only(channel),
+                                 .setup = channelSetup(named->second, setup),
+                                 .gain = named->second.gain,
+                                 .followsPrograms = false});
+            }
+        } else if (!playing[static_cast<std::size_t>(channel)] || channel == kDrums) {
+            continue;
+        } else if (settings.layout == SongLayout::kSplit) {
+            plans.push_back(
+                {.channel = channel, .plays = only(channel), .setup = setup, .gain = 1.0F});
+        } else {
+            rest |= only(channel);
+        }
+    }
+    if (rest.any() || plans.empty()) {
+        plans.push_back({.channel = {}, .plays = rest, .setup = setup, .gain = 1.0F});
     }
     return plans;
 }
 
-std::vector<int> silentChannels(const Song& song, const std::map<int, ChannelChoice>& channels) {
-    std::bitset<17> playing; // channels count from 1
-    for (const SongEvent& event : song.events) {
-        if (isNoteOn(event)) {
-            playing.set(static_cast<std::size_t>(*channelOf(event)));
-        }
-    }
+std::vector<int> silentChannels(const Song& song, const RenderSettings& settings) {
+    const ChannelSet playing = playingChannels(song);
     std::vector<int> silent;
-    for (const auto& [channel, choice] : channels) {
-        if (!playing[static_cast<std::size_t>(channel)]) {
+    for (const auto& [channel, choice] : settings.channels) {
+        if (!choice.isOff && !playing[static_cast<std::size_t>(channel)]) {
             silent.push_back(channel);
         }
     }
     return silent;
 }
 
+bool leavesOutDrums(const Song& song, const RenderSettings& settings) {
+    return settings.layout != SongLayout::kRaw && !settings.channels.contains(kDrums) &&
+           playingChannels(song)[kDrums];
+}
+
+std::function<bool(const SongEvent&)> isPlayed(const std::vector<PartPlan>& plans) {
+    ChannelSet played;
+    for (const PartPlan& plan : plans) {
+        played |= plan.plays;
+    }
+    return [played](const SongEvent& event) {
+        const auto channel = channelOf(event);
+        return channel && played[static_cast<std::size_t>(*channel)];
+    };
+}
+
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
                             const Song& song, const RenderSettings& settings,
-                            const std::optional<std::string>& automation) {
-    const double rate = settings.stream.sampleRate;
-    std::optional<AutomationSchedule> moves;
+                            const PartFiles& files) {
+    const PartMaker maker(library, song, settings, files, plans.at(0));
     std::vector<Part> parts;
+    parts.reserve(plans.size());
     for (const PartPlan& plan : plans) {
-        auto plugin = std::make_unique<HostedPlugin>(library, settings.stream);
-        applySetup(*plugin, plan.setup);
-        if (!moves) {
-            moves = automation ? scheduleMoves(readMoves(*automation, *plugin), rate)
-                               : AutomationSchedule();
-        }
-        auto player = std::make_unique<InstrumentPlayer>(
-            *plugin, song, EventSchedule(song, rate, receives(plan, settings.channels)), *moves);
-        const std::string name = stemName(plan.channel, plugin->text(effGetProgramName));
-        parts.push_back({name, std::move(plugin), std::move(player), plan.gain * settings.gain});
+        parts.push_back(maker.make(plan));
     }
     return parts;
 }

@@ -7,34 +7,51 @@
 #include "host/plugin/PluginLibrary.h"
 #include "host/render/Ensemble.h"
 
-#include <filesystem>
+#include <bitset>
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
 namespace zelvatone {
 
+using ChannelSet = std::bitset<17>; // channels count from 1
+
 // One instrument to be made.
 struct PartPlan {
-    std::optional<int> channel; // the one that it plays; none: all that have no part of their own
+    std::optional<int> channel; // that it is named for; none: for the rest
+    ChannelSet plays;
     PluginSetup setup;
     float gain; // factor
+    bool isRaw = false;
+    bool followsPrograms = true;
 };
 
-// A part for every channel that `channels` names, in their order, each with the bank and the
-// settings of `setup`. After them one with all of `setup` for the rest, if the song plays on any
-// other channel or no channel is named. Throws InputError for a bad preset file.
-std::vector<PartPlan> planParts(const Song& song, const std::map<int, ChannelChoice>& channels,
+// A part for every channel that settings name, each with the bank and the settings of `setup`, and
+// parts with all of `setup` for the other channels on which the song has notes, except channel 10:
+// by channel, or one for all of them, the last. One part for everything where the file is played
+// raw; at least one. Throws InputError for a bad preset file.
+std::vector<PartPlan> planParts(const Song& song, const RenderSettings& settings,
                                 const PluginSetup& setup);
 
-// Those of `channels` on which the song has no note.
-std::vector<int> silentChannels(const Song& song, const std::map<int, ChannelChoice>& channels);
+// Those that settings name, and not as off, and on which the song has no note.
+std::vector<int> silentChannels(const Song& song, const RenderSettings& settings);
+// Whether the song has notes on channel 10 that settings do not name.
+bool leavesOutDrums(const Song& song, const RenderSettings& settings);
+// Whether one of the parts gets an event.
+std::function<bool(const SongEvent&)> isPlayed(const std::vector<PartPlan>& plans);
 
-// Makes the instruments. `automation` is a file of moves for all of them. The song must outlive
-// the parts. Throws InputError when a setup does not fit the plug-in or the file is bad.
+// Files for all of the instruments.
+struct PartFiles {
+    std::optional<std::string> automation; // of moves
+    std::optional<std::string> programs;   // of program changes
+};
+
+// Makes the instruments. The song must outlive the parts. Throws InputError when a setup does not
+// fit the plug-in or a file is bad.
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
                             const Song& song, const RenderSettings& settings,
-                            const std::optional<std::string>& automation);
+                            const PartFiles& files);
 
 // "02-Organ", by fileName(): the channel, or "rest", and the program's name.
 std::string stemName(const std::optional<int>& channel, const std::string& program);

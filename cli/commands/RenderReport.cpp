@@ -71,4 +71,8 @@ std::string endlessLine(int endlessNotes) {
     return cause + ": faded out half a minute after the end of the song\n";
 }
 
+std::string drumsLine() {
+    return "channel 10 (drums) is left out; --channel 10=PROGRAM plays it\n";
+}
+
 } // namespace zelvatone

@@ -29,5 +29,7 @@ std::string stemLine(const std::string& file, std::int64_t clippedSamples);
 std::string adviceLine(std::string_view option, double decibels, double peakDecibels);
 // That the sound was faded out, for that many notes of the song without an end.
 std::string endlessLine(int endlessNotes);
+// That channel 10 was left out, and how to hear it.
+std::string drumsLine();
 
 } // namespace zelvatone

@@ -50,6 +50,22 @@ void readPeak(const RenderOptions& options, RenderSettings& settings) {
     settings.peak = std::min(gainFactor(*decibels), largestLevel(settings.file.samples));
 }
 
+SongLayout layoutOption(const RenderOptions& options) {
+    if (options.isSplit + options.isTogether + options.isRaw > 1) {
+        throw UsageError("--split, --together and --raw exclude each other");
+    }
+    if (options.isRaw && !options.channels.empty()) {
+        throw UsageError("--raw plays the whole file with one instrument, so leave out --channel");
+    }
+    if (options.isRaw && options.programs) {
+        throw UsageError("--raw hands over program changes as they are, so leave out --programs");
+    }
+    if (options.isRaw) {
+        return SongLayout::kRaw;
+    }
+    return options.isTogether ? SongLayout::kTogether : SongLayout::kSplit;
+}
+
 } // namespace
 
 int threadsOption(const std::string& text) {
@@ -72,6 +88,7 @@ RenderSettings renderSettings(const RenderOptions& options) {
     settings.blocksDc = options.blocksDc;
     settings.tailSeconds = tailOption(options.tail);
     settings.threads = threadsOption(options.threads);
+    settings.layout = layoutOption(options);
     settings.channels = parseChannels(options.channels);
     return settings;
 }

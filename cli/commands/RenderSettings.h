@@ -11,6 +11,13 @@
 
 namespace zelvatone {
 
+// Which instruments a song has.
+enum class SongLayout {
+    kSplit,    // one for each channel that plays
+    kTogether, // one for all channels that are not named
+    kRaw       // one for the whole file, which gets it as it is
+};
+
 struct RenderSettings {
     StreamFormat stream;
     SoundFileFormat file; // channels are known when the plug-in is
@@ -22,7 +29,8 @@ struct RenderSettings {
     bool blocksDc = false;
     std::optional<double> tailSeconds; // none: as long as it sounds
     int threads = 1;
-    std::map<int, ChannelChoice> channels; // those that have an instrument of their own
+    SongLayout layout = SongLayout::kSplit;
+    std::map<int, ChannelChoice> channels; // those that were named
 };
 
 // "auto" or a number. Throws UsageError.

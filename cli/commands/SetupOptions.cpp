@@ -146,21 +146,26 @@ PluginSetup readSetup(const SetupOptions& options) {
     return setup;
 }
 
+void applySettings(HostedPlugin& plugin, const std::vector<ParameterSetting>& settings) {
+    const auto parameters = wantedParameters(plugin, settings);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        applySetting(plugin, parameters[i], settings[i]);
+    }
+}
+
 void applySetup(HostedPlugin& plugin, const PluginSetup& setup) {
     if (setup.preset) {
         checkPresetFile(*setup.preset, plugin);
     }
     const auto program = wantedProgram(plugin, setup);
-    const auto parameters = wantedParameters(plugin, setup.settings);
+    wantedParameters(plugin, setup.settings); // throws before anything is set
     if (setup.preset) {
         applyPreset(plugin, setup.preset->preset);
     }
     if (program) {
         selectProgram(plugin, *program);
     }
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-        applySetting(plugin, parameters[i], setup.settings[i]);
-    }
+    applySettings(plugin, setup.settings);
 }
 
 } // namespace zelvatone

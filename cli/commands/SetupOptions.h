@@ -59,4 +59,7 @@ PluginSetup readSetup(const SetupOptions& options);
 // Throws UsageError for a value that a parameter does not show, with preset and program set.
 void applySetup(HostedPlugin& plugin, const PluginSetup& setup);
 
+// Throws as applySetup() does, with nothing set for a parameter that the plug-in does not have.
+void applySettings(HostedPlugin& plugin, const std::vector<ParameterSetting>& settings);
+
 } // namespace zelvatone

@@ -48,7 +48,14 @@ _zelvatone_value() {
     --program) _zelvatone_programs ;;
     --format) _zelvatone_words 16 24 float ;;
     --audio) _zelvatone_words wav flac ;;
-    --sample | --programs | --vary) _zelvatone_words all ;;
+    --programs)
+        if [[ ${COMP_WORDS[1]} == render ]]; then
+            _zelvatone_files '*.[cC][sS][vV]'
+        else
+            _zelvatone_words all
+        fi
+        ;;
+    --sample | --vary) _zelvatone_words all ;;
     --tail | --threads) _zelvatone_words auto ;;
     --set) _zelvatone_parameters ;;
     --count | --seed | --notes | --velocities | --seconds | --hold | --tempo | --per-shard | --shard) ;;
@@ -63,8 +70,8 @@ _zelvatone_options() {
     local plugin="--plugin --verbose --help" sound="--preset --program --set"
     case $1 in
     render)
-        _zelvatone_words --output --rate --block --format --gain --normalize --mono --dc-block --tail --threads --channel \
-            --stems --automate --force --quiet "$sound" "$plugin"
+        _zelvatone_words --output --rate --block --format --gain --normalize --mono --dc-block --tail --threads \
+            --split --together --raw --channel --programs --stems --automate --force --quiet "$sound" "$plugin"
         ;;
     dataset)
         _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \

@@ -17,8 +17,9 @@ namespace zelvatone {
 struct Part {
     std::string name; // of its stem's file, without an extension
     std::unique_ptr<HostedPlugin> plugin;
+    std::unique_ptr<HostedPlugin> spare; // see PerformerPlan; null for none
     std::unique_ptr<InstrumentPlayer> player;
-    float gain; // factor
+    float gain = 1.0F; // factor
 };
 
 // Every part renders by itself and the mix adds them up in their order, so the sound is the same

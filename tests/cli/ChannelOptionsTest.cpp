@@ -37,6 +37,13 @@ TEST(ChannelOption, HoldsALevelAfterTheLastAt) {
     EXPECT_EQ(parseChannel("2=A@B=C@0dB").program, "A@B=C");
 }
 
+TEST(ChannelOption, LeavesAChannelOut) {
+    EXPECT_TRUE(parseChannel("2=off").isOff);
+    EXPECT_TRUE(parseChannel("2=OFF").isOff);
+    EXPECT_FALSE(parseChannel("2=office").isOff);
+    EXPECT_FALSE(parseChannel("2=Organ").isOff);
+}
+
 TEST(ChannelOption, RefusesABadChannel) {
     for (const char* text : {"0=Organ", "17=Organ", "-1=Organ", "x=Organ", "1.5=Organ", "=Organ"}) {
         EXPECT_THAT(errorOf({text}), HasSubstr("--channel takes channels from 1 to 16")) << text;
@@ -83,14 +90,59 @@ std::vector<int> channelsOf(const std::vector<PartPlan>& plans) {
 
 using ::testing::ElementsAre;
 
-TEST(PartPlans, HaveOnePartForAllChannelsThatAreNotNamed) {
-    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95}), {}, {})), ElementsAre(0));
-    EXPECT_THAT(channelsOf(planParts(songOn({}), {}, {})), ElementsAre(0));
-    const auto channels = parseChannels({"6=Organ", "1=Meow"});
-    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95, 0x96}), channels, {})),
-                ElementsAre(1, 6, 0));
-    // Channel 1 and 6 are all there is; a message to the whole system needs no instrument.
-    EXPECT_THAT(channelsOf(planParts(songOn({0x90, 0x95, 0xF0}), channels, {})), ElementsAre(1, 6));
+RenderSettings settingsWith(const std::vector<std::string>& channels,
+                            SongLayout layout = SongLayout::kSplit) {
+    RenderSettings settings;
+    settings.layout = layout;
+    settings.channels = parseChannels(channels);
+    return settings;
+}
+
+std::vector<int> partsOf(const std::vector<int>& statuses, const RenderSettings& settings) {
+    return channelsOf(planParts(songOn(statuses), settings, {}));
+}
+
+TEST(PartPlans, HaveOnePartForEachChannelThatPlays) {
+    EXPECT_THAT(partsOf({0x95, 0x90, 0xB1, 0x82}, settingsWith({})), ElementsAre(1, 6));
+    EXPECT_THAT(partsOf({0x90, 0x95, 0x96}, settingsWith({"6=Organ", "2=Meow"})),
+                ElementsAre(1, 2, 6, 7));
+    EXPECT_THAT(partsOf({0x90, 0x91}, settingsWith({"1=off"})), ElementsAre(2));
+}
+
+TEST(PartPlans, HaveOnePartTogetherForAllChannelsThatAreNotNamed) {
+    EXPECT_THAT(partsOf({0x90, 0x95}, settingsWith({}, SongLayout::kTogether)), ElementsAre(0));
+    const auto settings = settingsWith({"6=Organ", "1=Meow", "2=off"}, SongLayout::kTogether);
+    EXPECT_THAT(partsOf({0x90, 0x91, 0x95, 0x96}, settings), ElementsAre(1, 6, 0));
+    // Channels 1 and 6 are all that plays; a message to the whole system needs no instrument.
+    EXPECT_THAT(partsOf({0x90, 0x95, 0xF0}, settings), ElementsAre(1, 6));
+}
+
+TEST(PartPlans, HaveAPartForASongWithoutNotes) {
+    EXPECT_THAT(partsOf({}, settingsWith({})), ElementsAre(0));
+    EXPECT_THAT(partsOf({0x90}, settingsWith({"1=off"})), ElementsAre(0));
+}
+
+TEST(PartPlans, LeaveOutDrumsThatAreNotNamed) {
+    const Song song = songOn({0x90, 0x99});
+    for (const SongLayout layout : {SongLayout::kSplit, SongLayout::kTogether}) {
+        const auto plans = planParts(song, settingsWith({}, layout), {});
+        ASSERT_EQ(plans.size(), 1U);
+        EXPECT_FALSE(plans[0].plays[10]);
+        EXPECT_TRUE(leavesOutDrums(song, settingsWith({}, layout)));
+    }
+    EXPECT_THAT(partsOf({0x90, 0x99}, settingsWith({"10=Organ"})), ElementsAre(1, 10));
+    EXPECT_FALSE(leavesOutDrums(song, settingsWith({"10=Organ"})));
+    EXPECT_FALSE(leavesOutDrums(song, settingsWith({"10=off"})));
+    EXPECT_FALSE(leavesOutDrums(songOn({0x90}), settingsWith({})));
+}
+
+TEST(PartPlans, PlayAWholeRawFileWithOnePart) {
+    const auto plans = planParts(songOn({0x90, 0x99}), settingsWith({}, SongLayout::kRaw), {});
+    ASSERT_EQ(plans.size(), 1U);
+    EXPECT_TRUE(plans[0].isRaw);
+    for (int channel = 1; channel <= 16; ++channel) {
+        EXPECT_TRUE(plans[0].plays[static_cast<std::size_t>(channel)]) << channel;
+    }
 }
 
 TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
@@ -99,7 +151,7 @@ TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
     setup.settings.push_back({"Attack", 0.5F, {}});
     setup.preset = PresetFile{"all.fxb", {}};
     setup.preset->preset.isBank = true;
-    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), setup);
+    const auto plans = planParts(songOn({0x90, 0x91}), settingsWith({"1=Meow"}), setup);
     EXPECT_EQ(plans[0].setup.program, "Meow");
     EXPECT_EQ(plans[0].setup.preset->path, "all.fxb");
     EXPECT_EQ(plans[0].setup.settings.size(), 1U);
@@ -109,7 +161,7 @@ TEST(PartPlans, GiveEveryPartTheBankAndTheSettings) {
 TEST(PartPlans, LeaveAPresetOfOneProgramToTheRest) {
     PluginSetup setup;
     setup.preset = PresetFile{"one.fxp", {}};
-    const auto plans = planParts(songOn({0x90, 0x91}), parseChannels({"1=Meow"}), setup);
+    const auto plans = planParts(songOn({0x90, 0x91}), settingsWith({"1=Meow"}), setup);
     EXPECT_FALSE(plans[0].setup.preset);
     EXPECT_TRUE(plans[1].setup.preset);
 }

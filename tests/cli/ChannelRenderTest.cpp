@@ -20,13 +20,13 @@ using Words = std::vector<std::string>;
 
 class ChannelRender : public ::testing::Test {
 protected:
-    // A note on each of the channels 1, 2 and 10, at 0, 0.25 and 0.5 s.
+    // A note on each of the channels 1, 2 and 11, at 0, 0.25 and 0.5 s.
     ChannelRender() {
         writeBytes(folder_ / "song.mid", midiFileBytes(0, 480,
                                                        {TrackBytes()
                                                             .event(0, {0x90, 60, 64})
                                                             .event(240, {0x91, 64, 64})
-                                                            .event(240, {0x99, 67, 64})
+                                                            .event(240, {0x9A, 67, 64})
                                                             .end(240)}));
     }
 
@@ -59,7 +59,7 @@ TEST_F(ChannelRender, GivesEachNamedChannelItsProgramAndTheRestTheChosenOne) {
     EXPECT_THAT(notes({}), ElementsAre(0.125F, 0.125F, 0.125F));
     EXPECT_THAT(notes({"--program", "High"}), ElementsAre(0.5F, 0.5F, 0.5F));
     EXPECT_THAT(notes({"--channel", "2=high low"}), ElementsAre(0.125F, 0.25F, 0.125F));
-    EXPECT_THAT(notes({"--program", "High", "--channel", "2=High Low", "--channel", "10=0"}),
+    EXPECT_THAT(notes({"--program", "High", "--channel", "2=High Low", "--channel", "11=0"}),
                 ElementsAre(0.5F, 0.25F, 0.125F));
 }
 
@@ -77,13 +77,13 @@ TEST_F(ChannelRender, TakesPresetFilesForPrograms) {
     BankFields fields;
     fields.programs[1] = programBytes({.name = "Loud", .values = {0x3F800000, 0, 0}});
     writeBytes(folder_ / "a.fxb", bankBytes(fields));
-    EXPECT_THAT(notes({"--preset", path("a.fxb"), "--channel", "10=loud"}),
+    EXPECT_THAT(notes({"--preset", path("a.fxb"), "--channel", "11=loud"}),
                 ElementsAre(0.25F, 0.25F, 1.0F));
 }
 
 TEST_F(ChannelRender, MovesParametersOfAllInstruments) {
     writeText(folder_ / "moves.csv", "0.2,Level,1\n0.4,Level,0.0625\n");
-    EXPECT_THAT(notes({"--automate", path("moves.csv"), "--channel", "10=High"}),
+    EXPECT_THAT(notes({"--automate", path("moves.csv"), "--channel", "11=High"}),
                 ElementsAre(0.125F, 1.0F, 0.0625F));
 }
 
@@ -114,7 +114,7 @@ TEST_F(ChannelRender, WritesStemsThatAddUpToTheMix) {
     }
     std::erase(names, ".stems.json"); // the list of the others
     std::sort(names.begin(), names.end());
-    ASSERT_THAT(names, ElementsAre("01-Organ.wav", "02-Lime-Bass.wav", "rest-Crystal-Strings.wav"));
+    ASSERT_THAT(names, ElementsAre("01-Organ.wav", "02-Lime-Bass.wav", "11-Crystal-Strings.wav"));
     const auto mix = readSoundFile(folder_ / "mix.wav").samples;
     std::vector<float> sum(mix.size(), 0.0F);
     for (const std::string& name : names) { // in the order of the parts
@@ -141,7 +141,7 @@ TEST_F(ChannelRender, BringsStemsToTheLevelOfTheirMix) {
 
 TEST_F(ChannelRender, RemovesItsOwnOldStemsAndNoOtherFile) {
     const auto stemsWith = [&](const Words& channels) {
-        Words more{"--stems", path("stems")};
+        Words more{"--together", "--stems", path("stems")};
         more.insert(more.end(), channels.begin(), channels.end());
         EXPECT_EQ(render("mix.wav", testPlugin("programmed"), more).errors, "");
         std::vector<std::string> names;
@@ -182,8 +182,8 @@ TEST_F(ChannelRender, NamesStemsThatClip) {
     EXPECT_THAT(result.output, HasSubstr("\nnothing clips with --gain 6.0\n"));
 }
 
-TEST_F(ChannelRender, WritesOneStemOfASongWithoutNamedChannels) {
-    render("mix.wav", testPlugin("programmed"), {"--stems", path("")});
+TEST_F(ChannelRender, WritesOneStemOfASongThatOneInstrumentPlays) {
+    render("mix.wav", testPlugin("programmed"), {"--together", "--stems", path("")});
     EXPECT_THAT(folder_.names(), ElementsAre(".stems.json", "mix.wav", "rest-Low.wav", "song.mid"));
     EXPECT_TRUE(readText(folder_ / "mix.wav") == readText(folder_ / "rest-Low.wav"));
 }

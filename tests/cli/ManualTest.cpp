@@ -104,7 +104,7 @@ TEST(Completion, OffersEveryCommand) {
 }
 
 TEST(Completion, FinishesAWord) {
-    EXPECT_THAT(completionsOf({"render", "--ra"}), ElementsAre("--rate"));
+    EXPECT_THAT(completionsOf({"render", "--rat"}), ElementsAre("--rate"));
 }
 
 TEST(Completion, FinishesTheNameOfAProgramAsTheShellNeedsIt) {

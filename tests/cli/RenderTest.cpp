@@ -245,7 +245,7 @@ TEST_F(RenderCommand, RefusesToOverwriteItsSongThroughALink) {
 }
 
 TEST_F(RenderCommand, RefusesToWriteTheMixOverAStem) {
-    const auto result = render(folder_ / "rest.wav", {"--stems", folder_.path().string()});
+    const auto result = render(folder_ / "01.wav", {"--stems", folder_.path().string()});
     EXPECT_THAT(result.errors, HasSubstr(" twice: "));
     EXPECT_THAT(folder_.names(), ElementsAre("song.mid"));
 }

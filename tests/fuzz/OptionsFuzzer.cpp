@@ -38,7 +38,7 @@ void checkSettings(const RenderSettings& settings) {
             "the tail ends");
     for (const auto& [channel, choice] : settings.channels) {
         require(channel == choice.channel && channel >= 1 && channel <= 16, "channels are 1 to 16");
-        require(!choice.program.empty(), "a channel has a program");
+        require(choice.isOff || !choice.program.empty(), "a channel has a program or is off");
         require(std::isfinite(choice.gain) && choice.gain > 0.0F, "a level is a positive number");
     }
 }
