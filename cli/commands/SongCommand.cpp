@@ -10,6 +10,7 @@
 #include "host/text/Format.h"
 #include "host/text/Json.h"
 #include "host/text/Table.h"
+#include "performance/MidiMessage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -40,41 +41,73 @@ std::string numberList(const std::set<int>& numbers) {
     return text;
 }
 
-// The instrument reads two controllers: all notes off, and mono mode, which implies it.
+// Which controllers `render` plays.
 bool isPlayed(int controller) {
-    constexpr int kAllNotesOff = 123;
-    constexpr int kMonoMode = 126;
-    return controller == kAllNotesOff || controller == kMonoMode;
+    switch (controller) {
+    case kDataEntry: // of the bend range
+    case kDataEntryFine:
+    case kParameter:
+    case kParameterFine:
+    case kVolume:
+    case kExpression:
+    case kSustainPedal:
+    case kAllSoundOff:
+    case kResetAllControllers:
+    case kAllNotesOff:
+    case kMonoModeOn:
+        return true;
+    default:
+        return false;
+    }
 }
 
-// What Zelvatone does not play of the file, and why; a line each.
-std::vector<std::string> ignoredLines(const SongSummary& song) {
+// What the channels hold that is not played.
+struct NotPlayed {
+    explicit NotPlayed(const SongSummary& song) {
+        for (const ChannelSummary& channel : song.channels) {
+            controllers.insert(channel.controllers.begin(), channel.controllers.end());
+            programs.insert(channel.programs.begin(), channel.programs.end());
+            hasPressure |= channel.pressures > 0;
+        }
+        std::erase_if(controllers, isPlayed);
+    }
+
     std::set<int> controllers;
-    bool hasPrograms = false;
+    std::set<int> programs;
     bool hasPressure = false;
+};
+
+// A line for each channel that bends further than the instrument does.
+std::vector<std::string> bendLines(const SongSummary& song) {
+    constexpr int kWidestBend = 12; // semitones, of the instrument
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < song.channels.size(); ++i) {
         const ChannelSummary& channel = song.channels[i];
-        controllers.insert(channel.controllers.begin(), channel.controllers.end());
-        hasPrograms |= !channel.programs.empty();
-        hasPressure |= channel.pressures > 0;
-        constexpr int kPlayedRange = 12;                 // semitones, of the instrument
-        const int range = channel.bendRange.value_or(2); // as MIDI has it without a request
-        if (channel.bends > 0 && range != kPlayedRange) {
-            lines.push_back(formatText("bend range of channel {}, {} semitones: the instrument "
-                                       "bends by {}",
-                                       i + 1, range, kPlayedRange));
+        if (channel.bends > 0 && channel.bendRange.value_or(0) > kWidestBend) {
+            lines.push_back(formatText("bends of channel {} beyond {} semitones: the file asks for "
+                                       "{}, the instrument ends there",
+                                       i + 1, kWidestBend, *channel.bendRange));
         }
     }
-    std::erase_if(controllers, isPlayed);
-    if (!controllers.empty()) {
-        lines.push_back(
-            formatText("controllers {}: the instrument has none of them", numberList(controllers)));
+    return lines;
+}
+
+// What `render` does not play of the file, and why; a line each.
+std::vector<std::string> ignoredLines(const SongSummary& song) {
+    const NotPlayed ignored(song);
+    std::vector<std::string> lines = bendLines(song);
+    if (song.channels[kDrumChannel].notes > 0) {
+        lines.emplace_back("channel 10 (drums): --channel 10=PROGRAM plays it");
     }
-    if (hasPrograms) {
-        lines.emplace_back("program changes: --program and --channel choose programs");
+    if (!ignored.controllers.empty()) {
+        lines.push_back(formatText("controllers {}: the instrument has none of them",
+                                   numberList(ignored.controllers)));
     }
-    if (hasPressure) {
+    if (!ignored.programs.empty()) {
+        lines.push_back(formatText("program changes {}: --programs FILE says what they choose",
+                                   numberList(ignored.programs)));
+    }
+    if (ignored.hasPressure) {
         lines.emplace_back("pressure of keys: the instrument has no use for it");
     }
     if (song.exclusives > 0) {
@@ -102,7 +135,7 @@ std::string trackTable(const SongSummary& song) {
 
 std::string channelTable(const SongSummary& song) {
     std::vector<std::vector<std::string>> lines{
-        {"Channel", "Notes", "Range", "Bends", "Controllers"}};
+        {"Channel", "Notes", "Range", "Bends", "Programs", "Controllers"}};
     for (std::size_t i = 0; i < song.channels.size(); ++i) {
         const ChannelSummary& channel = song.channels[i];
         if (channel.isUsed()) {
@@ -110,10 +143,11 @@ std::string channelTable(const SongSummary& song) {
                              channel.notes == 0 ? ""
                                                 : formatText("{} to {}", noteName(channel.lowest),
                                                              noteName(channel.highest)),
-                             std::to_string(channel.bends), numberList(channel.controllers)});
+                             std::to_string(channel.bends), numberList(channel.programs),
+                             numberList(channel.controllers)});
         }
     }
-    return tableText(lines, {false, true, false, true, false});
+    return tableText(lines, {false, true, false, true, false, false});
 }
 
 std::string asText(const SongSummary& song) {

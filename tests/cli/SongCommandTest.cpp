@@ -31,7 +31,8 @@ protected:
                  TrackBytes()
                      .event(0, {0xB0, 101, 0})
                      .event(0, {0xB0, 100, 0})
-                     .event(0, {0xB0, 6, 2})
+                     .event(0, {0xB0, 6, 24})
+                     .event(0, {0xB0, 1, 64})
                      .event(0, {0xC0, 5})
                      .event(0, {0xD0, 90})
                      .event(0, {0xE0, 0, 80})
@@ -64,25 +65,31 @@ TEST_F(SongCommand, ShowsLengthTracksAndChannels) {
                           "    1      0  Test\n"
                           "    2      2\n"
                           "    3      1\n\n"
-                          "Channel     Notes  Range     Bends  Controllers\n"
-                          "1               2  C4 to A4      1  6, 100, 101, 123\n"
+                          "Channel     Notes  Range     Bends  Programs  Controllers\n"
+                          "1               2  C4 to A4      1  5         1, 6, 100, 101, 123\n"
                           "10 (drums)      1  C2 to C2      0\n\n"
                           "Notes that do not end: 1\n"));
 }
 
 TEST_F(SongCommand, TellsWhatIsNotPlayedAndWhy) {
     const std::string text = outputOf({"song"});
-    EXPECT_THAT(text,
-                HasSubstr("bend range of channel 1, 2 semitones: the instrument bends by 12"));
-    EXPECT_THAT(text, HasSubstr("controllers 6, 100, 101: the instrument has none of them"));
-    EXPECT_THAT(text, HasSubstr("program changes: "));
+    EXPECT_THAT(text, HasSubstr("bends of channel 1 beyond 12 semitones: the file asks for 24"));
+    EXPECT_THAT(text, HasSubstr("channel 10 (drums): --channel 10=PROGRAM plays it"));
+    EXPECT_THAT(text, HasSubstr("controllers 1: the instrument has none of them"));
+    EXPECT_THAT(text, HasSubstr("program changes 5: --programs FILE"));
     EXPECT_THAT(text, HasSubstr("pressure of keys: "));
     EXPECT_THAT(text, HasSubstr("1 exclusive message"));
 }
 
 TEST_F(SongCommand, SaysNothingOfWhatIsNotThere) {
     writeBytes(song_, midiFileBytes(0, 480,
-                                    {TrackBytes().noteOn(0, 60).event(480, {0x80, 60, 0}).end(0)}));
+                                    {TrackBytes()
+                                         .event(0, {0xB0, 7, 100})
+                                         .event(0, {0xB0, 64, 0})
+                                         .event(0, {0xE0, 0, 80})
+                                         .noteOn(0, 60)
+                                         .event(480, {0x80, 60, 0})
+                                         .end(0)}));
     const std::string text = outputOf({"song"});
     EXPECT_THAT(text, Not(HasSubstr("Not played")));
     EXPECT_THAT(text, Not(HasSubstr("do not end")));
@@ -104,6 +111,22 @@ TEST_F(SongCommand, WritesJson) {
     EXPECT_EQ(song["channels"][0]["channel"], 2);
     EXPECT_EQ(song["channels"][0]["lowestNote"], 60);
     EXPECT_EQ(song["notPlayed"], json::array());
+}
+
+TEST_F(SongCommand, CountsTheMetresAfterTheStart) {
+    const auto changesOf = [&](const TrackBytes& track) {
+        writeBytes(song_, midiFileBytes(0, 480, {track}));
+        return json::parse(outputOf({"song", "--json"}))["meterChanges"];
+    };
+    EXPECT_EQ(changesOf(TrackBytes().event(480, {0xFF, 0x58, 4, 3, 2, 24, 8}).end(480)), 1)
+        << "the first one is not at the start";
+    EXPECT_EQ(changesOf(TrackBytes()
+                            .event(0, {0xFF, 0x58, 4, 2, 2, 24, 8})
+                            .event(0, {0xFF, 0x58, 4, 3, 2, 24, 8})
+                            .event(480, {0xFF, 0x58, 4, 3, 2, 24, 8})
+                            .event(960, {0xFF, 0x58, 4, 6, 3, 24, 8})
+                            .end(480)),
+              1);
 }
 
 TEST_F(SongCommand, NamesABadFile) {
