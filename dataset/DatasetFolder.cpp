@@ -7,6 +7,7 @@
 #include "host/files/OutputFile.h"
 #include "host/text/Format.h"
 
+#include <string_view>
 #include <system_error>
 
 namespace zelvatone {
@@ -34,9 +35,20 @@ Json withoutCommand(Json description) {
     return description;
 }
 
-bool isEmptyFolder(const fs::path& path) {
+// Another process may be preparing the same folder: what it makes there is no other file.
+bool holdsOtherFiles(const fs::path& folder) {
+    constexpr std::string_view kHidden = ".zelvatone-"; // of files that are being written
     std::error_code error; // what cannot be read shows when it is written to
-    return !fs::exists(path, error) || (fs::is_directory(path, error) && fs::is_empty(path, error));
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        const bool isOurs = name == "shards" || name == "parts" || name == "table.csv" ||
+                            name == "dataset.json" || name.starts_with(kHidden);
+        if (!isOurs) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // The first key whose values differ.
@@ -93,8 +105,7 @@ void DatasetFolder::prepare(const DatasetPlan& plan, const std::string& command,
                             const fs::path& table) {
     const Json wanted = describe(plan, table);
     std::error_code error; // shows below, when a file is written
-    const bool isNew = isEmptyFolder(path_);
-    if (!isNew && !fs::exists(descriptionFile(), error)) {
+    if (!fs::exists(descriptionFile(), error) && holdsOtherFiles(path_)) {
         throw InputError(formatText(
             "cannot write {}: there are other files in it; name a new folder", path_.string()));
     }

@@ -18,7 +18,7 @@ std::int64_t DatasetPlan::shards() const {
     return (count + perShard - 1) / perShard;
 }
 
-std::string DatasetPlan::key(std::int64_t number) const {
+std::string keyOf(std::int64_t number) {
     return formatText("{:06}", number);
 }
 

@@ -34,9 +34,10 @@ struct DatasetPlan {
 
     std::int64_t frames() const; // samples in each sound
     std::int64_t shards() const;
-    // Of a sound, in at least six digits: "000042". The same for shards.
-    std::string key(std::int64_t number) const;
 };
+
+// Of a sound or a shard, in at least six digits: "000042".
+std::string keyOf(std::int64_t number);
 
 // Sounds in a shard of about 1 GB.
 std::int64_t usualPerShard(const DatasetPlan& plan);

@@ -64,7 +64,7 @@ std::string writeParameters(const DatasetPlan& plan, const DatasetFolder& folder
     write(tableHeading());
     for (std::int64_t shard = 0; shard < plan.shards(); ++shard) {
         InterruptWatch::check();
-        const auto bytes = readBytes(folder.labels(plan.key(shard)), kLargest, "table of labels");
+        const auto bytes = readBytes(folder.labels(keyOf(shard)), kLargest, "table of labels");
         const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
         write(text.substr(text.find('\n') + 1));
     }
@@ -78,7 +78,7 @@ Json manifestOf(const DatasetPlan& plan, const DatasetFolder& folder,
     Json counts{{"sounds", plan.count}, {"for_tests", 0}, {"silent", 0},
                 {"clipped", 0},         {"broken", 0},    {"bytes", 0}};
     for (const FoundShard& shard : found) {
-        const Json json = shardJson(plan, shard.record);
+        const Json json = shardJson(shard.record);
         for (const char* count : {"for_tests", "silent", "clipped", "broken", "bytes"}) {
             counts[count] = counts[count].get<std::int64_t>() + json.at(count).get<std::int64_t>();
         }
@@ -118,7 +118,7 @@ DatasetResult makeDataset(const DatasetPlan& plan, const DatasetFolder& folder,
         all += soundsIn(plan, shards[i]);
         if (before[i].state == ShardState::kDamaged) {
             watch.notice(formatText("{} is damaged and made again",
-                                    folder.archive(plan.key(shards[i])).string()));
+                                    folder.archive(keyOf(shards[i])).string()));
         }
     }
     checkSpace(plan, folder, all);

@@ -29,9 +29,9 @@ public:
             const bool isLabel = files % 2 == 1;
             ++files;
             const char* ending = isLabel ? ".json" : (plan_.isFlac ? ".flac" : ".wav");
-            if (name != plan_.key(number) + ending) {
+            if (name != keyOf(number) + ending) {
                 throw InputError(formatText("{} holds {} in place of {}{}", archive.string(), name,
-                                            plan_.key(number), ending));
+                                            keyOf(number), ending));
             }
             if (isChosen(number)) {
                 keep(number, isLabel, bytes);
@@ -103,7 +103,7 @@ std::vector<ShardRecord> recordsOf(const DatasetPlan& plan, const DatasetFolder&
         if (shard.state != ShardState::kFinished) {
             throw InputError(
                 formatText("{} is {}; the command that made the dataset makes it again",
-                           folder.archive(plan.key(number)).string(),
+                           folder.archive(keyOf(number)).string(),
                            shard.state == ShardState::kMissing ? "missing" : "damaged"));
         }
         records.push_back(shard.record);
@@ -112,12 +112,11 @@ std::vector<ShardRecord> recordsOf(const DatasetPlan& plan, const DatasetFolder&
 }
 
 // Whether the manifest names the same checksums.
-void checkManifest(const DatasetPlan& plan, const DatasetFolder& folder,
-                   const std::vector<ShardRecord>& records) {
+void checkManifest(const DatasetFolder& folder, const std::vector<ShardRecord>& records) {
     const Json manifest = readJson(folder.manifest());
     Json shards = Json::array();
     for (const ShardRecord& record : records) {
-        shards.push_back(shardJson(plan, record));
+        shards.push_back(shardJson(record));
     }
     if (!manifest.contains("shards") || manifest.at("shards") != shards) {
         throw InputError(formatText("{} does not list the shards", folder.manifest().string()));
@@ -135,10 +134,10 @@ void checkManifest(const DatasetPlan& plan, const DatasetFolder& folder,
 void verifyDataset(const DatasetPlan& plan, const DatasetFolder& folder, std::int64_t sounds,
                    int threads, const DatasetWatch& watch) {
     const std::vector<ShardRecord> records = recordsOf(plan, folder, threads);
-    checkManifest(plan, folder, records);
+    checkManifest(folder, records);
     SoundCheck check(plan, sounds, threads, watch);
     for (const ShardRecord& record : records) {
-        check.check(folder.archive(plan.key(record.number)), record);
+        check.check(folder.archive(keyOf(record.number)), record);
     }
 }
 

@@ -29,9 +29,9 @@ public:
         : plan_(plan),
           record_(record),
           done_(done),
-          archive_(folder.archive(plan.key(record.number))),
+          archive_(folder.archive(keyOf(record.number))),
           tar_(archive_, archiveSum_),
-          labels_(folder.labels(plan.key(record.number))) {
+          labels_(folder.labels(keyOf(record.number))) {
         writeLabels(tableHeading());
     }
 
@@ -81,7 +81,7 @@ private:
     }
 
     void write(const Waiting& now) {
-        const std::string key = plan_.key(now.number);
+        const std::string key = keyOf(now.number);
         tar_.add(key + (plan_.isFlac ? ".flac" : ".wav"), now.sound.file);
         tar_.add(key + ".json", now.label);
         writeLabels(tableLine(plan_, now.sound));
@@ -129,9 +129,8 @@ ShardRecord recordOf(const DatasetPlan& plan, std::int64_t number, const Json& j
     return record;
 }
 
-bool isWhole(const DatasetPlan& plan, const DatasetFolder& folder, const ShardRecord& record,
-             bool readsAll) {
-    const std::string key = plan.key(record.number);
+bool isWhole(const DatasetFolder& folder, const ShardRecord& record, bool readsAll) {
+    const std::string key = keyOf(record.number);
     std::error_code error; // a file that is not there has another size
     const auto bytes = std::filesystem::file_size(folder.archive(key), error);
     if (error || static_cast<std::int64_t>(bytes) != record.bytes ||
@@ -144,8 +143,8 @@ bool isWhole(const DatasetPlan& plan, const DatasetFolder& folder, const ShardRe
 
 } // namespace
 
-Json shardJson(const DatasetPlan& plan, const ShardRecord& record) {
-    return {{"shard", "shards/" + plan.key(record.number) + ".tar"},
+Json shardJson(const ShardRecord& record) {
+    return {{"shard", "shards/" + keyOf(record.number) + ".tar"},
             {"first", record.first},
             {"sounds", record.sounds},
             {"for_tests", record.forTests},
@@ -169,15 +168,15 @@ ShardRecord makeShard(const DatasetPlan& plan, const DatasetFolder& folder, std:
         });
     }
     const ShardRecord record = writer.finish();
-    Json json = shardJson(plan, record);
+    Json json = shardJson(record);
     json["dataset"] = folder.identity();
-    writeWhole(folder.record(plan.key(number)), jsonText(json));
+    writeWhole(folder.record(keyOf(number)), jsonText(json));
     return record;
 }
 
 FoundShard findShard(const DatasetPlan& plan, const DatasetFolder& folder, std::int64_t number,
                      bool readsAll) {
-    const std::string key = plan.key(number);
+    const std::string key = keyOf(number);
     std::error_code error; // a record that cannot be looked at counts as missing
     if (!std::filesystem::exists(folder.record(key), error)) {
         return {};
@@ -185,7 +184,7 @@ FoundShard findShard(const DatasetPlan& plan, const DatasetFolder& folder, std::
     try {
         const Json json = readJson(folder.record(key));
         const ShardRecord record = recordOf(plan, number, json);
-        if (json.at("dataset") == folder.identity() && isWhole(plan, folder, record, readsAll)) {
+        if (json.at("dataset") == folder.identity() && isWhole(folder, record, readsAll)) {
             return {ShardState::kFinished, record};
         }
     } catch (const InputError&) {      // damaged, as below

@@ -26,7 +26,7 @@ struct ShardRecord {
     std::int64_t broken = 0;
 };
 
-Json shardJson(const DatasetPlan& plan, const ShardRecord& record);
+Json shardJson(const ShardRecord& record);
 
 // Called from several threads, one at a time, when a sound has been written.
 using SoundDone = std::function<void()>;

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <map>
+#include <memory>
 #include <thread>
 
 namespace zelvatone {
@@ -58,6 +59,7 @@ protected:
     }
 
     TemporaryFolder folder_;
+    std::vector<std::unique_ptr<TemporaryFolder>> logs_; // of programs that run at once
 };
 
 TEST_F(DatasetCommand, SameBytesForEveryNumberOfThreadsAndParts) {
@@ -166,6 +168,23 @@ TEST_F(DatasetCommand, FolderWithOtherFilesIsRefused) {
     writeText(folder_ / "a/letter.txt", "Dear");
     expectError(small(in("a")), "there are other files in it");
     EXPECT_EQ(readText(folder_ / "a/letter.txt"), "Dear");
+}
+
+// Parts of one dataset may begin at the same moment.
+TEST_F(DatasetCommand, FolderThatAnotherProcessPreparesIsTaken) {
+    fs::create_directories(folder_ / "a/shards");
+    make("a");
+    std::vector<std::unique_ptr<Program>> programs;
+    for (const char* part : {"1/3", "2/3", "3/3"}) {
+        Words words = small(in("b"), {"--shard", part});
+        words.insert(words.begin(), TEST_PROGRAM);
+        logs_.push_back(std::make_unique<TemporaryFolder>());
+        programs.push_back(std::make_unique<Program>(words, *logs_.back()));
+    }
+    for (const auto& program : programs) {
+        EXPECT_EQ(program->wait().exitStatus, 0);
+    }
+    EXPECT_EQ(sums("b"), sums("a"));
 }
 
 TEST_F(DatasetCommand, BadTableIsToldInALine) {
