@@ -1,7 +1,6 @@
 #include "cli/UsageMessage.h"
 
 #include "host/Error.h"
-#include "host/audio/Decibels.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
 
@@ -130,11 +129,21 @@ std::string_view kindOfPath(const CLI::Option& option) {
     return type.starts_with("FILE") || type.starts_with("SONG") ? "file" : "";
 }
 
+// Whether a word is meant for a level, also for one that cannot be: "-6dB", "-130", "-1,5".
+bool looksLikeLevel(std::string_view word) {
+    constexpr std::size_t kUnit = 2; // letters of "dB"
+    if (word.size() > kUnit && equalInAnyCase(word.substr(word.size() - kUnit), "dB")) {
+        word.remove_suffix(kUnit);
+    }
+    return word.find_first_of("0123456789") != std::string_view::npos &&
+           word.find_first_not_of("+-.,0123456789 ") == std::string_view::npos;
+}
+
 // What follows the option may be the song: the library would take that for the level.
 void completeNormalize(Words& words) {
     constexpr const char* kUsualLevel = "-1"; // room for the filters of players and of lossy files
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (words[i] == "--normalize" && (i + 1 == words.size() || !decibelsIn(words[i + 1]))) {
+        if (words[i] == "--normalize" && (i + 1 == words.size() || !looksLikeLevel(words[i + 1]))) {
             words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, kUsualLevel);
         }
     }

@@ -46,8 +46,8 @@ double decibelOption(std::string_view option, const std::string& text) {
 std::string decimalPointHint(std::string_view text) {
     std::string pointed(text);
     std::replace(pointed.begin(), pointed.end(), ',', '.');
-    return pointed != text && decibelsIn(pointed) ? formatText("; write {}, with a point", pointed)
-                                                  : "";
+    const bool isNumber = realNumber(pointed) || decibelsIn(pointed);
+    return pointed != text && isNumber ? formatText("; write {}, with a point", pointed) : "";
 }
 
 } // namespace zelvatone

@@ -115,9 +115,9 @@ ParameterSetting parseSetting(std::string_view text) {
     }
     const std::string_view shown = text.substr(equals + 1);
     const auto value = realNumber(shown);
-    if (shown.empty() || !decimalPointHint(shown).empty()) {
-        throw UsageError(formatText("--set takes values from 0 to 1, not '{}'{}", shown,
-                                    decimalPointHint(shown)));
+    const std::string hint = decimalPointHint(shown);
+    if (shown.empty() || !hint.empty()) {
+        throw UsageError(formatText("--set takes values from 0 to 1, not '{}'{}", shown, hint));
     }
     const std::string parameter(text.substr(0, equals));
     return value && *value >= 0.0 && *value <= 1.0

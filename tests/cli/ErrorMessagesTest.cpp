@@ -168,6 +168,8 @@ TEST_F(ErrorMessage, NamesAnEmptyPath) {
 TEST_F(ErrorMessage, TellsThatNumbersHaveAPoint) {
     expectRenderMessage("song.mid", {"--gain", "-3,5"}, 2, "not '-3,5'; write -3.5, with a point");
     expectRenderMessage("song.mid", {"--set", "Level=0,5"}, 2, "; write 0.5, with a point");
+    expectRenderMessage("song.mid", {"--tail", "150,5"}, 2, "; write 150.5, with a point");
+    expectRenderMessage("song.mid", {"--normalize", "-1,5"}, 2, "; write -1.5, with a point");
     expectRenderMessage("song.mid", {"--channel", "1=0@-6,5dB"}, 2, "; write -6.5dB, with a");
 }
 
@@ -219,10 +221,10 @@ TEST(Help, IsTheSameByEitherName) {
 
 TEST(Help, FitsATerminalOf80Columns) {
     for (const Words& arguments :
-         {Words{"help"}, Words{"help", "render"}, Words{"help", "tour"}, Words{"help", "edit"},
-          Words{"help", "screenshot"}, Words{"help", "programs"}, Words{"help", "params"},
-          Words{"help", "info"}, Words{"help", "preset"}, Words{"help", "preset", "save"},
-          Words{"help", "preset", "load"}}) {
+         {Words{"help"}, Words{"help", "render"}, Words{"help", "song"}, Words{"help", "tour"},
+          Words{"help", "edit"}, Words{"help", "screenshot"}, Words{"help", "programs"},
+          Words{"help", "params"}, Words{"help", "info"}, Words{"help", "preset"},
+          Words{"help", "preset", "save"}, Words{"help", "preset", "load"}}) {
         std::istringstream lines(zelvatoneWith(arguments).output);
         int count = 0;
         for (std::string line; std::getline(lines, line); ++count) {

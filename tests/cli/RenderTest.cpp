@@ -136,6 +136,8 @@ TEST_F(RenderCommand, TakesTheSongAfterNormalizeForTheSong) {
 TEST_F(RenderCommand, RefusesALevelThatCannotBe) {
     EXPECT_THAT(render(output_, {"--normalize", "1"}).errors,
                 HasSubstr("takes -120 to 0 decibels"));
+    EXPECT_THAT(render(output_, {"--normalize", "-130"}).errors,
+                HasSubstr("takes -120 to 0 decibels, not '-130'"));
     EXPECT_THAT(render(output_, {"--normalize", "--gain", "3"}).errors,
                 HasSubstr("leave out --gain"));
 }
