@@ -87,6 +87,21 @@ TEST_F(ChannelRender, MovesParametersOfAllInstruments) {
                 ElementsAre(0.125F, 1.0F, 0.0625F));
 }
 
+// A whole-number parameter comes back one lower when the value that it tells is set again.
+TEST_F(ChannelRender, ReadsMovesWithoutMovingTheInstrument) {
+    writeText(folder_ / "moves.csv", "0.6,Max Modes,60 osc\n");
+    const Words settings{"--set", "Max Modes=53 osc", "--set", "Mode Init=100 osc", "--tail", "0"};
+    const auto leftWith = [&](const Words& more) {
+        Words words = settings;
+        words.insert(words.end(), more.begin(), more.end());
+        EXPECT_EQ(render("out.wav", TEST_INSTRUMENT, words).errors, "");
+        auto left = readSoundFile(folder_ / "out.wav").channel(0);
+        left.resize(22050); // before the move
+        return left;
+    };
+    EXPECT_TRUE(leftWith({"--automate", path("moves.csv")}) == leftWith({}));
+}
+
 const Words kOrchestra{"--channel",   "1=Organ@-6dB", "--channel",
                        "2=Lime Bass", "--program",    "Crystal"};
 
