@@ -28,7 +28,9 @@ void Recorder::write(std::size_t stream, std::span<const float> samples) {
 }
 
 void Recorder::take(std::span<const float> mix) {
-    meter_.measure(mix);
+    if (peak_) {
+        meter_.measure(mix);
+    }
     for (std::size_t stream = 0; stream < streams(); ++stream) {
         if (peak_) {
             spools_[stream]->write(samples(stream, mix));

@@ -39,8 +39,8 @@ private:
     SoundFileWriter& file_;
     std::optional<Stems>& stems_;
     std::optional<float> peak_;
-    LevelMeter meter_;               // of the mix before it is brought to the peak
-    std::vector<LevelMeter> levels_; // by stream
+    LevelMeter meter_;               // of the mix before it is brought to the peak, if it is
+    std::vector<LevelMeter> levels_; // of what is written, by stream
     std::vector<std::unique_ptr<SampleSpool>> spools_; // by stream; none without a peak
 };
 
