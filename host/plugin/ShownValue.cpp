@@ -49,9 +49,14 @@ public:
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;
 
+    // Asks once for several questions about one value.
     std::string textAt(float value) {
-        plugin_.setParameter(index_, value);
-        return plugin_.text(effGetParamDisplay, index_);
+        if (tried_ != value) {
+            plugin_.setParameter(index_, value);
+            text_ = plugin_.text(effGetParamDisplay, index_);
+            tried_ = value;
+        }
+        return text_;
     }
     bool fits(float value) {
         const std::string text = textAt(value);
@@ -73,6 +78,8 @@ private:
     int index_;
     float before_;
     ShownText wanted_;
+    std::optional<float> tried_; // what the parameter is set to
+    std::string text_;           // that it shows there
 };
 
 float stepValue(int step) {
