@@ -62,4 +62,13 @@ TempoMap::Range TempoMap::tempoRange() const {
     return {60.0 / longest->secondsPerQuarter, 60.0 / shortest->secondsPerQuarter};
 }
 
+std::vector<TempoMap::Change> TempoMap::changes() const {
+    std::vector<Change> changes;
+    changes.reserve(stretches_.size());
+    for (const Stretch& stretch : stretches_) {
+        changes.push_back({stretch.tick, stretch.secondsPerQuarter});
+    }
+    return changes;
+}
+
 } // namespace zelvatone

@@ -36,6 +36,10 @@ public:
     // Of all tempos that hold somewhere.
     Range tempoRange() const;
 
+    double ticksPerQuarter() const { return ticksPerQuarter_; }
+    // In order, the tempo at the start among them.
+    std::vector<Change> changes() const;
+
 private:
     // A stretch of one tempo; the first one starts at 0.
     struct Stretch {
