@@ -56,10 +56,12 @@ LAYERS = [
     # Drives the instrument in units, without a plug-in file: a new one for each of millions of sounds.
     ("dataset", ["dataset"], ["params", "performance", "engine", "formats", "host", "threads",
                               "files", "text", "audio", "hosted plug-in"]),
+    ("live", ["live"], ["performance", "host", "vst2", "threads", "files", "text", "midi", "audio",
+                        "hosted plug-in", "render"]),
     ("terminal", ["cli/terminal"], ["host", "files", "text", "hosted plug-in"]),
     ("commands", ["cli/commands"], ["performance", "host", "threads", "files", "text", "midi",
                                     "audio", "window", "hosted plug-in", "preset", "render", "tour",
-                                    "dataset", "terminal"]),
+                                    "dataset", "live", "terminal"]),
     ("cli", ["cli"], ["host", "threads", "files", "text", "audio", "hosted plug-in", "terminal",
                       "commands"]),
 
@@ -92,6 +94,9 @@ LAYERS = [
     ("tests/host", ["tests/host"], ["performance", "vst2", "host", "threads", "files", "text",
                                     "midi", "audio", "picture", "window", "hosted plug-in",
                                     "preset", "render", "tests/support"]),
+    ("tests/live", ["tests/live"], ["performance", "vst2", "host", "threads", "files", "text", "midi",
+                                    "audio", "hosted plug-in", "render", "live", "tests/support",
+                                    "tests/plugin"]),
     ("tests/tour", ["tests/tour"], ["host", "threads", "files", "text", "midi", "audio", "picture",
                                     "hosted plug-in", "render", "tour", "tests/support"]),
     ("tests/dataset", ["tests/dataset"], ["params", "host", "files", "text", "midi", "hosted plug-in",
@@ -109,7 +114,7 @@ ROOM_OF_PATH = {path: room for room, paths, _ in LAYERS for path in paths}
 
 # From where a header is named: all but src from the top folder, src from itself. Toolkits read the
 # interface's headers by the names of the folder tree in which it is published.
-TREES = ["src", "host", "tour", "dataset", "cli", "vstgui", "tests", "bench"]
+TREES = ["src", "host", "tour", "dataset", "live", "cli", "vstgui", "tests", "bench"]
 ROOTS = {name: ROOT for name in TREES if name != "src"}
 ROOTS |= {folder.name: ROOT / "src" for folder in (ROOT / "src").iterdir() if folder.is_dir()}
 ROOTS["public.sdk"] = ROOT / "src/vst2"
