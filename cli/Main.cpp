@@ -9,6 +9,7 @@
 #include "cli/commands/EditCommand.h"
 #include "cli/commands/InfoCommand.h"
 #include "cli/commands/ParamsCommand.h"
+#include "cli/commands/PlayCommand.h"
 #include "cli/commands/PresetCommand.h"
 #include "cli/commands/ProgramsCommand.h"
 #include "cli/commands/RenderCommand.h"
@@ -35,6 +36,7 @@ class Commands {
 public:
     explicit Commands(CLI::App& app) {
         add(addRenderCommand(app, render_), render_.plugin, runRender, render_);
+        add(addPlayCommand(app, play_), play_.plugin, runPlay, play_);
         add(addSongCommand(app, song_), song_.plugin, runSong, song_);
         add(addTourCommand(app, tour_), tour_.plugin, runTour, tour_);
         add(addDatasetCommand(app, dataset_), dataset_.plugin, runDataset, dataset_);
@@ -72,6 +74,7 @@ private:
     }
 
     RenderOptions render_;
+    PlayOptions play_;
     SongOptions song_;
     TourOptions tour_;
     DatasetOptions dataset_;

@@ -8,8 +8,7 @@
 
 namespace zelvatone {
 
-// Opens JACK where a server runs, else ALSA. An output of the form "jack:NAME" or "alsa:NAME" asks
-// for one of them. Throws InputError, with what to do, when there is none.
+// Opens JACK where a server runs. Throws InputError, with what to do, when there is none.
 std::unique_ptr<AudioBackend> openBackend(const DeviceChoice& choice);
 
 // Devices of every sound system, as text for people.

@@ -59,7 +59,9 @@ _zelvatone_value() {
     --tail | --threads) _zelvatone_words auto ;;
     --set) _zelvatone_parameters ;;
     --count | --seed | --notes | --velocities | --seconds | --hold | --tempo | --per-shard | --shard) ;;
-    --rate | --block | --gain | --normalize | --channel | --name) ;;
+    --record) _zelvatone_files '*.[wW][aA][vV]' ;;
+    --keys) _zelvatone_words qwerty qwertz azerty ;;
+    --rate | --block | --buffer | --input | --cc | --gain | --normalize | --channel | --name) ;;
     --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
     esac
@@ -72,6 +74,9 @@ _zelvatone_options() {
     render)
         _zelvatone_words --output --rate --block --format --gain --normalize --mono --dc-block --tail --threads \
             --split --together --raw --channel --programs --stems --automate --force --quiet "$sound" "$plugin"
+        ;;
+    play)
+        _zelvatone_words --list --output --input --rate --buffer --record --cc --keys "$sound" "$plugin"
         ;;
     dataset)
         _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \
@@ -93,12 +98,12 @@ _zelvatone() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        _zelvatone_words render song tour dataset edit screenshot programs preset params info help --help \
+        _zelvatone_words render play song tour dataset edit screenshot programs preset params info help --help \
             --version
         return
     fi
     if ((COMP_CWORD == 2)) && [[ $command == help ]]; then
-        _zelvatone_words render song tour dataset edit screenshot programs preset params info
+        _zelvatone_words render play song tour dataset edit screenshot programs preset params info
         return
     fi
     # The shell takes the sign in "--channel 2=Organ" for a word.
@@ -116,7 +121,7 @@ _zelvatone() {
     fi
     case $command in
     # .mid and .rmi
-    render | song) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
+    render | play | song) _zelvatone_files '*.[mMrR][iImM][dDiI]' ;;
     preset) _zelvatone_words save load ;;
     save | load) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     dataset)

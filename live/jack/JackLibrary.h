@@ -1,5 +1,5 @@
 // The functions of the JACK library that are used, loaded at run time: the program starts without.
-// Declared here, for they have not changed for many years; a test compares them with the header.
+// Declared here, as they have not changed for many years: a build needs no package of JACK's.
 #pragma once
 
 #include <cstddef>

@@ -20,6 +20,10 @@ constexpr std::chrono::milliseconds kTurn{20};
 constexpr std::size_t kSamplesAtOnce = 16384;
 constexpr std::size_t kEventsAtOnce = 1024;
 
+std::span<const std::uint8_t> bytesOf(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
 } // namespace
 
 TakeWriter::TakeWriter(const Plan& plan, TakeRings& rings, const TakeClock& clock)
@@ -88,7 +92,10 @@ void TakeWriter::finish() {
     writeFile(".mid", takeMidi(events_, frames_, clock_));
     const std::string moves =
         takeAutomation(events_, plan_.parameterNames, plan_.rate, plan_.command);
-    writeFile(".csv", {reinterpret_cast<const std::uint8_t*>(moves.data()), moves.size()});
+    writeFile(".csv", bytesOf(moves));
+    if (!plan_.programs.empty()) {
+        writeFile(".programs.csv", bytesOf(plan_.programs));
+    }
     sound_.commit();
 }
 

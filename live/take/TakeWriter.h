@@ -21,7 +21,8 @@ public:
         int rate = 44100;            // Hz
         int channels = 2;
         std::vector<std::string> parameterNames;
-        std::string command; // that makes the sound again
+        std::string command;  // that makes the sound again
+        std::string programs; // what program changes choose, as a rendering reads it; or empty
     };
 
     // Starts a thread that empties `rings`. What is named must outlive the writer. Throws InputError

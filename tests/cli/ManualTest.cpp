@@ -34,9 +34,9 @@ std::string wordBehind(const std::string& line, const std::string& mark) {
 using Words = std::vector<std::string>;
 
 // Every command, and the commands inside one.
-const std::vector<Words> kCommands{{"render"}, {"song"},           {"tour"},          {"dataset"},
-                                   {"edit"},   {"screenshot"},     {"programs"},      {"params"},
-                                   {"info"},   {"preset", "save"}, {"preset", "load"}};
+const std::vector<Words> kCommands{{"render"},  {"play"}, {"song"},           {"tour"},
+                                   {"dataset"}, {"edit"}, {"screenshot"},     {"programs"},
+                                   {"params"},  {"info"}, {"preset", "save"}, {"preset", "load"}};
 
 Words joined(Words words, const std::string& last) {
     words.push_back(last);

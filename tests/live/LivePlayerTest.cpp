@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 
 #if defined(__SSE__)
 #include <xmmintrin.h>
@@ -16,8 +15,6 @@
 
 namespace zelvatone {
 namespace {
-
-using ::testing::Each;
 
 // The first sample at which two sounds differ in a bit; none below 0.
 std::ptrdiff_t firstDifference(const std::vector<float>& a, const std::vector<float>& b) {

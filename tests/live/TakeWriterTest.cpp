@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace zelvatone {
@@ -23,7 +24,8 @@ protected:
                 .rate = 48000,
                 .channels = 2,
                 .parameterNames = {"Attack"},
-                .command = "again"};
+                .command = "again",
+                .programs = {}};
     }
     static TakeEvent move(std::int64_t frame, float value) {
         return {

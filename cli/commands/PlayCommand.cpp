@@ -1,0 +1,316 @@
+#include "cli/commands/PlayCommand.h"
+
+#include "cli/commands/OptionValues.h"
+#include "cli/commands/PlaySession.h"
+#include "cli/terminal/Notice.h"
+#include "host/Error.h"
+#include "host/files/UserPath.h"
+#include "host/plugin/ParameterLookup.h"
+#include "host/plugin/Programs.h"
+#include "host/text/Format.h"
+#include "host/text/Names.h"
+#include "host/text/Numbers.h"
+#include "host/threads/Interrupt.h"
+#include "live/BackendChoice.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sys/mman.h>
+#include <sys/resource.h>
+
+#include <cstdlib>
+
+namespace zelvatone {
+
+namespace {
+
+// A disk may stand still for so long.
+constexpr double kRecordingSeconds = 8.0;
+
+DeviceChoice deviceChoice(const PlayOptions& options) {
+    constexpr int kSlowest = 8000; // Hz
+    constexpr int kFastest = 192000;
+    constexpr int kShortest = 16; // samples
+    constexpr int kLongest = 8192;
+    DeviceChoice choice{
+        .output = options.output, .inputs = options.inputs, .rate = {}, .buffer = {}};
+    if (options.rate) {
+        choice.rate = wholeOption("--rate", *options.rate, kSlowest, kFastest);
+    }
+    if (options.buffer) {
+        choice.buffer = wholeOption("--buffer", *options.buffer, kShortest, kLongest);
+    }
+    return choice;
+}
+
+KeyLayout keyLayout(const PlayOptions& options) {
+    if (options.keys) {
+        if (const auto layout = keyLayoutOf(*options.keys)) {
+            return *layout;
+        }
+        throw UsageError(
+            formatText("--keys takes qwerty, qwertz or azerty, not '{}'", *options.keys));
+    }
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* locale = std::getenv(name); // NOLINT(concurrency-mt-unsafe): no thread sets any
+        if (locale != nullptr && *locale != '\0') {
+            return usualKeyLayout(locale);
+        }
+    }
+    return KeyLayout::kQwerty;
+}
+
+// "74=Freq Drop"
+ControllerMap controllerMap(const std::vector<std::string>& texts, HostedPlugin& plugin) {
+    ControllerMap map = noControllers();
+    const auto names = parameterNames(plugin);
+    for (const std::string& text : texts) {
+        const std::size_t sign = text.find('=');
+        const auto number = wholeNumber(std::string_view(text).substr(0, sign));
+        if (sign == std::string::npos || !number || *number < 0 || *number >= kControllers) {
+            throw UsageError(formatText("--cc takes a controller, 0 to 127, and a parameter, as in "
+                                        "74=Attack, not '{}'",
+                                        text));
+        }
+        map.at(static_cast<std::size_t>(*number)) = static_cast<std::int16_t>(
+            findParameter(names, std::string_view(text).substr(sign + 1)));
+    }
+    return map;
+}
+
+// A program change names the program of its number.
+ProgramMap programsByNumber(int count) {
+    ProgramMap map = noPrograms();
+    for (std::int16_t i = 0; i < static_cast<std::int16_t>(map.size()) && i < count; ++i) {
+        map.at(static_cast<std::size_t>(i)) = i;
+    }
+    return map;
+}
+
+// The same as lines of a rendering's --programs; empty for an instrument without programs.
+std::string programLines(int count) {
+    std::string lines;
+    const ProgramMap map = programsByNumber(count);
+    for (std::size_t change = 0; change < map.size() && map.at(change) >= 0; ++change) {
+        lines += formatText("{}, {}\n", change, map.at(change));
+    }
+    return lines;
+}
+
+// As in a rendering, settings hold in every program that a program change may choose.
+void setUp(HostedPlugin& plugin, const PluginSetup& setup) {
+    applySetup(plugin, setup);
+    const int start = currentProgram(plugin);
+    const ProgramMap map = programsByNumber(plugin.programCount());
+    for (const int program : map) {
+        if (program >= 0 && program != start && !setup.settings.empty()) {
+            selectProgram(plugin, program);
+            applySettings(plugin, setup.settings);
+        }
+    }
+    if (!setup.settings.empty() && plugin.programCount() > 0) {
+        selectProgram(plugin, start);
+    }
+}
+
+Song silentSong() {
+    return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
+}
+
+std::filesystem::path recordPath(const std::string& text) {
+    std::filesystem::path path = userPath(text);
+    if (lowerCase(path.extension().string()) != ".wav") {
+        throw UsageError(formatText("a recording is a WAV file: end '{}' in .wav", text));
+    }
+    return path;
+}
+
+std::string quoted(const std::string& text) {
+    constexpr const char* kPlain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=./:,";
+    return text.find_first_not_of(kPlain) == std::string::npos && !text.empty()
+               ? text
+               : formatText("'{}'", text);
+}
+
+// That makes the samples of a recording again.
+std::string renderCommand(const PlayOptions& options, const AudioFormat& format, int programs) {
+    const auto beside = [&](const char* extension) {
+        return quoted(recordPath(*options.record).replace_extension(extension).string());
+    };
+    std::string command = formatText("zelvatone render {} --automate {} -o {} --format float "
+                                     "--tail 0 --rate {} --block {}",
+                                     beside(".mid"), beside(".csv"), beside(".again.wav"),
+                                     format.rate, format.buffer);
+    const auto add = [&command](const char* option, const std::string& value) {
+        command += formatText(" {} {}", option, quoted(value));
+    };
+    if (programs > 0) {
+        command += " --programs " + beside(".programs.csv");
+    }
+    if (options.setup.preset) {
+        add("--preset", *options.setup.preset);
+    }
+    if (options.setup.program) {
+        add("--program", *options.setup.program);
+    }
+    for (const std::string& setting : options.setup.settings) {
+        add("--set", setting);
+    }
+    if (!options.plugin.path.empty()) {
+        add("--plugin", options.plugin.path);
+    }
+    return command;
+}
+
+// Where the process may: a page that comes from the disk is too late for a block.
+void lockMemory() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_MEMLOCK, &limit) == 0 && limit.rlim_cur == RLIM_INFINITY) {
+        mlockall(MCL_CURRENT | MCL_FUTURE);
+    }
+}
+
+// The player is called while this lives.
+class Sounding {
+public:
+    Sounding(AudioBackend& backend, AudioClient& player) : backend_(backend) {
+        backend.start(player);
+    }
+    ~Sounding() { backend_.stop(); }
+    Sounding(const Sounding&) = delete;
+    Sounding& operator=(const Sounding&) = delete;
+
+private:
+    AudioBackend& backend_;
+};
+
+// Until the user ends it, which is not an error. Returns the error that ended it, if one did: a
+// recording is completed first.
+std::optional<InputError> playUntilEnd(const PlaySession::Plan& plan) {
+    const Sounding sounding(*plan.backend, *plan.player);
+    try {
+        PlaySession(plan).run();
+    } catch (const Interrupted&) {
+        return std::nullopt;
+    } catch (const InputError& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
+void addDeviceOptions(CLI::App& command, PlayOptions& options) {
+    command.add_flag("--list", options.list, "List the outputs and the keyboards, and exit");
+    command
+        .add_option("--output", options.output,
+                    "Play on the device with this in its name; none: connect nothing")
+        ->type_name("NAME");
+    command
+        .add_option("--input", options.inputs,
+                    "Play from the keyboards with this in their names, not from all; none: from no "
+                    "keyboard; may be repeated")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    command.add_option("--rate", options.rate, "Sample rate, 8000 to 192000")->type_name("HZ");
+    command.add_option("--buffer", options.buffer, "Block size, 16 to 8192; less is sooner heard")
+        ->type_name("SAMPLES");
+}
+
+} // namespace
+
+CLI::App* addPlayCommand(CLI::App& app, PlayOptions& options) {
+    CLI::App* command = app.add_subcommand("play", "Play the instrument live");
+    command->add_option("song", options.song, "A MIDI file to play along with")
+        ->type_name("SONG.mid");
+    addDeviceOptions(*command, options);
+    command
+        ->add_option("--record", options.record,
+                     "Write the sound to FILE.wav, and what was played to FILE.mid and FILE.csv")
+        ->type_name("FILE.wav");
+    command
+        ->add_option("--cc", options.controllers,
+                     "Let a controller, 0 to 127, move a parameter; may be repeated")
+        ->type_name("NUMBER=PARAMETER")
+        ->allow_extra_args(false);
+    command
+        ->add_option(
+            "--keys", options.keys,
+            "The letters of the computer's keyboard: qwerty, qwertz or azerty; without it, "
+            "as usual for the language")
+        ->type_name("LAYOUT");
+    addSetupOptions(*command, options.setup);
+    addPluginOptions(*command, options.plugin);
+    command->footer("In a terminal, the computer's keyboard is a piano; ? shows its keys.\n"
+                    "It ends at Ctrl+C, or at SIGTERM.\n"
+                    "Examples:\n"
+                    "  zelvatone play\n"
+                    "  zelvatone play --program Organ --cc \"74=Freq Drop\"\n"
+                    "  zelvatone play --record take.wav");
+    return command;
+}
+
+void runPlay(const PlayOptions& options, const StandardOutput& output) {
+    if (options.list) {
+        output.print(deviceList());
+        return;
+    }
+    const DeviceChoice devices = deviceChoice(options);
+    const KeyLayout layout = keyLayout(options);
+    const auto record = options.record ? std::optional(recordPath(*options.record)) : std::nullopt;
+    const PluginSetup setup = readSetup(options.setup);
+    const Song song = options.song ? readSong(userPath(*options.song)) : silentSong();
+    const PluginLibrary library = loadPlugin(options.plugin);
+
+    const InterruptWatch watch;
+    const RawTerminal terminal(kAskForPlaces, kAskNoMore);
+    const auto backend = openBackend(devices);
+    const AudioFormat format = backend->format();
+    const StreamFormat stream{static_cast<double>(format.rate), format.buffer};
+    HostedPlugin plugin(library, stream);
+    HostedPlugin spare(library, stream);
+    setUp(plugin, setup);
+    setUp(spare, setup);
+    const TakeClock clock(song.tempo, format.rate);
+    std::optional<TakeRings> rings;
+    if (record) {
+        rings.emplace(format.rate, std::min(2, plugin.outputCount()), kRecordingSeconds);
+    }
+    LivePlayer player({.plugin = &plugin,
+                       .spare = &spare,
+                       .song = &song,
+                       .take = rings ? &*rings : nullptr,
+                       .programs = programsByNumber(plugin.programCount()),
+                       .controllers = controllerMap(options.controllers, plugin)});
+    std::string again;
+    std::optional<TakeWriter> take;
+    if (record) {
+        again = renderCommand(options, format, plugin.programCount());
+        take.emplace(TakeWriter::Plan{.sound = *record,
+                                      .rate = format.rate,
+                                      .channels = player.channels(),
+                                      .parameterNames = parameterNames(plugin),
+                                      .command = again,
+                                      .programs = programLines(plugin.programCount())},
+                     *rings, clock);
+    }
+    const PlaySession::Plan plan{.player = &player,
+                                 .backend = backend.get(),
+                                 .take = take ? &*take : nullptr,
+                                 .terminal = &terminal,
+                                 .programs = programNames(plugin),
+                                 .parameters = parameterNames(plugin),
+                                 .program = currentProgram(plugin),
+                                 .layout = layout};
+    lockMemory();
+    const auto error = playUntilEnd(plan);
+    if (take) {
+        take->finish();
+        output.print(formatText("{}: {:.1f} s; to render it again:\n{}\n", record->string(),
+                                take->seconds(), again));
+    }
+    if (error) {
+        throw InputError(*error);
+    }
+}
+
+} // namespace zelvatone

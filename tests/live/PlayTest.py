@@ -1,0 +1,290 @@
+"""`zelvatone play` on a sound server without a sound card, as a user starts it."""
+
+import os
+import pty
+import select
+import shlex
+import shutil
+import signal
+import subprocess
+import tempfile
+import termios
+import time
+import unittest
+from pathlib import Path
+
+PROGRAM = Path(os.environ["ZELVATONE_PROGRAMS"]) / "zelvatone"
+SERVER = f"zelvatone-play-{os.getpid()}"
+TOOLS = ["jackd", "jack_lsp", "jack_midiseq"]
+RATE = 48000  # Hz
+PATIENCE = 20  # seconds, for a busy machine
+
+
+def waitUntil(isReached):
+    end = time.monotonic() + PATIENCE
+    while not isReached():
+        if time.monotonic() > end:
+            raise TimeoutError
+        time.sleep(0.05)
+
+
+class Session(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+        self.environment = os.environ | {
+            "JACK_DEFAULT_SERVER": SERVER, "JACK_NO_START_SERVER": "1", "LC_ALL": "C.UTF-8",
+            "TERM": "xterm", "XDG_RUNTIME_DIR": str(self.folder)}
+
+    def start(self, *command, **streams):
+        streams = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL,
+                   "stderr": subprocess.DEVNULL} | streams
+        process = subprocess.Popen(command, env=self.environment, text=True, cwd=self.folder,
+                                   **streams)
+
+        def end():
+            if process.poll() is None:
+                process.kill()
+            process.communicate()
+
+        self.addCleanup(end)
+        return process
+
+    def play(self, *options):
+        return self.start(PROGRAM, "play", *options, stdout=subprocess.PIPE,
+                          stderr=subprocess.PIPE)
+
+    def end(self, process, by=signal.SIGINT):
+        """Its output and its notices."""
+        process.send_signal(by)
+        output, errors = process.communicate(timeout=PATIENCE)
+        self.assertEqual(process.returncode, 0, errors)
+        return output, errors
+
+
+class WithoutServer(Session):
+    def testSaysWhatToDo(self):
+        process = self.play()
+        _, errors = process.communicate(timeout=PATIENCE)
+        self.assertEqual(process.returncode, 1)
+        self.assertEqual(errors, "zelvatone: there is no sound system to play on: start PipeWire or jackd\n")
+
+    def testChecksItsOptionsFirst(self):
+        for options, line in [
+            (["--record", "take.flac"], "a recording is a WAV file: end 'take.flac' in .wav"),
+            (["--keys", "dvorak"], "--keys takes qwerty, qwertz or azerty, not 'dvorak'"),
+            (["--buffer", "5"], "--buffer takes a whole number from 16 to 8192, not '5'"),
+        ]:
+            process = self.play(*options)
+            _, errors = process.communicate(timeout=PATIENCE)
+            self.assertEqual((process.returncode, errors), (2, f"zelvatone: {line}\n"))
+
+
+@unittest.skipUnless(all(map(shutil.which, TOOLS)), "no jackd2")
+class JackSession(Session):
+    def setUp(self):
+        super().setUp()
+        self.startServer()
+
+    def startServer(self):
+        self.server = self.start("jackd", "-r", "--no-mlock", "-t", "10000", "-n", SERVER, "-d", "dummy",
+                                 "-r", str(RATE), "-p", "256")
+        try:
+            waitUntil(lambda: self.connections() is not None)
+        except TimeoutError:
+            self.skipTest("jackd does not start here")
+
+    def connections(self):
+        """By port, those that it is connected to; None while there is no server."""
+        result = subprocess.run(["jack_lsp", "-c"], env=self.environment, capture_output=True,
+                                text=True)
+        if result.returncode != 0:
+            return None
+        ports = {}
+        for line in result.stdout.splitlines():
+            if line.startswith(" "):
+                ports[name].add(line.strip())
+            else:
+                name = line
+                ports[name] = set()
+        return ports
+
+    def waitForLink(self, source, target):
+        waitUntil(lambda: target in (self.connections() or {}).get(source, ()))
+
+    def renderAgain(self, output):
+        """Runs the command that a recording's end has printed."""
+        command = shlex.split(output.splitlines()[1])
+        subprocess.run([PROGRAM, *command[1:], "-q"], env=self.environment, cwd=self.folder,
+                       check=True)
+        take = (self.folder / "take.wav").read_bytes()
+        self.assertTrue(any(take[100:]))
+        self.assertEqual(take, (self.folder / "take.again.wav").read_bytes())
+
+    def strikeKeys(self, name="keyboard"):
+        """A keyboard that plays two notes twice a second."""
+        self.start("jack_midiseq", name, str(RATE // 2), "0", "60", "12000", "8000", "64", "9000")
+
+
+class OnJack(JackSession):
+    def testConnectsSpeakersAndKeyboardsThatComeLater(self):
+        process = self.play()
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        self.waitForLink("zelvatone:right", "system:playback_2")
+        self.strikeKeys()
+        self.waitForLink("keyboard:out", "zelvatone:keys")
+        output, _ = self.end(process)
+        self.assertEqual(output, "")
+
+    def testConnectsWhatWasChosen(self):
+        self.strikeKeys("first")
+        self.strikeKeys("second")
+        process = self.play("--output", "none", "--input", "SEC")
+        self.waitForLink("second:out", "zelvatone:keys")
+        links = self.connections()
+        self.assertEqual(links["zelvatone:left"], set())
+        self.assertEqual(links["zelvatone:keys"], {"second:out"})
+        self.end(process, by=signal.SIGTERM)
+
+    def testRecordingRendersToTheSameBytes(self):
+        self.strikeKeys()
+        process = self.play("--program", "Organ", "--record", "take.wav")
+        self.waitForLink("keyboard:out", "zelvatone:keys")
+        time.sleep(1.5)
+        output, _ = self.end(process)
+        self.renderAgain(output)
+
+    def testWaitsForAServerThatHasGone(self):
+        process = self.play()
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        self.server.terminate()
+        self.server.wait(PATIENCE)
+        time.sleep(0.5)
+        self.startServer()
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        _, errors = self.end(process)
+        self.assertIn("the sound server has gone: waiting for it\n", errors)
+        self.assertIn("the sound server is back\n", errors)
+
+    def testTwoPlayAtOnce(self):
+        first, second = self.play(), self.play()
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        self.waitForLink("zelvatone-01:left", "system:playback_1")
+        self.end(first)
+        self.end(second)
+
+    def testListsDevices(self):
+        self.strikeKeys()
+        waitUntil(lambda: "keyboard:out" in self.connections())
+        output, _ = self.play("--list").communicate(timeout=PATIENCE)
+        self.assertIn("JACK output  system:playback_1\n", output)
+        self.assertIn("JACK input   keyboard:out\n", output)
+
+
+class InATerminal(JackSession):
+    def setUp(self):
+        super().setUp()
+        self.terminal, self.line = pty.openpty()
+        self.addCleanup(os.close, self.terminal)
+        self.addCleanup(os.close, self.line)
+        self.before = termios.tcgetattr(self.line)
+        self.seen = ""
+
+    def play(self, *options):
+        process = self.start(PROGRAM, "play", *options, stdin=self.line, stdout=subprocess.PIPE,
+                             stderr=self.line, start_new_session=True)
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        return process
+
+    def read(self):
+        while select.select([self.terminal], [], [], 0.05)[0]:
+            self.seen += os.read(self.terminal, 65536).decode(errors="replace")
+        return self.seen
+
+    def type(self, text):
+        os.write(self.terminal, text.encode())
+        time.sleep(0.2)
+
+    def isPutBack(self):
+        self.read()
+        return termios.tcgetattr(self.line) == self.before
+
+    def testKeysPlayAndAreRecorded(self):
+        process = self.play("--record", "take.wav", "--keys", "qwertz")
+        waitUntil(lambda: "Default | 0 notes" in self.read())
+        self.type("y")       # the place of Z: C, 48
+        self.type("\x1b[C")  # an octave up
+        self.type("\x1b[5~")  # harder
+        self.type("q")       # C, 72
+        self.type("\x1b[B")  # the next program
+        self.type(" ")       # pedal
+        self.type("z")        # A, 81, with the new program
+        self.type("?")
+        waitUntil(lambda: "sustain pedal" in self.read())
+        output, _ = self.end(process)
+        take = (self.folder / "take.mid").read_bytes()
+        for message in [b"\x90\x30\x64", b"\x90\x48\x6e", b"\xc0\x01", b"\xb0\x40\x7f"]:
+            self.assertIn(message, take)
+        self.renderAgain(output)
+
+    def testTabLearnsAController(self):
+        process = self.play()
+        waitUntil(lambda: "Default" in self.read())
+        self.type("\t")
+        self.type("\x1b[B")
+        waitUntil(lambda: "learning" in self.read())
+        self.end(process)
+
+    def testTerminalIsPutBackAfterAnyEnd(self):
+        for end in [lambda process: self.type("\x1b[99;5u"),
+                    lambda process: process.send_signal(signal.SIGINT),
+                    lambda process: process.send_signal(signal.SIGTERM),
+                    lambda process: process.send_signal(signal.SIGHUP),
+                    lambda process: process.send_signal(signal.SIGSEGV),
+                    lambda process: process.send_signal(signal.SIGKILL)]:
+            process = self.play()
+            waitUntil(lambda: "Default" in self.read())
+            self.assertFalse(self.isPutBack())
+            self.seen = ""
+            end(process)
+            process.wait(PATIENCE)
+            waitUntil(self.isPutBack)
+            self.assertIn("\x1b[<u", self.seen)
+
+
+PIPEWIRE = ["dbus-run-session", "pipewire", "wireplumber", "pw-cli", "pw-link"]
+
+
+@unittest.skipUnless(all(map(shutil.which, PIPEWIRE)), "no PipeWire")
+class OnPipeWire(Session):
+    """Without a desktop: a bus, the server, and a sink that is none."""
+
+    def setUp(self):
+        super().setUp()
+        self.folder.chmod(0o700)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent"
+        self.start("pipewire")
+        waitUntil(lambda: (self.folder / "pipewire-0").exists())
+        self.start("dbus-run-session", "wireplumber")
+        subprocess.run(
+            ["pw-cli", "create-node", "adapter",
+             "{ factory.name=support.null-audio-sink node.name=speakers media.class=Audio/Sink "
+             "object.linger=true audio.position=[FL FR] }"],
+            env=self.environment, check=True, stdout=subprocess.DEVNULL)
+
+    def links(self):
+        return subprocess.run(["pw-link", "-l"], env=self.environment, capture_output=True,
+                              text=True).stdout
+
+    def testPlaysAndRecords(self):
+        waitUntil(lambda: "speakers" in self.play("--list").communicate(timeout=PATIENCE)[0])
+        process = self.play("--program", "Organ", "--record", "take.wav")
+        waitUntil(lambda: "|-> speakers:playback_FL" in self.links())
+        output, _ = self.end(process, by=signal.SIGTERM)
+        self.assertIn("take.wav: ", output)
+        self.assertTrue((self.folder / "take.mid").exists())
+
+
+if __name__ == "__main__":
+    unittest.main()
