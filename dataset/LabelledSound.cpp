@@ -50,7 +50,7 @@ std::vector<char> encoded(const DatasetPlan& plan, std::span<const float> sample
         encoder->write(samples);
     }
     encoder->finish();
-    return {file.bytes().begin(), file.bytes().end()};
+    return file.take();
 }
 
 // As labels give it; none for silence.

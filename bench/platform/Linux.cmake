@@ -17,3 +17,11 @@ if(TARGET zelvatone_host)
     ZELVATONE_MODULE="$<TARGET_FILE:zelvatone_module>")
   add_dependencies(zelvatone_instrument_bench zelvatone_module)
 endif()
+
+# What a dataset costs beside the plug-in alone.
+if(TARGET zelvatone_dataset)
+  add_executable(zelvatone_dataset_bench DatasetBenchmark.cpp)
+  target_link_libraries(zelvatone_dataset_bench PRIVATE
+    zelvatone_settings zelvatone_dataset zelvatone_vst2)
+  target_include_directories(zelvatone_dataset_bench PRIVATE ${PROJECT_SOURCE_DIR})
+endif()

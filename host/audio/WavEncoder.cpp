@@ -64,7 +64,13 @@ void WavEncoder::putSamples(std::span<const Sample> samples) {
 }
 
 void WavEncoder::write(std::span<const float> samples) {
-    putSamples<4>(samples);
+    if constexpr (std::endian::native == std::endian::little) { // as they lie in memory
+        const auto bytes = static_cast<std::int64_t>(samples.size_bytes());
+        dataBytes_ += bytes;
+        file_.write(samples.data(), bytes);
+    } else {
+        putSamples<4>(samples);
+    }
 }
 
 void WavEncoder::write(std::span<const std::int32_t> numbers) {

@@ -4,6 +4,7 @@
 #include "host/files/ByteTarget.h"
 
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace zelvatone {
@@ -20,6 +21,8 @@ public:
     std::string name() const override { return "a file in memory"; }
 
     std::span<const char> bytes() const { return bytes_; }
+    // Hands the bytes over. Nothing is written or read afterwards.
+    std::vector<char> take() { return std::move(bytes_); }
 
 private:
     std::vector<char> bytes_;

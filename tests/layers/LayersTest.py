@@ -107,7 +107,7 @@ LAYERS = [
     ("tests/fuzz", ["tests/fuzz"], ["vst2", "host", "text", "midi", "hosted plug-in", "preset",
                                     "render", "commands"]),
     ("bench", ["bench"], ["params", "vst2", "voices", "fast", "engine", "host", "files", "text",
-                          "hosted plug-in"]),
+                          "hosted plug-in", "dataset"]),
 ]
 ALLOWED = {room: set(below) | {room} for room, _, below in LAYERS}
 ROOM_OF_PATH = {path: room for room, paths, _ in LAYERS for path in paths}
