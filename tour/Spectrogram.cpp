@@ -2,11 +2,8 @@
 
 #include "tour/LevelColours.h"
 
-#include <fftw3.h>
-
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace zelvatone {
 
@@ -16,21 +13,6 @@ namespace {
 // and still shows where a note begins.
 constexpr int kWindow = 4096;
 constexpr int kBins = kWindow / 2 + 1;
-
-struct Free {
-    void operator()(void* memory) const { fftwf_free(memory); }
-};
-using Samples = std::unique_ptr<float[], Free>;
-using Bins = std::unique_ptr<fftwf_complex[], Free>;
-
-// The library's own memory, which lies as its fastest routines want it.
-Samples makeSamples() {
-    return Samples(fftwf_alloc_real(kWindow));
-}
-
-Bins makeBins() {
-    return Bins(fftwf_alloc_complex(kBins));
-}
 
 // Between two bins on a straight line.
 double levelAt(const std::vector<float>& levels, double bin) {
@@ -67,40 +49,14 @@ double heightOf(double hz) {
     return std::log(hz / kLowestPicturedHz) / std::log(kHighestPicturedHz / kLowestPicturedHz);
 }
 
-void Spectrogram::PlanFree::operator()(fftwf_plan_s* plan) const {
-    fftwf_destroy_plan(plan);
-}
+Spectrogram::Spectrogram(double sampleRate) : sampleRate_(sampleRate), fourier_(kWindow) {}
 
-Spectrogram::Spectrogram(double sampleRate)
-    : sampleRate_(sampleRate),
-      window_(kWindow),
-      // Estimated, not measured: a measured plan could round differently from run to run.
-      plan_(fftwf_plan_dft_r2c_1d(kWindow, makeSamples().get(), makeBins().get(), FFTW_ESTIMATE)) {
-    for (int i = 0; i < kWindow; ++i) { // Hann's window, scaled so that a full sine comes to 1
-        const double turn = 2.0 * std::numbers::pi * (i + 0.5) / kWindow;
-        window_[static_cast<std::size_t>(i)] =
-            static_cast<float>((0.5 - 0.5 * std::cos(turn)) * 4.0 / kWindow);
-    }
-}
-
-// Decibels by bin of the samples around `centre`; there is silence before and after them.
+// Decibels by bin of the samples around `centre`.
 std::vector<float> Spectrogram::levels(std::span<const float> samples, double centre) const {
-    const auto start = static_cast<std::int64_t>(centre) - kWindow / 2;
-    const Samples input = makeSamples();
-    for (std::int64_t i = 0; i < kWindow; ++i) {
-        const std::int64_t at = start + i;
-        const bool isInside = at >= 0 && at < static_cast<std::int64_t>(samples.size());
-        input[static_cast<std::size_t>(i)] =
-            isInside ? samples[static_cast<std::size_t>(at)] * window_[static_cast<std::size_t>(i)]
-                     : 0.0F;
-    }
-    const Bins output = makeBins();
-    fftwf_execute_dft_r2c(plan_.get(), input.get(), output.get());
-    std::vector<float> levels(kBins);
-    for (std::size_t bin = 0; bin < levels.size(); ++bin) {
-        const float power =
-            output[bin][0] * output[bin][0] + output[bin][1] * output[bin][1] + 1e-20F;
-        levels[bin] = 10.0F * std::log10(power);
+    constexpr float kNothing = 1e-20F; // far below what is pictured; has a logarithm
+    std::vector<float> levels = fourier_.powers(samples, centre);
+    for (float& level : levels) {
+        level = 10.0F * std::log10(level + kNothing);
     }
     return levels;
 }

@@ -2,11 +2,10 @@
 #pragma once
 
 #include "host/picture/Picture.h"
+#include "tour/Fourier.h"
 
-#include <memory>
 #include <span>
-
-struct fftwf_plan_s; // the Fourier library's
+#include <vector>
 
 namespace zelvatone {
 
@@ -31,12 +30,8 @@ public:
 private:
     std::vector<float> levels(std::span<const float> samples, double centre) const;
 
-    struct PlanFree {
-        void operator()(fftwf_plan_s* plan) const;
-    };
     double sampleRate_;
-    std::vector<float> window_;
-    std::unique_ptr<fftwf_plan_s, PlanFree> plan_;
+    Fourier fourier_;
 };
 
 } // namespace zelvatone
