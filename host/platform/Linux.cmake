@@ -12,6 +12,7 @@ set(platform_sources
   audio/LibraryEncoder.cpp
   audio/LoudnessMeter.cpp
   audio/OggSerial.cpp
+  audio/TruePeak.cpp
   files/LeftoversLinux.cpp
   files/OutputFolder.cpp
   files/StagedFileLinux.cpp
