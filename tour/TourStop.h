@@ -4,6 +4,9 @@
 #include "host/midi/Song.h"
 #include "host/plugin/ParameterRows.h"
 #include "host/plugin/PluginLibrary.h"
+#include "host/preset/Preset.h"
+#include "tour/Loudness.h"
+#include "tour/NoteMeasures.h"
 
 #include <cstdint>
 #include <string>
@@ -11,30 +14,42 @@
 
 namespace zelvatone {
 
-constexpr double kTourRate = 44100.0; // Hz
+constexpr int kTourRate = 44100; // Hz
+// What EBU R 128 levels programmes to, and the highest true peak that it allows.
+constexpr double kTourLufs = -23.0;
+constexpr double kTourPeakDecibels = -1.0;
 
 struct TourStop {
     int number = 0; // of the program
     std::string name;
     std::string file; // name of its files, without extension: "07-Cyborg-Pad"
     std::vector<ParameterRow> parameters;
-    double peakDecibels = 0.0;      // as the plug-in plays it; full scale is 0
+    Preset preset;
+
+    // Of the phrase as the plug-in plays it; full scale is 1 or 0 dB.
+    double peakDecibels = 0.0;
+    double dcOffset = 0.0;          // the mean over the phrase, of the channel that has most
     std::int64_t brokenSamples = 0; // NaN or infinite; silenced
+    // Of the phrase without its DC.
+    Loudness loudness;
+    double gainDecibels = 0.0; // that levels it
+
+    NoteMeasures measures;
 };
 
-// A rendered phrase, all as loud as each other at their peaks.
+// The rendered phrase without its DC, as loud as all others.
 struct TourSound {
     int channels = 0;
     std::vector<float> samples; // channels interleaved
 };
 
-// Plays the song with one program. Throws Interrupted when the user stops it.
-void renderStop(const PluginLibrary& library, const Song& song, TourStop& stop, TourSound& sound);
+// Plays the phrase and the measured note with one program. Throws Interrupted when the user stops
+// it.
+void renderStop(const PluginLibrary& library, const Song& phrase, const NoteMeter& meter,
+                TourStop& stop, TourSound& sound);
 
-// Writes the sound and both pictures of a stop into `folder`. Throws InputError.
-class Spectrogram;
-void writeStop(const std::filesystem::path& folder, const TourStop& stop, const TourSound& sound,
-               const Spectrogram& spectrogram);
+// The mean of all channels.
+std::vector<float> monoOf(const TourSound& sound);
 
 // "07-Cyborg-Pad", by fileName(): the number has as many digits as the last of `count` programs.
 std::string stopFile(int number, int count, const std::string& name);

@@ -10,7 +10,7 @@
 #include "host/text/Format.h"
 #include "host/threads/Interrupt.h"
 #include "host/threads/ThreadTeam.h"
-#include "tour/Spectrogram.h"
+#include "tour/StopFiles.h"
 #include "tour/TourPage.h"
 #include "tour/TourPhrase.h"
 
@@ -22,28 +22,23 @@ namespace zelvatone {
 
 namespace {
 
-struct Instrument {
-    std::string name;
-    std::vector<TourStop> stops;
-};
-
 // The stops, known by name and not rendered yet.
-Instrument instrumentOf(const PluginLibrary& library) {
+Tour plannedTour(const PluginLibrary& library) {
     HostedPlugin plugin(library, {});
     if (plugin.programCount() == 0) {
         throw InputError(plugin.path() + " has no programs");
     }
-    Instrument instrument;
-    instrument.name = plugin.text(effGetEffectName);
+    Tour tour;
+    tour.instrument = plugin.text(effGetEffectName);
     const auto names = programNames(plugin);
     for (std::size_t i = 0; i < names.size(); ++i) {
         TourStop stop;
         stop.number = static_cast<int>(i);
         stop.name = names[i];
         stop.file = stopFile(stop.number, static_cast<int>(names.size()), stop.name);
-        instrument.stops.push_back(stop);
+        tour.stops.push_back(stop);
     }
-    return instrument;
+    return tour;
 }
 
 // Counts finished stops from several threads.
@@ -64,24 +59,38 @@ private:
     ProgressBar progress_;
 };
 
-void makeStops(const PluginLibrary& library, std::vector<TourStop>& stops, const Song& song,
-               const std::filesystem::path& folder, int threads, bool isShown) {
+void makeStops(const PluginLibrary& library, Tour& tour, const std::filesystem::path& folder,
+               int threads, bool isShown) {
+    const Song phrase = tourPhrase();
+    tour.phraseSeconds = phrase.seconds;
     const Spectrogram spectrogram(kTourRate);
-    StopCounter counter(stops.size(), isShown);
-    ThreadTeam team(std::min(threads, static_cast<int>(stops.size())));
-    team.run(static_cast<int>(stops.size()), [&](int number) {
-        TourStop& stop = stops[static_cast<std::size_t>(number)];
+    const NoteMeter meter(kTourRate);
+    StopCounter counter(tour.stops.size(), isShown);
+    ThreadTeam team(std::min(threads, static_cast<int>(tour.stops.size())));
+    team.run(static_cast<int>(tour.stops.size()), [&](int number) {
+        TourStop& stop = tour.stops[static_cast<std::size_t>(number)];
         TourSound sound;
-        renderStop(library, song, stop, sound);
+        renderStop(library, phrase, meter, stop, sound);
         writeStop(folder, stop, sound, spectrogram);
         counter.finish(stop.name);
     });
 }
 
-void writeText(const std::filesystem::path& path, const std::string& text) {
-    OutputFile file(path);
-    file.write(text.data(), static_cast<std::int64_t>(text.size()));
-    file.commit();
+void checkFolders(const TourOptions& options) {
+    if (options.folder.empty() && options.site.empty()) {
+        throw UsageError("--output or --site is required; see 'zelvatone tour --help'");
+    }
+    if (!options.folder.empty() && !options.site.empty()) {
+        throw UsageError("--output and --site cannot both be given");
+    }
+}
+
+void writeTexts(const std::filesystem::path& folder, const TourTexts& texts) {
+    for (const auto& [name, text] : texts) {
+        OutputFile file(folder / name);
+        file.write(text.data(), static_cast<std::int64_t>(text.size()));
+        file.commit();
+    }
 }
 
 } // namespace
@@ -89,7 +98,10 @@ void writeText(const std::filesystem::path& path, const std::string& text) {
 CLI::App* addTourCommand(CLI::App& app, TourOptions& options) {
     CLI::App* command = app.add_subcommand("tour", "Make a page to hear and to see every program");
     command->add_option("-o,--output", options.folder, "The folder for the page and its files")
-        ->required()
+        ->type_name("FOLDER");
+    command
+        ->add_option("--site", options.site,
+                     "The same for a web server: style and script in files of their own")
         ->type_name("FOLDER");
     command
         ->add_option("--threads", options.threads,
@@ -100,27 +112,29 @@ CLI::App* addTourCommand(CLI::App& app, TourOptions& options) {
     command->add_flag("-q,--quiet", options.quiet, "No progress bar and no closing line");
     command->footer("Examples:\n"
                     "  zelvatone tour -o tour\n"
-                    "  xdg-open tour/index.html");
+                    "  xdg-open tour/index.html\n"
+                    "  zelvatone tour --site site");
     return command;
 }
 
 void runTour(const TourOptions& options, const StandardOutput& output) {
+    checkFolders(options);
+    const bool isSite = !options.site.empty();
+    const std::string& name = isSite ? options.site : options.folder;
     const int threads = threadsOption(options.threads);
     const PluginLibrary library = loadPlugin(options.plugin);
-    Instrument instrument = instrumentOf(library);
-    const Song song = tourPhrase();
+    Tour tour = plannedTour(library);
+    tour.plugin = options.plugin.path;
 
     const InterruptWatch watch;
-    OutputFolder folder(options.folder, holdsOnlyATour);
-    makeStops(library, instrument.stops, song, folder.hidden(), threads, !options.quiet);
-    writeText(folder.hidden() / "index.html",
-              tourPage(instrument.name, song.seconds, instrument.stops));
+    OutputFolder folder(name, holdsOnlyATour);
+    makeStops(library, tour, folder.hidden(), threads, !options.quiet);
+    writeTexts(folder.hidden(), isSite ? siteTexts(tour) : tourTexts(tour));
     InterruptWatch::check();
     folder.commit();
     if (!options.quiet) {
-        const auto page = std::filesystem::path(options.folder) / "index.html";
-        output.print(
-            formatText("{}: {} programs\n", cleanText(page.string()), instrument.stops.size()));
+        const auto page = std::filesystem::path(name) / "index.html";
+        output.print(formatText("{}: {} programs\n", cleanText(page.string()), tour.stops.size()));
     }
 }
 

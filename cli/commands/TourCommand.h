@@ -10,7 +10,9 @@ namespace zelvatone {
 
 struct TourOptions {
     PluginOptions plugin;
-    std::string folder;
+    // One of the two; the other is empty.
+    std::string folder;           // to be opened there
+    std::string site;             // to be put on a web server
     std::string threads = "auto"; // as typed
     bool quiet = false;
 };

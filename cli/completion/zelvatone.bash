@@ -41,7 +41,7 @@ _zelvatone_value() {
     -o | --output | --plugin) _zelvatone_files ;;
     --preset | --save) _zelvatone_files '*.[fF][xX][pPbB]' ;;
     --automate | --parameters) _zelvatone_files '*.[cC][sS][vV]' ;;
-    --stems)
+    --stems | --site)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "${COMP_WORDS[COMP_CWORD]}")
         ;;
@@ -82,7 +82,7 @@ _zelvatone_options() {
         _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \
             --rate --audio --per-shard --shard --verify --sample --threads --quiet --verbose --help
         ;;
-    tour) _zelvatone_words --output --threads --quiet "$plugin" ;;
+    tour) _zelvatone_words --output --site --threads --quiet "$plugin" ;;
     edit) _zelvatone_words --save "$sound" "$plugin" ;;
     screenshot) _zelvatone_words --output --help-page "$sound" "$plugin" ;;
     song) _zelvatone_words --json --help ;;
