@@ -1,5 +1,7 @@
+#include "host/text/Json.h"
 #include "tests/support/Program.h"
 #include "tests/support/SoundFile.h"
+#include "tour/Character.h"
 #include "tour/TourPage.h"
 #include "tour/TourPhrase.h"
 
@@ -63,6 +65,64 @@ TEST(TourPage, ShowsNamesAsTheyAre) {
     EXPECT_THAT(page, HasSubstr("src=\"0-tom.ogg\""));
 }
 
+// The browser takes the first source that it plays.
+TEST(TourPage, HasFlacForBrowsersWithoutVorbis) {
+    const std::string page = tourTexts(smallTour()).at("index.html");
+    const std::size_t ogg = page.find("<source src=\"0-tom.ogg\"");
+    ASSERT_NE(ogg, std::string::npos);
+    EXPECT_NE(page.find("<source src=\"0-tom.flac\" type=\"audio/flac\">", ogg), std::string::npos);
+}
+
+TEST(TourPage, NeedsNothingFromElsewhere) {
+    for (const TourTexts& texts : {tourTexts(smallTour()), siteTexts(smallTour())}) {
+        for (const auto& [name, text] : texts) {
+            for (const char* outside : {"http:", "https:", "//", "@import", "url(", "=\"/"}) {
+                // The script's comments begin with two slashes and a space.
+                std::size_t at = text.find(outside);
+                while (at != std::string::npos && text.substr(at, 3) == "// ") {
+                    at = text.find(outside, at + 1);
+                }
+                EXPECT_TRUE(at == std::string::npos || name == "programs.json")
+                    << name << ": " << outside;
+            }
+        }
+    }
+}
+
+TEST(TourSite, HasStyleAndScriptInFilesOfTheirOwn) {
+    const TourTexts texts = siteTexts(smallTour());
+    const std::string& page = texts.at("index.html");
+    EXPECT_THAT(page, HasSubstr("href=\"style.css\""));
+    EXPECT_THAT(page, HasSubstr("src=\"script.js\""));
+    EXPECT_THAT(page, Not(HasSubstr("<style")));
+    EXPECT_EQ(texts.at("style.css"), readText(TEST_PAGE "style.css"));
+    EXPECT_EQ(texts.at("script.js"), readText(TEST_PAGE "script.js"));
+}
+
+TEST(TourSite, TellsNoFolderOfThisMachine) {
+    for (const auto& [name, text] : siteTexts(smallTour())) {
+        EXPECT_THAT(text, Not(HasSubstr("/home"))) << name;
+    }
+    EXPECT_THAT(siteTexts(smallTour()).at("index.html"), HasSubstr("--plugin synth.so"));
+    EXPECT_THAT(tourTexts(smallTour()).at("index.html"), HasSubstr("--plugin /home/me/synth.so"));
+}
+
+TEST(TourData, HoldsTagsLevelsAndFilesOfEachProgram) {
+    Tour tour = smallTour();
+    tour.stops[0].peakDecibels = -1.234;
+    tour.stops[0].dcOffset = -0.0004;
+    tour.stops[0].measures.isSilent = false;
+    tour.stops[0].measures.strongestShare = 1.0;
+    const auto json = nlohmann::json::parse(tourTexts(tour).at("programs.json"));
+    const auto& program = json.at("programs").at(0);
+    EXPECT_EQ(program.at("name"), "<b>\"Tom & {{file}}\"");
+    EXPECT_EQ(program.at("peakDecibels"), -1.23);
+    EXPECT_EQ(program.at("dcOffset"), 0.0);
+    EXPECT_EQ(program.at("files").at("preset"), "0-tom.fxp");
+    EXPECT_THAT(program.at("tags"), ::testing::Contains("pure"));
+    EXPECT_EQ(json.at("tags").size(), characterTags().size());
+}
+
 class TourCommand : public ::testing::Test {
 protected:
     ProgramResult tour(const std::vector<std::string>& more = {},
@@ -120,6 +180,20 @@ TEST_F(TourCommand, WritesThePageAndFiveFilesForEachProgram) {
                                        "--plugin", testPlugin("programmed")});
     EXPECT_EQ(preset.exitStatus, 0) << preset.errors;
     EXPECT_THAT(preset.output, HasSubstr("High Low"));
+}
+
+TEST_F(TourCommand, WritesASiteInPlaceOfATour) {
+    tour();
+    EXPECT_EQ(tour({}, "--site").exitStatus, 0);
+    EXPECT_THAT(files(), ::testing::IsSupersetOf({"style.css", "script.js", "1-High.flac"}));
+    EXPECT_EQ(tour().exitStatus, 0);
+    EXPECT_THAT(files(), Not(::testing::Contains("style.css")));
+}
+
+TEST_F(TourCommand, WantsOneFolder) {
+    EXPECT_EQ(zelvatoneWith({"tour"}).errors, "zelvatone: --output or --site is required; see "
+                                              "'zelvatone tour --help'\n");
+    EXPECT_EQ(tour({"--site", "a"}).exitStatus, 2);
 }
 
 TEST_F(TourCommand, WritesTheSameOnAnyNumberOfThreadsAndInPlaceOfATour) {
