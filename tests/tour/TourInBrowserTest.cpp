@@ -122,5 +122,130 @@ TEST_F(TourInBrowser, ShowsAllProgramsAndLeavesLoadingForLater) {
                       "source: 41-Turbo-Space-Organ.ogg\nflac: 6\n");
 }
 
+TEST_F(TourInBrowser, IsPlayedWithTheKeyboardAlone) {
+    const std::string report = reportOf(R"js(
+        press("ArrowDown"); press("ArrowDown"); press("ArrowUp"); press("ArrowDown");
+        check("chosen", names([chosen]));
+        check("focus", document.activeElement === chosen);
+        check("in the index", lineOf.get(chosen).getAttribute("aria-current"));
+        press("ArrowRight"); press("ArrowRight"); press("ArrowLeft");
+        check("place", audioOf(chosen).currentTime);
+        press(" ");
+        await until(() => chosen.classList.contains("plays"));
+        check("plays", !audioOf(chosen).paused);
+        check("button", chosen.querySelector(".play").textContent);
+        press("ArrowDown");
+        press(" ");
+        await until(() => audioOf(stops[1]).paused);
+        check("playing", names(stops.filter(stop => !audioOf(stop).paused)));
+        press(" ");
+        check("paused", stops.every(stop => audioOf(stop).paused));
+        press("/");
+        check("finds", document.activeElement === find);
+        press(" "); press("ArrowLeft");
+        check("types", document.activeElement === find && stops.every(stop => audioOf(stop).paused));
+        find.value = "organ"; find.dispatchEvent(new Event("input"));
+        press("ArrowDown");
+        check("from the field", names([chosen]));
+        press("ArrowDown"); press("ArrowDown");
+        check("at the end", names([chosen]));
+        chosen.querySelector(".copy").focus();
+        press(" ");
+        check("buttons keep their key", audioOf(chosen).paused);
+        find.focus();
+        press("Escape");
+        check("shown", shown().length);
+        const reached = [...chosen.querySelectorAll("button, a, summary")].filter(e => e.tabIndex === 0);
+        check("in reach of Tab", reached.map(e => e.className || e.localName).join(" "));
+    )js");
+    EXPECT_EQ(report, "chosen: Banana Bass\nfocus: true\nin the index: true\nplace: 0.5\n"
+                      "plays: true\nbutton: Pause\nplaying: Banana Kombat\npaused: true\n"
+                      "finds: true\ntypes: true\nfrom the field: Organ\n"
+                      "at the end: Turbo Space Organ\nbuttons keep their key: true\nshown: 42\n"
+                      "in reach of Tab: star scripted play scripted copy scripted a summary\n");
+}
+
+TEST_F(TourInBrowser, FindsProgramsByNameAndByCharacter) {
+    const std::string report = reportOf(R"js(
+        const type = text => { find.value = text; find.dispatchEvent(new Event("input")); };
+        type("bass");
+        check("by name and tag", shown().every(stop => /bass/i.test(stop.dataset.name + stop.dataset.tags)));
+        check("Robobass", names(shown()).includes("Robobass"));
+        check("Snoring", names(shown()).includes("Snoring"));
+        type("bell hollow");
+        check("both words", names(shown()));
+        check("index", [...document.querySelectorAll("nav li:not([hidden])")].length);
+        type("");
+        const plucked = document.querySelector("[data-tag=plucked]");
+        plucked.click();
+        check("plucked", shown().length === Number(plucked.querySelector("span").textContent));
+        document.querySelector("[data-tag=bright]").click();
+        check("plucked and bright", names(shown()));
+        check("count", document.getElementById("found").value);
+        type("no such name");
+        check("none", !document.getElementById("none").hidden);
+        document.getElementById("all").click();
+        check("all", shown().length);
+    )js");
+    EXPECT_EQ(report,
+              "by name and tag: true\nRobobass: true\nSnoring: true\n"
+              "both words: Pots and Pans in Orbit\nindex: 1\nplucked: true\n"
+              "plucked and bright: Banana Kombat, Squish\ncount: 2 of 42\nnone: true\nall: 42\n");
+}
+
+TEST_F(TourInBrowser, KeepsFavouritesForTheNextTime) {
+    EXPECT_EQ(reportOf(R"js(
+        stops[7].querySelector(".star").click(); stops[9].querySelector(".star").click();
+        stops[8].querySelector(".star").click(); stops[8].querySelector(".star").click();
+        kept.click();
+        check("favourites", names(shown()));
+        check("kept", localStorage.getItem(storageKey));
+    )js"),
+              "favourites: Cyborg Pad, Digital Pad\nkept: [\"Cyborg Pad\",\"Digital Pad\"]\n");
+    EXPECT_EQ(reportOf(R"js(
+        kept.click();
+        check("the next time", names(shown()));
+    )js"),
+              "the next time: Cyborg Pad, Digital Pad\n");
+}
+
+TEST_F(TourInBrowser, CopiesTheCommandWithAndWithoutAClipboard) {
+    const std::string report = reportOf(R"js(
+        let copied = "";
+        const clipboard = text => ({ writeText: async text => { copied = text; } });
+        Object.defineProperty(navigator, "clipboard", { value: clipboard(), configurable: true });
+        const button = stops[7].querySelector(".copy");
+        button.click();
+        await until(() => button.textContent !== "Copy command");
+        check("copied", copied);
+        check("told", document.getElementById("told").textContent);
+        await until(() => button.textContent === "Copy command");
+        Object.defineProperty(navigator, "clipboard", { value: undefined });
+        let selected = "";
+        document.execCommand = () => { selected = document.activeElement.value; return true; };
+        button.click();
+        await until(() => button.textContent === "Copied");
+        check("without", selected);
+        check("left", document.querySelectorAll("textarea").length);
+    )js");
+    const std::string command =
+        "zelvatone render song.mid -o 07-Cyborg-Pad.wav --program 'Cyborg Pad'\n";
+    EXPECT_EQ(report, "copied: " + command + "told: The command for Cyborg Pad is copied.\n" +
+                          "without: " + command + "left: 0\n");
+}
+
+// Two widths: a telephone's, and a small screen's, where the index stands beside the list.
+TEST_F(TourInBrowser, FitsATelephoneAndAScreen) {
+    constexpr const char* kBody = R"js(
+        check("wider than the window", document.documentElement.scrollWidth > innerWidth);
+        const index = document.querySelector("nav").getBoundingClientRect();
+        const list = document.querySelector("main").getBoundingClientRect();
+        check("index", index.right <= list.left ? "beside" : "above");
+        check("open", document.getElementById("index").open);
+    )js";
+    EXPECT_EQ(reportOf(kBody, 390), "wider than the window: false\nindex: above\nopen: false\n");
+    EXPECT_EQ(reportOf(kBody, 1280), "wider than the window: false\nindex: beside\nopen: true\n");
+}
+
 } // namespace
 } // namespace zelvatone
