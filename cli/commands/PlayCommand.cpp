@@ -238,6 +238,7 @@ CLI::App* addPlayCommand(CLI::App& app, PlayOptions& options) {
             "The letters of the computer's keyboard: qwerty, qwertz or azerty; without it, "
             "as usual for the language")
         ->type_name("LAYOUT");
+    command->add_flag("--editor", options.editor, "Open the plug-in's editor beside it");
     addSetupOptions(*command, options.setup);
     addPluginOptions(*command, options.plugin);
     command->footer("In a terminal, the computer's keyboard is a piano; ? shows its keys.\n"
@@ -293,9 +294,14 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
                                       .programs = programLines(plugin.programCount())},
                      *rings, clock);
     }
+    std::optional<PlayEditor> editor;
+    if (options.editor) {
+        editor.emplace(library, stream, setup);
+    }
     const PlaySession::Plan plan{.player = &player,
                                  .backend = backend.get(),
                                  .take = take ? &*take : nullptr,
+                                 .editor = editor ? &*editor : nullptr,
                                  .terminal = &terminal,
                                  .programs = programNames(plugin),
                                  .parameters = parameterNames(plugin),
@@ -303,6 +309,7 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
                                  .layout = layout};
     lockMemory();
     const auto error = playUntilEnd(plan);
+    editor.reset();
     if (take) {
         take->finish();
         output.print(formatText("{}: {:.1f} s; to render it again:\n{}\n", record->string(),

@@ -22,6 +22,7 @@ struct PlayOptions {
     std::vector<std::string> controllers; // "NUMBER=PARAMETER"
     std::optional<std::string> record;
     std::optional<std::string> keys; // the layout of the keyboard
+    bool editor = false;
     bool list = false;
 };
 

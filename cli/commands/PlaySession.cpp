@@ -66,6 +66,7 @@ void PlaySession::turn() {
     }
     send(piano_.elapse(Clock::now()));
     takeNotices();
+    takeEdits();
     const auto now = Clock::now();
     if (now >= nextTending_) {
         nextTending_ = now + kTending;
@@ -133,12 +134,38 @@ void PlaySession::moveProgram(int by) {
     constexpr int kMost = 128; // that a program change can name
     const int count = std::min(static_cast<int>(plan_.programs.size()), kMost);
     if (count > 0) {
-        const int program = (plan_.program + by + count) % count;
-        send(MidiMessage{.frame = 0,
-                         .status = kProgramStatus,
-                         .data1 = static_cast<std::uint8_t>(program),
-                         .data2 = 0});
-        plan_.program = program; // so that a held key goes on from here
+        choose((plan_.program + by + count) % count);
+    }
+}
+
+void PlaySession::choose(int program) {
+    send(MidiMessage{.frame = 0,
+                     .status = kProgramStatus,
+                     .data1 = static_cast<std::uint8_t>(program),
+                     .data2 = 0});
+    plan_.program = program; // so that a held key goes on from here
+}
+
+// What the user does there is played like all else.
+void PlaySession::takeEdits() {
+    if (plan_.editor == nullptr) {
+        return;
+    }
+    for (const PlayEdit& edit : plan_.editor->takeEdits()) {
+        if (edit.isProgram) {
+            choose(edit.number);
+        } else {
+            sendCommand({.kind = LiveCommand::Kind::kMove,
+                         .parameter = static_cast<std::int16_t>(edit.number),
+                         .value = edit.value});
+            learned_ = edit.number; // a knob that was turned is the one to learn
+        }
+    }
+}
+
+void PlaySession::showInEditor(const PlayEdit& edit) {
+    if (plan_.editor != nullptr) {
+        plan_.editor->show(edit);
     }
 }
 
@@ -192,6 +219,7 @@ void PlaySession::takeNotice(const LiveNotice& notice) {
     switch (notice.kind) {
     case LiveNotice::Kind::kProgram:
         plan_.program = notice.number;
+        showInEditor({.isProgram = true, .number = notice.number, .value = 0.0F});
         break;
     case LiveNotice::Kind::kController:
         if (isLearning_ && notice.number != kSustainPedal) {
@@ -204,6 +232,7 @@ void PlaySession::takeNotice(const LiveNotice& notice) {
         }
         break;
     case LiveNotice::Kind::kMove:
+        showInEditor({.isProgram = false, .number = notice.number, .value = notice.value});
         break;
     }
 }

@@ -2,6 +2,7 @@
 // goes on, and passes between player, editor and recording what each must know.
 #pragma once
 
+#include "cli/commands/PlayEditor.h"
 #include "cli/terminal/RawTerminal.h"
 #include "cli/terminal/StatusLine.h"
 #include "live/AudioBackend.h"
@@ -21,6 +22,7 @@ public:
         LivePlayer* player = nullptr; // none is owned; all must outlive the session
         AudioBackend* backend = nullptr;
         const TakeWriter* take = nullptr; // null: no recording
+        PlayEditor* editor = nullptr;     // null: no window
         const RawTerminal* terminal = nullptr;
         std::vector<std::string> programs;
         std::vector<std::string> parameters;
@@ -49,6 +51,9 @@ private:
     void sendCommand(const LiveCommand& command);
     void takeNotices();
     void takeNotice(const LiveNotice& notice);
+    void takeEdits();
+    void showInEditor(const PlayEdit& edit);
+    void choose(int program);
     void tendBackend();
     void show();
     void say(const std::string& line);

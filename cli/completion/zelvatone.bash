@@ -76,7 +76,7 @@ _zelvatone_options() {
             --split --together --raw --channel --programs --stems --automate --force --quiet "$sound" "$plugin"
         ;;
     play)
-        _zelvatone_words --list --output --input --rate --buffer --record --cc --keys "$sound" "$plugin"
+        _zelvatone_words --list --output --input --rate --buffer --record --cc --keys --editor "$sound" "$plugin"
         ;;
     dataset)
         _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \

@@ -1,5 +1,6 @@
 """`zelvatone play` on a sound server without a sound card, as a user starts it."""
 
+import ctypes
 import os
 import pty
 import select
@@ -251,6 +252,61 @@ class InATerminal(JackSession):
             process.wait(PATIENCE)
             waitUntil(self.isPutBack)
             self.assertIn("\x1b[<u", self.seen)
+
+
+@unittest.skipUnless(shutil.which("Xvfb"), "no Xvfb")
+class BesideTheEditor(JackSession):
+    # Of the X server's requests.
+    PRESS, RELEASE, MOVE = 4, 5, 6
+
+    def setUp(self):
+        super().setUp()
+        reader, writer = os.pipe()
+        self.addCleanup(os.close, reader)
+        self.start("Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24",
+                   "-nolisten", "tcp", pass_fds=[writer])
+        os.close(writer)
+        self.environment["DISPLAY"] = ":" + os.read(reader, 16).decode().strip()
+        try:
+            xcb = ctypes.CDLL("libxcb.so.1")
+            self.pointer = ctypes.CDLL("libxcb-xtest.so.0")
+        except OSError as error:
+            self.skipTest(str(error))
+        xcb.xcb_connect.restype = ctypes.c_void_p
+        self.flush = xcb.xcb_flush
+        self.display = ctypes.c_void_p(
+            xcb.xcb_connect(self.environment["DISPLAY"].encode(), None))
+        self.addCleanup(xcb.xcb_disconnect, self.display)
+
+    def point(self, request, detail, x=0, y=0):
+        self.pointer.xcb_test_fake_input(self.display, request, detail, 0, 0, x, y, 0)
+        self.flush(self.display)
+        time.sleep(0.15)
+
+    # The knob called Attack, from its lower left, where it stands at 0, to its top, its middle.
+    def testAKnobThatIsTurnedIsHeardAndRecorded(self):
+        self.strikeKeys()
+        process = self.play("--editor", "--set", "Attack=0", "--record", "take.wav")
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        time.sleep(2)  # until it is drawn
+        self.point(self.MOVE, 0, 310, 431)
+        self.point(self.PRESS, 1)
+        for x, y in [(302, 425), (302, 416), (308, 408), (320, 404)]:
+            self.point(self.MOVE, 0, x, y)
+        self.point(self.RELEASE, 1)
+        time.sleep(1)
+        output, _ = self.end(process)
+        moves = (self.folder / "take.csv").read_text().splitlines()
+        self.assertIn("# parameter 18: Attack", moves)
+        self.assertAlmostEqual(float(moves[-1].split(",")[2]), 0.5, delta=0.02)
+        self.renderAgain(output)
+
+    def testSaysThatThereIsNoDisplay(self):
+        self.environment["DISPLAY"] = ""
+        process = self.play("--editor")
+        _, errors = process.communicate(timeout=PATIENCE)
+        self.assertEqual(process.returncode, 1)
+        self.assertIn("there is no display to open the editor on", errors)
 
 
 PIPEWIRE = ["dbus-run-session", "pipewire", "wireplumber", "pw-cli", "pw-link"]
