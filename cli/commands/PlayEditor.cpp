@@ -32,10 +32,9 @@ void PlayEditor::turns(const std::stop_token& stop, HostedPlugin& plugin) {
     EditorSession session(plugin, WindowUse::kWork);
     hasOpened_ = true;
     opened_.set_value();
-    int program = currentProgram(plugin);
     while (!stop.stop_requested()) {
         showAll(plugin);
-        program = currentProgram(plugin);
+        const int program = currentProgram(plugin);
         if (!session.turn()) {
             return;
         }
