@@ -95,7 +95,7 @@ void describe(CLI::App& app) {
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer("Examples:\n"
                "  zelvatone render song.mid -o song.wav\n"
-               "  zelvatone render song.mid -o song.wav --program Organ\n"
+               "  zelvatone render song.mid -o song.wav --program Miniarp\n"
                "  zelvatone tour -o tour\n"
                "'zelvatone help COMMAND' or 'zelvatone COMMAND --help' describes a command.\n"
                "Exit status: 0 success, 1 bad file or plug-in, 2 bad command line.");

@@ -121,7 +121,7 @@ CLI::App* addPresetCommand(CLI::App& app, PresetOptions& options) {
     command->footer("Examples:\n"
                     "  zelvatone preset save organ.fxp --program Organ\n"
                     "  zelvatone preset load organ.fxp\n"
-                    "  zelvatone render song.mid -o song.wav --preset organ.fxp");
+                    "  zelvatone render song.mid -o song.wav --preset organ.fxp --gain -2");
     return command;
 }
 

@@ -34,7 +34,7 @@ CLI::App* addProgramsCommand(CLI::App& app, ProgramsOptions& options) {
     command->add_flag("--json", options.json, "Write JSON, for programs to read");
     command->footer("Examples:\n"
                     "  zelvatone programs\n"
-                    "  zelvatone render song.mid -o song.wav --program Organ");
+                    "  zelvatone render song.mid -o song.wav --program Miniarp");
     return command;
 }
 

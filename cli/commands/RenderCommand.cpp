@@ -191,7 +191,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  zelvatone render song.mid -o song.wav\n"
     "  zelvatone render song.mid -o song.flac --rate 48000 --gain -6\n"
-    "  zelvatone render song.mid -o song.wav --program Organ --set Attack=0.25\n"
+    "  zelvatone render song.mid -o song.wav --program Miniarp --set Attack=0.25\n"
     "  zelvatone render song.mid -o song.wav --channel 1=Organ@-6dB --stems parts";
 
 } // namespace

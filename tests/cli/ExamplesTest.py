@@ -77,7 +77,7 @@ class Examples(unittest.TestCase):
         self.runAll(list(commandsOf("docs/host.md")), 12)
 
     def testOfTheDatasetsPageRun(self):
-        self.runAll("docs/dataset.md", 5)
+        self.runAll(list(commandsOf("docs/dataset.md")), 5)
 
     def testOfThePresetsPageRun(self):
         self.runAll(list(commandsOf("docs/presets.md")), 5)
