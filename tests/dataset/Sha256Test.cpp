@@ -9,7 +9,7 @@ namespace zelvatone {
 namespace {
 
 // The examples of the standard, FIPS 180-4.
-TEST(Sha256, GivesThePublishedAnswers) {
+TEST(Sha256, GivesThePublishedDigests) {
     Sha256 sum;
     EXPECT_EQ(sum.take(), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
     sum.add({"abc", 3});
@@ -20,7 +20,7 @@ TEST(Sha256, GivesThePublishedAnswers) {
     EXPECT_EQ(sum.take(), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
 }
 
-TEST(Sha256, OfAFileIsThatOfItsBytes) {
+TEST(Sha256, DigestOfAFileIsThatOfItsBytes) {
     const TemporaryFolder folder;
     writeText(folder / "abc", "abc");
     EXPECT_EQ(sha256Of(folder / "abc"),
