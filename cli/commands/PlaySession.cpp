@@ -163,7 +163,7 @@ void PlaySession::takeEdits() {
     }
 }
 
-void PlaySession::showInEditor(const PlayEdit& edit) {
+void PlaySession::showInEditor(const PlayEdit& edit) const {
     if (plan_.editor != nullptr) {
         plan_.editor->show(edit);
     }

@@ -52,7 +52,7 @@ private:
     void takeNotices();
     void takeNotice(const LiveNotice& notice);
     void takeEdits();
-    void showInEditor(const PlayEdit& edit);
+    void showInEditor(const PlayEdit& edit) const;
     void choose(int program);
     void tendBackend();
     void show();
