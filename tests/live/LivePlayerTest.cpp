@@ -131,8 +131,7 @@ TEST_F(LivePulses, AreCountedAndMeasured) {
     EXPECT_EQ(player.read().peak, 0.0F);
 }
 
-// More than there is room for: the rest is dropped and counted.
-TEST_F(LivePulses, ThatAreTooManyAreCounted) {
+TEST_F(LivePulses, MoreNotesThanThereIsRoomForAreCounted) {
     play(kBlock, std::vector<MidiMessage>(10000, note(5)));
     EXPECT_EQ(player.read().droppedMessages, 10000 - 8192);
 }
