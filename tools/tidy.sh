@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Usage: tools/tidy.sh [FILE...]
 #
-# Runs clang-tidy over the sources of the plug-in, its toolkit and the host, or over these files
+# Runs clang-tidy over the sources of the plug-in, its toolkit and all fronts, or over these files
 # only, as many at a time as there are cores. Takes the compile commands of the clang preset and
 # configures it when that has not been done. Sources for Windows are read with the headers of the
 # cross-compiler; without one they are left out.
@@ -75,5 +75,5 @@ export windows_compiler=x86_64-w64-mingw32-g++-posix
 if (($# > 0)); then
     printf -- '-\t%s\n' "$@"
 else
-    find src host tour dataset cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
+    find src host tour dataset live cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
 fi | xargs -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_line "$@"' tidy_line
