@@ -41,11 +41,11 @@ struct AudioFormat {
 
 struct BackendStatus {
     bool isRunning = false;
-    double latencySeconds = 0.0;  // from a note to the speaker, as far as the system knows it
-    std::int64_t lateBlocks = 0;  // since the start
+    double latencySeconds = 0.0;   // from a note to the speaker, as far as the system knows it
+    std::int64_t lateBlocks = 0;   // since the start
     std::int64_t lostMessages = 0; // that came too fast for a block, since the start
-    bool isConnected = false;     // to an output
-    int keyboards = 0;            // connected
+    bool isConnected = false;      // to an output
+    int keyboards = 0;             // connected
 };
 
 // All but the client's calls on the thread that made it.

@@ -82,8 +82,8 @@ void JackBackend::chooseBuffer() {
     const auto frames = static_cast<jack::Frames>(*choice_.buffer);
     if (jack_->setBufferSize(client_, frames) != 0) {
         close();
-        throw InputError(formatText("the JACK server does not take a buffer of {} samples",
-                                    *choice_.buffer));
+        throw InputError(
+            formatText("the JACK server does not take a buffer of {} samples", *choice_.buffer));
     }
     format_.buffer = *choice_.buffer;
 }
@@ -91,8 +91,7 @@ void JackBackend::chooseBuffer() {
 void JackBackend::registerPorts() {
     constexpr std::array<const char*, 2> kNames{"left", "right"};
     for (std::size_t i = 0; i < kNames.size(); ++i) {
-        outputs_[i] =
-            jack_->portRegister(client_, kNames[i], jack::kAudioType, jack::kIsOutput, 0);
+        outputs_[i] = jack_->portRegister(client_, kNames[i], jack::kAudioType, jack::kIsOutput, 0);
     }
     keys_ = jack_->portRegister(client_, "keys", jack::kMidiType, jack::kIsInput, 0);
     if (outputs_[0] == nullptr || outputs_[1] == nullptr || keys_ == nullptr) {

@@ -23,8 +23,7 @@ Fields fieldsOf(std::string_view text) {
     std::size_t part = 0;
     while (!text.empty()) {
         int number = 0;
-        const auto* const end =
-            std::from_chars(text.data(), text.data() + text.size(), number).ptr;
+        const auto* const end = std::from_chars(text.data(), text.data() + text.size(), number).ptr;
         if (field < fields.size() && part < fields[field].size()) {
             fields[field][part] = number;
         }

@@ -29,16 +29,16 @@ struct Exchange {
 
 constexpr std::array<Exchange, 4> kQwertz{{{U'z', U'y'}, {U'y', U'z'}, {U'-', U'/'}, {U'ö', U';'}}};
 constexpr std::array<Exchange, 21> kAzerty{
-    {{U'a', U'q'}, {U'q', U'a'}, {U'z', U'w'}, {U'w', U'z'}, {U',', U'm'}, {U';', U','},
-     {U':', U'.'}, {U'!', U'/'}, {U'm', U';'}, {U'&', U'1'}, {U'é', U'2'}, {U'"', U'3'},
+    {{U'a', U'q'},  {U'q', U'a'}, {U'z', U'w'}, {U'w', U'z'}, {U',', U'm'}, {U';', U','},
+     {U':', U'.'},  {U'!', U'/'}, {U'm', U';'}, {U'&', U'1'}, {U'é', U'2'}, {U'"', U'3'},
      {U'\'', U'4'}, {U'(', U'5'}, {U'-', U'6'}, {U'è', U'7'}, {U'_', U'8'}, {U'ç', U'9'},
-     {U'à', U'0'}, {U'^', U'['}, {U'$', U']'}}};
+     {U'à', U'0'},  {U'^', U'['}, {U'$', U']'}}};
 
 template<std::size_t count>
 char32_t exchanged(const std::array<Exchange, count>& table, char32_t written) {
-    const auto* const found = std::find_if(table.begin(), table.end(), [written](const auto& entry) {
-        return entry.written == written;
-    });
+    const auto* const found =
+        std::find_if(table.begin(), table.end(),
+                     [written](const auto& entry) { return entry.written == written; });
     return found == table.end() ? written : found->place;
 }
 
@@ -58,10 +58,8 @@ std::optional<int> stepOf(char32_t place) {
 }
 
 MidiMessage noteOff(int note) {
-    return {.frame = 0,
-            .status = kNoteOffStatus,
-            .data1 = static_cast<std::uint8_t>(note),
-            .data2 = 0};
+    return {
+        .frame = 0, .status = kNoteOffStatus, .data1 = static_cast<std::uint8_t>(note), .data2 = 0};
 }
 
 } // namespace

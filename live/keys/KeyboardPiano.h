@@ -21,8 +21,8 @@ std::optional<KeyLayout> keyLayoutOf(std::string_view name);
 // What is usual where people have this locale, as "de_AT.UTF-8".
 KeyLayout usualKeyLayout(std::string_view locale);
 
-// The two lower rows of keys are an octave from C, with the black keys above the white ones; the two
-// upper rows go on from the C above.
+// The two lower rows of keys are an octave from C, with the black keys above the white ones; the
+// two upper rows go on from the C above.
 //
 // Of a terminal that tells of releases, a note lasts as long as its key is down. Of others, which
 // repeat a held key's character, it ends a while after the last one.
@@ -50,8 +50,8 @@ public:
 private:
     struct Held {
         int note;
-        Time last;           // character, or press
-        bool endsByItself;   // no release will come
+        Time last;         // character, or press
+        bool endsByItself; // no release will come
     };
 
     char32_t placeOf(const KeyEvent& key) const;

@@ -12,8 +12,12 @@ namespace zelvatone {
 class FloatingPointMode {
 public:
 #if defined(__SSE__)
-    FloatingPointMode() : before_(_mm_getcsr()) { _mm_setcsr(kDefault); }
-    ~FloatingPointMode() { _mm_setcsr(before_); }
+    FloatingPointMode() : before_(_mm_getcsr()) {
+        _mm_setcsr(kDefault);
+    }
+    ~FloatingPointMode() {
+        _mm_setcsr(before_);
+    }
 #else
     FloatingPointMode() = default;
     ~FloatingPointMode() = default;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kCommands = 1024; // a block is far shorter than the user's next turn
 constexpr std::size_t kNotices = 4096;
-constexpr std::uint8_t kSwitchOn = 64; // from here on
+constexpr std::uint8_t kSwitchOn = 64;   // from here on
 constexpr std::uint8_t kDrumChannel = 9; // from 0
 
 bool isForInstrument(const SongEvent& event) {

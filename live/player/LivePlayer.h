@@ -59,8 +59,8 @@ public:
     struct Plan {
         HostedPlugin* plugin = nullptr; // none is owned; all must outlive the player
         HostedPlugin* spare = nullptr;  // see PerformerPlan
-        const Song* song = nullptr;     // to play along with; its tempo holds. Channel 10 is left out
-        TakeRings* take = nullptr;      // null: no recording
+        const Song* song = nullptr; // to play along with; its tempo holds. Channel 10 is left out
+        TakeRings* take = nullptr;  // null: no recording
         ProgramMap programs = noPrograms();
         ControllerMap controllers = noControllers();
     };

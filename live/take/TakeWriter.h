@@ -25,8 +25,8 @@ public:
         std::string programs; // what program changes choose, as a rendering reads it; or empty
     };
 
-    // Starts a thread that empties `rings`. What is named must outlive the writer. Throws InputError
-    // when a file cannot be written.
+    // Starts a thread that empties `rings`. What is named must outlive the writer. Throws
+    // InputError when a file cannot be written.
     TakeWriter(const Plan& plan, TakeRings& rings, const TakeClock& clock);
     // Leaves no file unless finish() was called.
     ~TakeWriter();
