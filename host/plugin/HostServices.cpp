@@ -4,7 +4,9 @@
 #include "vst2/audioeffect.h"
 
 #include <algorithm>
+#include <bit>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace zelvatone {
@@ -13,6 +15,8 @@ namespace {
 
 constexpr const char* kHostVendor = "Quillfeather";
 constexpr const char* kHostProduct = "zelvatone";
+
+constexpr VstInt32 kProcessLevelRealtime = 2;
 
 thread_local HostServices* underConstruction = nullptr;
 
@@ -72,28 +76,60 @@ HostServices::ConstructionScope::~ConstructionScope() {
 
 HostServices::HostServices(const StreamFormat& format, std::string pluginFolder)
     : format_(format), pluginFolder_(std::move(pluginFolder)) {
-    time_.sampleRate = format.sampleRate;
+    VstTimeInfo time{};
+    time.sampleRate = format.sampleRate;
+    setTime(time);
 }
 
 void HostServices::attachTo(AEffect* effect) {
     effect->resvd1 = reinterpret_cast<VstIntPtr>(this);
 }
 
+HostServices& HostServices::of(const AEffect& effect) {
+    return *reinterpret_cast<HostServices*>(effect.resvd1);
+}
+
 void HostServices::setTime(const VstTimeInfo& time) {
-    const std::scoped_lock lock(timeMutex_);
-    time_ = time;
+    using Words = std::array<std::uint64_t, std::tuple_size_v<decltype(time_)>>;
+    static_assert(sizeof(Words) == sizeof time);
+    const auto words = std::bit_cast<Words>(time);
+    const std::uint32_t version = timeVersion_.load(std::memory_order_relaxed);
+    timeVersion_.store(version + 1, std::memory_order_relaxed);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        time_[i].store(words[i], std::memory_order_release); // not before the odd version
+    }
+    timeVersion_.store(version + 2, std::memory_order_release);
+}
+
+VstTimeInfo HostServices::time() const {
+    std::array<std::uint64_t, std::tuple_size_v<decltype(time_)>> words{};
+    while (true) {
+        const std::uint32_t before = timeVersion_.load(std::memory_order_acquire);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            words[i] = time_[i].load(std::memory_order_acquire); // not after the second look
+        }
+        if (before % 2 == 0 && timeVersion_.load(std::memory_order_relaxed) == before) {
+            return std::bit_cast<VstTimeInfo>(words);
+        }
+    }
 }
 
 // The flags that come back are those of the fields that were asked for; the transport's own are
 // not asked for one by one. Each thread has its own record to read, until it asks again.
-VstIntPtr HostServices::timeForPlugin(VstInt32 filter) {
+VstIntPtr HostServices::timeForPlugin(VstInt32 filter) const {
     constexpr VstInt32 kTransport = kVstTransportChanged | kVstTransportPlaying |
                                     kVstTransportCycleActive | kVstTransportRecording;
     thread_local VstTimeInfo given;
-    const std::scoped_lock lock(timeMutex_);
-    given = time_;
+    given = time();
     given.flags &= filter | kTransport;
     return reinterpret_cast<VstIntPtr>(&given);
+}
+
+VstInt32 HostServices::processLevel() const {
+    if (!rendering_) {
+        return kProcessLevelUser;
+    }
+    return isLive_ ? kProcessLevelRealtime : kProcessLevelOffline;
 }
 
 void HostServices::tellListener(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) const {
@@ -132,7 +168,7 @@ VstIntPtr HostServices::handle(VstInt32 opcode, VstInt32 index, VstIntPtr value,
     case audioMasterGetBlockSize:
         return format_.blockSize;
     case audioMasterGetCurrentProcessLevel:
-        return rendering_ ? kProcessLevelOffline : kProcessLevelUser;
+        return processLevel();
     case audioMasterGetDirectory:
         return reinterpret_cast<VstIntPtr>(pluginFolder_.c_str());
     case audioMasterSizeWindow:

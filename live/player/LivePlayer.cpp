@@ -31,6 +31,14 @@ bool hasTwoBytes(const MidiMessage& message) {
     return message.kind() == kProgramStatus || message.kind() == kChannelPressureStatus;
 }
 
+// Before it is switched on, when a plug-in may choose how carefully it renders.
+HostedPlugin* playedLive(HostedPlugin* plugin) {
+    if (plugin != nullptr) {
+        HostServices::of(plugin->record()).setLive();
+    }
+    return plugin;
+}
+
 void raise(std::atomic<float>& most, float value) {
     if (value > most.load(std::memory_order_relaxed)) {
         most.store(value, std::memory_order_relaxed); // one writer; a reader's reset may be lost
@@ -43,7 +51,8 @@ LivePlayer::LivePlayer(const Plan& plan)
     : blockSize_(plan.plugin->format().blockSize),
       rate_(plan.plugin->format().sampleRate),
       transport_(*plan.song, rate_),
-      performer_(*plan.plugin, transport_, {.programs = plan.programs, .spare = plan.spare}),
+      performer_(*playedLive(plan.plugin), transport_,
+                 {.programs = plan.programs, .spare = playedLive(plan.spare)}),
       clock_(plan.song->tempo, static_cast<int>(rate_)),
       take_(plan.take),
       programs_(plan.programs),

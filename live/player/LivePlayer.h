@@ -65,7 +65,8 @@ public:
         ControllerMap controllers = noControllers();
     };
 
-    // Switches the plug-in on. Throws InputError when it is no instrument.
+    // Switches the plug-in on, which is told that it plays in real time. Throws InputError when it
+    // is no instrument.
     explicit LivePlayer(const Plan& plan);
 
     void process(float* left, float* right, std::int32_t frames,
