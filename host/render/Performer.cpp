@@ -3,14 +3,18 @@
 #include "host/Error.h"
 #include "host/plugin/FullNames.h"
 #include "host/plugin/Programs.h"
+#include "host/render/Silence.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zelvatone {
 
 namespace {
 
 constexpr int kOurBendRange = 12; // semitones, of Zelvatone
+// A stopped sound is waited for no longer: twice the longest release of Zelvatone.
+constexpr double kLongestEndSeconds = 4.0;
 
 void checkInstrument(const HostedPlugin& plugin) {
     if (!plugin.isInstrument()) {
@@ -40,7 +44,11 @@ ProgramMap noPrograms() {
 }
 
 Performer::Performer(HostedPlugin& plugin, const Transport& transport, const PerformerPlan& plan)
-    : transport_(transport), isRaw_(plan.isRaw), programs_(plan.programs), records_(plan.most) {
+    : transport_(transport),
+      isRaw_(plan.isRaw),
+      programs_(plan.programs),
+      sampleRate_(plugin.format().sampleRate),
+      records_(plan.most) {
     checkInstrument(plugin);
     instances_.push_back({.plugin = &plugin});
     if (plan.spare != nullptr) {
@@ -51,7 +59,7 @@ Performer::Performer(HostedPlugin& plugin, const Transport& transport, const Per
     }
     gains_.resize(static_cast<std::size_t>(channels()));
     for (OutputGain& gain : gains_) {
-        gain.setSampleRate(plugin.format().sampleRate);
+        gain.setSampleRate(sampleRate_);
     }
     const auto block = static_cast<std::size_t>(plugin.format().blockSize);
     const auto inputs = static_cast<std::size_t>(plugin.inputCount());
@@ -189,11 +197,40 @@ void Performer::stopSound(std::int32_t frame) {
     }
     endNotes();
     active().hasPlayed = false;
-    active_ = (active_ + 1) % instances_.size();
+    if (instances_.size() > 1) {
+        active().isEnding = true;
+        active().silence = 0;
+        active_ = (active_ + 1) % instances_.size();
+        letEnd(active());
+    }
     if (lastBend_) {
         lastBend_->frame = frame;
         play(*lastBend_);
     }
+}
+
+// `count`: samples of the instance that have just been rendered, unheard.
+void Performer::listen(Instance& instance, std::int32_t count) const {
+    const bool isSilent =
+        std::all_of(unheard_.begin(), unheard_.end(), [count](const float* output) {
+            return std::all_of(output, output + count,
+                               [](float sample) { return std::abs(sample) < kSilentLevel; });
+        });
+    instance.silence = isSilent ? instance.silence + count : 0;
+    instance.isEnding = instance.silence < kSilenceSeconds * sampleRate_;
+}
+
+// Before it is heard again: what is left of its old sound would be heard too.
+void Performer::letEnd(Instance& instance) {
+    const VstTimeInfo time = transport_.at(position_ + done_);
+    const int block = instance.plugin->format().blockSize;
+    const double longest = kLongestEndSeconds * sampleRate_;
+    for (std::int64_t done = 0; instance.isEnding && static_cast<double>(done) < longest;
+         done += block) {
+        instance.plugin->render(time, nullptr, inputs_.data(), unheard_.data(), block);
+        listen(instance, block);
+    }
+    instance.isEnding = false;
 }
 
 void Performer::chooseProgram(std::int32_t program, std::int32_t frame) {
@@ -220,6 +257,9 @@ void Performer::renderTo(std::int32_t frame) {
         }
         instances_[i].plugin->render(time, isActive ? records_.list() : nullptr, inputs_.data(),
                                      part_.data(), count);
+        if (instances_[i].isEnding) {
+            listen(instances_[i], count);
+        }
     }
     records_.clear();
     for (std::size_t channel = 0; channel < gains_.size(); ++channel) {

@@ -29,7 +29,8 @@ struct PerformerPlan {
     // Messages that the plug-in is handed at a time, where they fit; more come in several lists.
     EventCounts most{.midi = 1024, .exclusive = 64};
     // Another instance of the plug-in with the same settings. All sound off goes on with it, while
-    // what is left of the old sound ends unheard. Without it, that sound gets its release.
+    // what is left of the old sound ends unheard; the next all sound off goes back, and renders the
+    // rest of that sound at once if it has not ended yet. Without it, sound gets its release.
     HostedPlugin* spare = nullptr;
 };
 
@@ -76,6 +77,8 @@ private:
         HostedPlugin* plugin;
         bool hasPlayed = false;                      // since it was last stopped
         std::array<std::bitset<128>, 16> notes = {}; // that sound, by channel
+        bool isEnding = false;                       // stopped, and its old sound may go on
+        std::int32_t silence = 0;                    // samples of it so far, while ending
     };
 
     void play(const MidiMessage& message) override;
@@ -88,11 +91,14 @@ private:
     void hand(std::int32_t offset, std::span<const std::uint8_t> message);
     void handOver();
     void endNotes();
+    void listen(Instance& instance, std::int32_t count) const;
+    void letEnd(Instance& instance);
     void renderTo(std::int32_t frame);
 
     const Transport& transport_;
     const bool isRaw_;
     const ProgramMap programs_;
+    const double sampleRate_;
     std::vector<Instance> instances_;
     std::size_t active_ = 0;
     EventRecords records_; // of the part that is rendered next

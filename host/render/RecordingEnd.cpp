@@ -1,6 +1,7 @@
 #include "host/render/RecordingEnd.h"
 
 #include "host/render/EventSchedule.h"
+#include "host/render/Silence.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,9 +11,7 @@ namespace zelvatone {
 namespace {
 
 constexpr double kLongestOpenTailSeconds = 30.0;
-constexpr double kSilenceSeconds = 0.5;
-constexpr double kFadeSeconds = 2.0;  // long enough to be heard as an end, not as a slip
-constexpr float kSilentLevel = 1e-5F; // -100 dB, below the last bit of a 16-bit file
+constexpr double kFadeSeconds = 2.0; // long enough to be heard as an end, not as a slip
 
 } // namespace
 

@@ -13,7 +13,6 @@
 namespace zelvatone {
 namespace {
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 
 constexpr double kRate = 1000.0;
@@ -157,6 +156,20 @@ class OurInstrument : public ::testing::Test {
 protected:
     static constexpr double kSampleRate = 44100.0;
     static constexpr int kFrames = 4096;
+    static constexpr int kRelease = 21; // the parameter; 1 is two seconds
+
+    static bool isHeard(const std::vector<float>& samples, int start, int end) {
+        return std::any_of(samples.begin() + start, samples.begin() + end,
+                           [](float x) { return x != 0.0F; });
+    }
+    // From sample 1990 on: what a new instance plays for a note at sample 2000.
+    void expectTheLastNoteAlone(const std::vector<float>& samples) const {
+        HostedPlugin fresh(library_, {kSampleRate, kFrames});
+        Performer alone(fresh, transport_, {});
+        alone.setParameter(kRelease, 1.0F);
+        const auto expected = play(alone, {{2000, {0x90, 72, 100}}}, kFrames);
+        EXPECT_TRUE(std::equal(samples.begin() + 1990, samples.end(), expected.begin() + 1990));
+    }
 
     const PluginLibrary library_{TEST_INSTRUMENT};
     HostedPlugin plugin_{library_, {kSampleRate, kFrames}};
@@ -166,9 +179,8 @@ protected:
 };
 
 TEST_F(OurInstrument, AllSoundOffLeavesSilenceAndAnInstrumentThatIsAsNew) {
-    constexpr int kRelease = 21;
     Performer performer(plugin_, transport_, {.spare = &spare_});
-    performer.setParameter(kRelease, 1.0F); // two seconds
+    performer.setParameter(kRelease, 1.0F);
     const auto stopped = play(performer,
                               {{0, {0x90, 60, 100}},
                                {50, {0x90, 67, 100}},
@@ -176,15 +188,26 @@ TEST_F(OurInstrument, AllSoundOffLeavesSilenceAndAnInstrumentThatIsAsNew) {
                                {1000, {0xB0, 120, 0}},
                                {2000, {0x90, 72, 100}}},
                               kFrames);
-    EXPECT_TRUE(std::any_of(stopped.begin() + 900, stopped.begin() + 1000,
-                            [](float x) { return x != 0.0F; }));
-    EXPECT_THAT(std::vector<float>(stopped.begin() + 1000, stopped.begin() + 1990), Each(0.0F));
+    EXPECT_TRUE(isHeard(stopped, 900, 1000));
+    EXPECT_FALSE(isHeard(stopped, 1000, 1990));
+    expectTheLastNoteAlone(stopped);
+}
 
-    HostedPlugin fresh(library_, {kSampleRate, kFrames});
-    Performer alone(fresh, transport_, {});
-    alone.setParameter(kRelease, 1.0F);
-    const auto expected = play(alone, {{2000, {0x90, 72, 100}}}, kFrames);
-    EXPECT_TRUE(std::equal(stopped.begin() + 1990, stopped.end(), expected.begin() + 1990));
+// The instance that is heard again still had the release of its first note.
+TEST_F(OurInstrument, SecondAllSoundOffBringsNothingOfTheFirstSoundBack) {
+    Performer performer(plugin_, transport_, {.spare = &spare_});
+    performer.setParameter(kRelease, 1.0F);
+    const auto stopped = play(performer,
+                              {{0, {0x90, 60, 100}},
+                               {500, {0xB0, 120, 0}},
+                               {700, {0x90, 67, 100}},
+                               {1000, {0xB0, 120, 0}},
+                               {2000, {0x90, 72, 100}}},
+                              kFrames);
+    EXPECT_TRUE(isHeard(stopped, 400, 500));
+    EXPECT_TRUE(isHeard(stopped, 900, 1000));
+    EXPECT_FALSE(isHeard(stopped, 1000, 1990));
+    expectTheLastNoteAlone(stopped);
 }
 
 // A sixth of the way by an octave is a whole tone: 2 / 12 * 4096 is 683 to the nearest step.
