@@ -92,15 +92,16 @@ std::vector<AutomationMove> readMoves(const std::string& file, HostedPlugin& plu
 // What is the same for all parts.
 class PartMaker {
 public:
+    // `read`: the part whose instrument tells what names in `files` mean.
     PartMaker(const PluginLibrary& library, const Song& song, const RenderSettings& settings,
-              const PartFiles& files, const PartPlan& first)
+              const PartFiles& files, const PartPlan& read)
         : library_(library), song_(song), settings_(settings) {
         if (!files.automation && !files.programs) {
             return;
         }
         // Reading what a parameter shows moves it, and whole numbers do not come back as they were.
         HostedPlugin probe(library, settings.stream);
-        applySetup(probe, first.setup);
+        applySetup(probe, read.setup);
         if (files.automation) {
             moves_ = scheduleMoves(readMoves(*files.automation, probe), settings.stream.sampleRate);
         }
@@ -231,7 +232,11 @@ std::function<bool(const SongEvent&)> isPlayed(const std::vector<PartPlan>& plan
 std::vector<Part> makeParts(const std::vector<PartPlan>& plans, const PluginLibrary& library,
                             const Song& song, const RenderSettings& settings,
                             const PartFiles& files) {
-    const PartMaker maker(library, song, settings, files, plans.at(0));
+    // A channel's own preset has another name for a program.
+    const auto follower = std::find_if(plans.begin(), plans.end(),
+                                       [](const PartPlan& plan) { return plan.followsPrograms; });
+    const PartMaker maker(library, song, settings, files,
+                          follower == plans.end() ? plans.at(0) : *follower);
     std::vector<Part> parts;
     parts.reserve(plans.size());
     for (const PartPlan& plan : plans) {

@@ -326,6 +326,20 @@ TEST_F(ProgramChanges, KeepSettings) {
                 ElementsAre(0.75F, 0.75F, 0.75F));
 }
 
+// A preset on a channel before them renames the program that it takes the place of.
+TEST_F(ProgramChanges, FindTheirProgramsBesideAChannelWithAPreset) {
+    const std::string preset = (folder_ / "lead.fxp").string();
+    EXPECT_EQ(zelvatoneWith({"preset", "save", preset, "--name", "Lead", "--plugin",
+                             testPlugin("programmed")})
+                  .errors,
+              "");
+    Score score;
+    score.at(0.0, {0x90, 60, 64}).at(0.0, {0xC1, 7}).at(0.0, {0x91, 60, 64});
+    writeBytes(folder_ / "song.mid", score.file(0.3));
+    writeText(folder_ / "map.csv", "7, Low\n");
+    EXPECT_EQ(render({"--programs", map(), "--channel", "1=" + preset}).errors, "");
+}
+
 TEST_F(ProgramChanges, RefuseABadMap) {
     const auto errorOf = [&](const std::string& text) {
         writeText(folder_ / "map.csv", text);
