@@ -108,6 +108,7 @@ bool parse(CLI::App& app, int argc, char** argv) {
         std::reverse(words.begin(), words.end()); // as the library takes them
         app.parse(std::move(words));
     } catch (const CLI::Success& help) {
+        checkWords(app);
         app.exit(help);
         std::cout.flush();
         if (!std::cout) {

@@ -50,13 +50,29 @@ Words optionsOf(const CLI::App& command) {
     return names;
 }
 
-// The nearest name, or the one that two exchanged letters hide; empty without any.
-std::string nearestName(const Words& names, std::string wanted) {
+// `word` with two neighbouring letters exchanged, in every way.
+Words exchanges(std::string word) {
+    Words words;
+    for (std::size_t i = 1; i < word.size(); ++i) {
+        std::swap(word[i - 1], word[i]);
+        words.push_back(word);
+        std::swap(word[i - 1], word[i]);
+    }
+    return words;
+}
+
+// The name that two exchanged letters hide, the nearest one, or one that is near with two letters
+// exchanged; empty without any.
+std::string nearestName(const Words& names, const std::string& wanted) {
+    const Words exchanged = exchanges(wanted);
+    const auto hidden =
+        std::find_first_of(names.begin(), names.end(), exchanged.begin(), exchanged.end());
+    if (hidden != names.end()) {
+        return *hidden;
+    }
     Words nearest = nearestNames(names, wanted, 1);
-    for (std::size_t i = 1; nearest.empty() && i < wanted.size(); ++i) {
-        std::swap(wanted[i - 1], wanted[i]);
-        nearest = nearestNames(names, wanted, 1);
-        std::swap(wanted[i - 1], wanted[i]);
+    for (std::size_t i = 0; nearest.empty() && i < exchanged.size(); ++i) {
+        nearest = nearestNames(names, exchanged[i], 1);
     }
     return nearest.empty() ? "" : nearest[0];
 }
@@ -167,14 +183,19 @@ std::string usageMessage(const CLI::App& app, const CLI::ParseError& error) {
                       name.empty() ? "" : " ");
 }
 
-void checkCommand(const CLI::App& app) {
-    if (!app.get_subcommands().empty()) {
-        return;
+void checkWords(const CLI::App& app) {
+    const std::string unexpected = app.get_subcommands().empty() ? unexpectedWord(app) : "";
+    if (!unexpected.empty()) {
+        throw UsageError(unexpected);
     }
-    const std::string unexpected = unexpectedWord(app);
-    throw UsageError(unexpected.empty() ? formatText("no command given; the commands are {}",
-                                                     wordList(commandsOf(app), "and"))
-                                        : unexpected);
+}
+
+void checkCommand(const CLI::App& app) {
+    checkWords(app);
+    if (app.get_subcommands().empty()) {
+        throw UsageError(
+            formatText("no command given; the commands are {}", wordList(commandsOf(app), "and")));
+    }
 }
 
 void checkPaths(const CLI::App& app) {

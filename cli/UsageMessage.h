@@ -18,7 +18,9 @@ std::vector<std::string> commandWords(int argc, char** argv);
 // One line for a command line that `app` has not understood, with where to read more.
 std::string usageMessage(const CLI::App& app, const CLI::ParseError& error);
 
-// Throws UsageError when no command was given, or one that `app` does not have.
+// Throws UsageError for a command that `app` does not have, also where --help stands beside it.
+void checkWords(const CLI::App& app);
+// The same, and when no command was given.
 void checkCommand(const CLI::App& app);
 
 // Throws UsageError for the name of a file or folder that is empty.

@@ -21,7 +21,8 @@ UsageError rangeError(std::string_view option, std::string_view range, const std
 int wholeOption(std::string_view option, const std::string& text, int least, int most) {
     const auto number = wholeNumber(text);
     if (!number || *number < least || *number > most) {
-        throw rangeError(option, formatText("a whole number from {} to {}", least, most), text);
+        throw UsageError(formatText("{} takes a whole number from {} to {}, not '{}'", option,
+                                    least, most, text));
     }
     return *number;
 }

@@ -132,6 +132,7 @@ TEST_F(ErrorMessage, NamesABadCommandLine) {
     expectMessage({}, 2, "no command given");
     expectMessage({"rendr"}, 2, "unknown command 'rendr'; did you mean 'render'?");
     expectMessage({"zzz"}, 2, "unknown command 'zzz'; the commands are render, ");
+    expectMessage({"help", "rendr"}, 2, "unknown command 'rendr'; did you mean 'render'?");
     expectMessage({"render"}, 2, "see 'zelvatone render --help'");
     expectMessage({"render", path("song.mid")}, 2, "--output is required");
     expectRenderMessage("song.mid", {"--bogus"}, 2, "unknown option '--bogus'; see 'zelvatone re");
@@ -144,6 +145,7 @@ TEST_F(ErrorMessage, NamesTheNearestOption) {
     expectMessage({"--halp"}, 2, "unknown option '--halp'; did you mean '--help'?");
     expectMessage({"render", "--otput=x"}, 2, "unknown option '--otput'; did you mean '--output'?");
     expectMessage({"info", "--jsno"}, 2, "unknown option '--jsno'; did you mean '--json'?");
+    expectMessage({"render", "--gian", "3"}, 2, "'--gian'; did you mean '--gain'?");
     expectMessage({"render", "-x"}, 2, "unknown option '-x'; see 'zelvatone render --help'");
 }
 
@@ -169,6 +171,7 @@ TEST_F(ErrorMessage, TellsThatNumbersHaveAPoint) {
     expectRenderMessage("song.mid", {"--gain", "-3,5"}, 2, "not '-3,5'; write -3.5, with a point");
     expectRenderMessage("song.mid", {"--set", "Level=0,5"}, 2, "; write 0.5, with a point");
     expectRenderMessage("song.mid", {"--tail", "150,5"}, 2, "; write 150.5, with a point");
+    expectRenderMessage("song.mid", {"--rate", "44,1"}, 2, "from 8000 to 192000, not '44,1'\n");
     expectRenderMessage("song.mid", {"--normalize", "-1,5"}, 2, "; write -1.5, with a point");
     expectRenderMessage("song.mid", {"--channel", "1=0@-6,5dB"}, 2, "; write -6.5dB, with a");
 }
