@@ -57,17 +57,4 @@ std::string signedText(double number, int digits, std::string_view plus) {
     return formatText("{}{}", isZero ? "" : sign, size);
 }
 
-std::string shellWord(const std::string& word) {
-    constexpr std::string_view kPlain =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./";
-    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) {
-        return word;
-    }
-    std::string quoted = "'";
-    for (const char c : word) {
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return quoted + "'";
-}
-
 } // namespace zelvatone

@@ -24,7 +24,4 @@ std::string percentText(double part);
 // `plus` stands before numbers above zero.
 std::string signedText(double number, int digits, std::string_view plus = "");
 
-// A word that a shell takes as it is, in quotes where it needs them.
-std::string shellWord(const std::string& word);
-
 } // namespace zelvatone

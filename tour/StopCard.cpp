@@ -1,6 +1,7 @@
 #include "tour/StopCard.h"
 
 #include "host/text/Format.h"
+#include "host/text/ShellWord.h"
 #include "tour/Character.h"
 #include "tour/PageParts.h"
 #include "tour/PageText.h"

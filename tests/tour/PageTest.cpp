@@ -29,13 +29,6 @@ TEST(SignedText, HasAMinusOfANumbersWidthAndNoneForZero) {
     EXPECT_EQ(signedText(0.5, 1, "+"), "+0.5");
 }
 
-TEST(ShellWord, IsQuotedWhereTheShellWouldReadIt) {
-    EXPECT_EQ(shellWord("Organ"), "Organ");
-    EXPECT_EQ(shellWord("Cyborg Pad"), "'Cyborg Pad'");
-    EXPECT_EQ(shellWord("it's $HOME"), "'it'\\''s $HOME'");
-    EXPECT_EQ(shellWord(""), "''");
-}
-
 TEST(RenderCommand, NamesProgramAndPlugIn) {
     TourStop stop;
     stop.name = "Cyborg Pad";

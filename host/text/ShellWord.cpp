@@ -1,0 +1,20 @@
+#include "host/text/ShellWord.h"
+
+#include <string_view>
+
+namespace zelvatone {
+
+std::string shellWord(const std::string& word) {
+    constexpr std::string_view kPlain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./";
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) {
+        return word;
+    }
+    std::string quoted = "'";
+    for (const char c : word) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+} // namespace zelvatone
