@@ -6,7 +6,7 @@ add_library(zelvatone_test_settings INTERFACE)
 # and clang's sanitizers have them in the tests too.
 if(ZELVATONE_SANITIZE MATCHES undefined AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   target_compile_options(zelvatone_test_settings INTERFACE
-    -fno-sanitize=null,alignment,object-size,vptr)
+    -fno-sanitize=null,alignment,object-size,vptr,pointer-overflow)
 endif()
 
 # zelvatone_add_tests(NAME name SOURCES files... LIBRARIES targets... [LABEL fast|slow] [THREADS])
