@@ -21,6 +21,7 @@ void writeSound(const std::filesystem::path& path, const TourSound& sound) {
     format.samples = SampleKind::kInt16; // of FLAC: half the bytes of 24 bits
     format.sampleRate = static_cast<int>(kTourRate);
     format.channels = sound.channels;
+    format.isPortable = true; // a release holds a tour: the same bytes wherever it is built
     SoundFileWriter writer(path, format);
     writer.write(sound.samples);
     writer.commit();
