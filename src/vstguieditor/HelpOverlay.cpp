@@ -1,7 +1,9 @@
 #include "vstguieditor/HelpOverlay.h"
 
+#include "vstguieditor/EditorLayout.h"
 #include "vstguieditor/vstguieditor.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zelvatone {
@@ -10,16 +12,13 @@ namespace {
 
 // Where the index picture has its panels. They hang on its lower edge.
 std::array<VSTGUI::CRect, HelpOverlay::kPages> areasOf(const VSTGUI::CRect& overlay) {
-    using VSTGUI::CPoint;
-    using VSTGUI::CRect;
-    const int height = static_cast<int>(overlay.bottom - overlay.top);
-    return {
-        CRect(CPoint(14, height - 437), CPoint(257, 147)),
-        CRect(CPoint(277, height - 437), CPoint(420, 235)),
-        CRect(CPoint(14, height - 284), CPoint(257, 147)),
-        CRect(CPoint(14, height - 133), CPoint(257, 130)),
-        CRect(CPoint(277, height - 133), CPoint(286, 129)),
-    };
+    std::array<VSTGUI::CRect, HelpOverlay::kPages> areas;
+    const double drop = overlay.getHeight() - kEditorHeight;
+    std::ranges::transform(kPanelAreas, areas.begin(), [drop](const EditorArea& area) {
+        return VSTGUI::CRect(VSTGUI::CPoint(area.left, area.top + drop),
+                             VSTGUI::CPoint(area.width, area.height));
+    });
+    return areas;
 }
 
 // Unlike the toolkit's own test, all four edges belong to the area.

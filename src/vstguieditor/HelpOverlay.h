@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vstguieditor/ClickArea.h"
+#include "vstguieditor/EditorLayout.h"
 
 #include <array>
 
@@ -13,7 +14,7 @@ class VSTGuiEditor;
 // beside the areas closes the help.
 class HelpOverlay final : public ClickArea {
 public:
-    static constexpr int kPages = 5;
+    static constexpr int kPages = kPanelAreas.size();
 
     // Shows the index. `editor` outlives the overlay.
     HelpOverlay(const VSTGUI::CRect& size, VSTGuiEditor& editor);

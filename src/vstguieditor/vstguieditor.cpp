@@ -33,6 +33,10 @@ CRect rectOf(const WidgetRecord& record) {
     return {record.left, record.top, record.right, record.bottom};
 }
 
+CRect rectOf(const EditorArea& area) {
+    return {CPoint(area.left, area.top), CPoint(area.width, area.height)};
+}
+
 bool isMissing(VSTGUI::CBitmap& picture) {
     return picture.getPlatformBitmap().get() == nullptr;
 }
@@ -93,8 +97,8 @@ bool VSTGuiEditor::open(void* parent) {
     frame = newFrame;
     gate_.open();
     showAllParameters();
-    frame->addView(new QuillfeatherBadge(CRect(580, 0, 713, 30)));
-    frame->addView(new HelpButton(CRect(550, 0, 575, 30), *this));
+    frame->addView(new QuillfeatherBadge(rectOf(kBadgeArea)));
+    frame->addView(new HelpButton(rectOf(kHelpButtonArea), *this));
     if (!openFrame(*frame, parent)) {
         gate_.close();
         std::exchange(frame, nullptr)->forget(); // it has no window to close
