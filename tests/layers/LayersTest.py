@@ -37,6 +37,9 @@ LAYERS = [
     ("clap records", ["src/clap/abi"], []),
     ("clap", ["src/clap"], ["params", "performance", "formats", "editor panel", "clap records"]),
 
+    # The page in a browser: where the editor has its knobs, and no more of it.
+    ("web page", ["web/face"], ["editor"]),
+
     # The host: knows a plug-in by the records of its interface alone.
     ("host", ["host"], []), # the errors that every room throws
     ("threads", ["host/threads"], ["host"]),
@@ -115,7 +118,7 @@ ROOM_OF_PATH = {path: room for room, paths, _ in LAYERS for path in paths}
 
 # From where a header is named: all but src from the top folder, src from itself. Toolkits read the
 # interface's headers by the names of the folder tree in which it is published.
-TREES = ["src", "host", "tour", "dataset", "live", "cli", "vstgui", "tests", "bench"]
+TREES = ["src", "host", "tour", "dataset", "live", "cli", "vstgui", "web", "tests", "bench"]
 ROOTS = {name: ROOT for name in TREES if name != "src"}
 ROOTS |= {folder.name: ROOT / "src" for folder in (ROOT / "src").iterdir() if folder.is_dir()}
 ROOTS["public.sdk"] = ROOT / "src/vst2"
