@@ -19,7 +19,6 @@ namespace zelvatone {
 namespace {
 
 constexpr int kBlockSize = 512;
-constexpr double kDcBlockHz = 5.0; // as `zelvatone render --dc-block`
 
 TourSound play(HostedPlugin& plugin, const Song& song) {
     InstrumentPlayer player(plugin, song, scheduleEvents(song, kTourRate));

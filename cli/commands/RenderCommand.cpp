@@ -26,9 +26,6 @@ namespace zelvatone {
 
 namespace {
 
-// Below all that is heard as a tone, and high enough to be settled after a tenth of a second.
-constexpr double kDcBlockHz = 5.0;
-
 using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point start) {

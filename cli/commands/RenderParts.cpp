@@ -8,6 +8,7 @@
 #include "host/render/ProgramMapFile.h"
 #include "host/text/FileNames.h"
 #include "host/text/Format.h"
+#include "performance/GeneralMidi.h"
 #include "performance/MidiMessage.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ namespace zelvatone {
 
 namespace {
 
-constexpr int kDrums = 10; // the channel, in General MIDI
+constexpr int kDrums = kDrumChannel + 1;
 constexpr int kChannels = 16;
 
 // From 1; none for a message to the whole system.

@@ -10,6 +10,8 @@
 #include "host/text/Format.h"
 #include "host/text/Json.h"
 #include "host/text/Table.h"
+#include "performance/BendRange.h"
+#include "performance/GeneralMidi.h"
 #include "performance/MidiMessage.h"
 
 #include <CLI/CLI.hpp>
@@ -19,8 +21,6 @@
 namespace zelvatone {
 
 namespace {
-
-constexpr std::size_t kDrumChannel = 9; // channel 10, counted from 0
 
 // "C4" for 60.
 std::string noteName(int note) {
@@ -79,14 +79,13 @@ struct NotPlayed {
 
 // A line for each channel that bends further than the instrument does.
 std::vector<std::string> bendLines(const SongSummary& song) {
-    constexpr int kWidestBend = 12; // semitones, of the instrument
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < song.channels.size(); ++i) {
         const ChannelSummary& channel = song.channels[i];
-        if (channel.bends > 0 && channel.bendRange.value_or(0) > kWidestBend) {
+        if (channel.bends > 0 && channel.bendRange.value_or(0) > kInstrumentBendRange) {
             lines.push_back(formatText("bends of channel {} beyond {} semitones: the file asks for "
                                        "{}, the instrument ends there",
-                                       i + 1, kWidestBend, *channel.bendRange));
+                                       i + 1, kInstrumentBendRange, *channel.bendRange));
         }
     }
     return lines;

@@ -7,6 +7,10 @@
 
 namespace zelvatone {
 
+// For a sound with DC: below all that is heard as a tone, and high enough to be settled after a
+// tenth of a second.
+inline constexpr double kDcBlockHz = 5.0;
+
 struct FinishPlan {
     bool isMono = false;         // the average of all channels in one
     double dcBlockHz = 0.0;      // corner of a high-pass filter; 0: none

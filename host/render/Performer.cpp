@@ -12,7 +12,6 @@ namespace zelvatone {
 
 namespace {
 
-constexpr int kOurBendRange = 12; // semitones, of Zelvatone
 // A stopped sound is waited for no longer: twice the longest release of Zelvatone.
 constexpr double kLongestEndSeconds = 4.0;
 
@@ -55,7 +54,7 @@ Performer::Performer(HostedPlugin& plugin, const Transport& transport, const Per
         instances_.push_back({.plugin = plan.spare});
     }
     if (isOurInstrument(plugin)) {
-        bendRange_.emplace(kOurBendRange);
+        bendRange_.emplace(kInstrumentBendRange);
     }
     gains_.resize(static_cast<std::size_t>(channels()));
     for (OutputGain& gain : gains_) {

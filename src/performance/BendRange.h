@@ -9,6 +9,9 @@
 
 namespace zelvatone {
 
+// How far Zelvatone bends at either end of the wheel, in semitones.
+inline constexpr std::int32_t kInstrumentBendRange = 12;
+
 // Moves the pitch wheel so that the instrument bends by the channel's range: 2 semitones, as
 // General MIDI has it, until registered parameter 0 sets another one by data entry, in semitones
 // (controller 6) and cents (38). What is asked for beyond the instrument's range is played at its
