@@ -65,6 +65,9 @@ test_debian() {
     same_sound "$sandbox/debian/root/song.wav"
     in_debian sh -c 'cmp /root/release/invention-1.mid /usr/share/doc/zelvatone/examples/invention-1.mid'
     in_debian sh -c 'zelvatone info && gzip -t /usr/share/man/man1/zelvatone.1.gz'
+    # Nothing that scans plug-ins is installed: they load when all their libraries are there.
+    in_debian sh -c 'ldd /usr/lib/vst/zelvatone.so /usr/lib/clap/zelvatone.clap \
+        /usr/lib/lv2/zelvatone.lv2/*.so >/root/libraries && ! grep "not found" /root/libraries'
     in_debian sh -c 'apt-get purge -q -y "zelvatone*" && apt-get autoremove --purge -q -y'
     files_of "$sandbox/debian" >"$sandbox/after"
     ! comm -13 "$sandbox/before" "$sandbox/after" | grep -i zelvatone || fail "the packages left files"

@@ -79,6 +79,9 @@ class Examples(unittest.TestCase):
     def testOfTheDatasetsPageRun(self):
         self.runAll(list(commandsOf("docs/dataset.md")), 5)
 
+    def testOfThePageOfManyMachinesRun(self):
+        self.runAll(list(commandsOf("docs/many-machines.md")), 2)
+
     def testOfThePresetsPageRun(self):
         self.runAll(list(commandsOf("docs/presets.md")), 5)
 
