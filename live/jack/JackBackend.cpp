@@ -2,7 +2,7 @@
 
 #include "host/Error.h"
 #include "host/text/Format.h"
-#include "host/text/Names.h"
+#include "live/DeviceNames.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,10 +22,6 @@ bool isChannelMessage(const jack::MidiEvent& event) {
 // 0 where the message is shorter.
 std::uint8_t dataByte(const jack::MidiEvent& event, std::size_t index) {
     return index < event.size ? event.bytes[index] & 0x7FU : std::uint8_t{0};
-}
-
-bool matches(const std::string& name, const std::string& wanted) {
-    return lowerCase(name).find(lowerCase(wanted)) != std::string::npos;
 }
 
 // The name of a port without that of its client's port: "system" of "system:playback_1".
@@ -210,7 +206,8 @@ std::vector<std::string> JackBackend::chosenOutputs() const {
     auto ports = portsOf(jack::kAudioType, jack::kIsInput | jack::kIsPhysical);
     if (choice_.output) {
         ports = portsOf(jack::kAudioType, jack::kIsInput);
-        std::erase_if(ports, [this](const auto& port) { return !matches(port, *choice_.output); });
+        std::erase_if(ports,
+                      [this](const auto& port) { return !matchesDevice(port, *choice_.output); });
     }
     const std::string device = ports.empty() ? std::string() : clientOf(ports[0]);
     std::erase_if(ports, [&device](const auto& port) { return clientOf(port) != device; });
@@ -220,11 +217,7 @@ std::vector<std::string> JackBackend::chosenOutputs() const {
 
 std::vector<std::string> JackBackend::chosenInputs() const {
     auto ports = portsOf(jack::kMidiType, jack::kIsOutput);
-    std::erase_if(ports, [this](const auto& port) {
-        const auto isWanted = [&port](const auto& wanted) { return matches(port, wanted); };
-        return !choice_.inputs.empty() &&
-               std::none_of(choice_.inputs.begin(), choice_.inputs.end(), isWanted);
-    });
+    std::erase_if(ports, [this](const auto& port) { return !isChosenInput(port, choice_.inputs); });
     return ports;
 }
 

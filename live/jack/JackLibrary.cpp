@@ -1,6 +1,6 @@
 #include "live/jack/JackLibrary.h"
 
-#include <dlfcn.h>
+#include "live/FunctionFinder.h"
 
 #include <array>
 #include <optional>
@@ -14,26 +14,9 @@ constexpr std::array<const char*, 4> kNames{
     "libjack.so.0", "/usr/lib/x86_64-linux-gnu/pipewire-0.3/jack/libjack.so.0",
     "/usr/lib64/pipewire-0.3/jack/libjack.so.0", "/usr/lib/pipewire-0.3/jack/libjack.so.0"};
 
-// Looks functions up; remembers whether one was missing.
-class Finder {
-public:
-    explicit Finder(void* library) : library_(library) {}
-
-    template<class Function>
-    void find(Function*& function, const char* name) {
-        function = reinterpret_cast<Function*>(dlsym(library_, name));
-        isComplete_ = isComplete_ && function != nullptr;
-    }
-    bool isComplete() const { return isComplete_; }
-
-private:
-    void* library_;
-    bool isComplete_ = true;
-};
-
 void beSilent(const char* /*text*/) {}
 
-void findClient(Finder& finder, Library& functions) {
+void findClient(FunctionFinder& finder, Library& functions) {
     finder.find(functions.clientOpen, "jack_client_open");
     finder.find(functions.clientClose, "jack_client_close");
     finder.find(functions.activate, "jack_activate");
@@ -49,7 +32,7 @@ void findClient(Finder& finder, Library& functions) {
     finder.find(functions.setInfoFunction, "jack_set_info_function");
 }
 
-void findPorts(Finder& finder, Library& functions) {
+void findPorts(FunctionFinder& finder, Library& functions) {
     finder.find(functions.portRegister, "jack_port_register");
     finder.find(functions.portGetBuffer, "jack_port_get_buffer");
     finder.find(functions.portName, "jack_port_name");
@@ -69,7 +52,7 @@ std::optional<Library> loadLibrary(const char* name) {
         return std::nullopt;
     }
     Library functions{};
-    Finder finder(library);
+    FunctionFinder finder(library);
     findClient(finder, functions);
     findPorts(finder, functions);
     if (!finder.isComplete()) {
