@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/text/Format.h"
+#include "live/alsa/AlsaBackend.h"
 #include "live/jack/JackBackend.h"
 
 namespace zelvatone {
@@ -22,19 +23,28 @@ std::string listText(const char* system, const AudioDevices& devices) {
 } // namespace
 
 std::unique_ptr<AudioBackend> openBackend(const DeviceChoice& choice) {
-    auto jack = std::make_unique<JackBackend>(choice);
-    if (!jack->isOpen()) {
-        throw InputError("there is no sound system to play on: start PipeWire or jackd");
+    if (auto jack = std::make_unique<JackBackend>(choice); jack->isOpen()) {
+        return jack;
     }
-    return jack;
+    if (const auto library = alsa::loadLibrary()) {
+        if (auto alsa = std::make_unique<AlsaBackend>(*library, choice); alsa->isOpen()) {
+            return alsa;
+        }
+    }
+    throw InputError("there is no sound system to play on: start PipeWire or jackd, or plug in a "
+                     "sound card");
 }
 
 std::string deviceList() {
     std::string text;
     if (const JackBackend jack({}); jack.isOpen()) {
-        text += listText("JACK", jack.devices());
+        text = listText("JACK", jack.devices());
+    } else if (const auto library = alsa::loadLibrary()) {
+        text = listText("ALSA", AlsaBackend::devices(*library));
     }
-    return text.empty() ? "no sound system runs here: start PipeWire or jackd\n" : text;
+    return text.empty() ? "no sound system runs here: start PipeWire or jackd, or plug in a sound "
+                          "card\n"
+                        : text;
 }
 
 } // namespace zelvatone

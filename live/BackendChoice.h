@@ -8,10 +8,11 @@
 
 namespace zelvatone {
 
-// Opens JACK where a server runs. Throws InputError, with what to do, when there is none.
+// Opens JACK where a server runs, else ALSA. Throws InputError, with what to do, when neither is
+// there.
 std::unique_ptr<AudioBackend> openBackend(const DeviceChoice& choice);
 
-// Devices of every sound system, as text for people.
+// Devices of the sound system that would be opened, as text for people.
 std::string deviceList();
 
 } // namespace zelvatone
