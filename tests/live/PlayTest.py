@@ -36,7 +36,8 @@ class Session(unittest.TestCase):
         self.folder = Path(folder.name)
         self.environment = os.environ | {
             "JACK_DEFAULT_SERVER": SERVER, "JACK_NO_START_SERVER": "1", "LC_ALL": "C.UTF-8",
-            "TERM": "xterm", "XDG_RUNTIME_DIR": str(self.folder)}
+            "TERM": "xterm", "XDG_RUNTIME_DIR": str(self.folder),
+            "ALSA_CONFIG_PATH": os.devnull}  # a machine without a card
 
     def start(self, *command, **streams):
         streams = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL,
@@ -63,13 +64,23 @@ class Session(unittest.TestCase):
         self.assertEqual(process.returncode, 0, errors)
         return output, errors
 
+    def renderAgain(self, output):
+        """Runs the command that a recording's end has printed."""
+        command = shlex.split(output.splitlines()[1])
+        subprocess.run([PROGRAM, *command[1:], "-q"], env=self.environment, cwd=self.folder,
+                       check=True)
+        take = (self.folder / "take.wav").read_bytes()
+        self.assertTrue(any(take[100:]))
+        self.assertEqual(take, (self.folder / "take.again.wav").read_bytes())
+
 
 class WithoutServer(Session):
     def testSaysWhatToDo(self):
         process = self.play()
         _, errors = process.communicate(timeout=PATIENCE)
         self.assertEqual(process.returncode, 1)
-        self.assertEqual(errors, "zelvatone: there is no sound system to play on: start PipeWire or jackd\n")
+        self.assertEqual(errors, "zelvatone: there is no sound system to play on: start PipeWire or "
+                                 "jackd, or plug in a sound card\n")
 
     def testChecksItsOptionsFirst(self):
         for options, line in [
@@ -113,15 +124,6 @@ class JackSession(Session):
 
     def waitForLink(self, source, target):
         waitUntil(lambda: target in (self.connections() or {}).get(source, ()))
-
-    def renderAgain(self, output):
-        """Runs the command that a recording's end has printed."""
-        command = shlex.split(output.splitlines()[1])
-        subprocess.run([PROGRAM, *command[1:], "-q"], env=self.environment, cwd=self.folder,
-                       check=True)
-        take = (self.folder / "take.wav").read_bytes()
-        self.assertTrue(any(take[100:]))
-        self.assertEqual(take, (self.folder / "take.again.wav").read_bytes())
 
     def strikeKeys(self, name="keyboard"):
         """A keyboard that plays two notes twice a second."""
@@ -181,6 +183,74 @@ class OnJack(JackSession):
         output, _ = self.play("--list").communicate(timeout=PATIENCE)
         self.assertIn("JACK output  system:playback_1\n", output)
         self.assertIn("JACK input   keyboard:out\n", output)
+
+
+def hasAlsa():
+    try:
+        ctypes.CDLL("libasound.so.2")
+    except OSError:
+        return False
+    return True
+
+
+@unittest.skipUnless(hasAlsa(), "no ALSA")
+class OnAlsa(Session):
+    """No server runs, and the cards are files: of float samples, both channels interleaved."""
+
+    SONG = Path(__file__).parents[2] / "music" / "a4.mid"
+
+    def setUp(self):
+        super().setUp()
+        devices = self.folder / "asound.conf"
+        devices.write_text("".join(
+            f'pcm.{name} {{ type file slave.pcm null file "{self.folder}/{name}.raw" format raw '
+            f'hint {{ show on description "{description}" }} }}\n'
+            for name, description in [("default", "Speakers"), ("take", "Headphones")]) +
+            "pcm.null { type null hint { show on description Nothing } }\n")
+        self.environment["ALSA_CONFIG_PATH"] = str(devices)
+
+    def heard(self, device="default"):
+        sound = self.folder / f"{device}.raw"
+        return sound.read_bytes() if sound.exists() else b""
+
+    def testPlaysWhatItRecords(self):
+        start = time.monotonic()
+        process = self.play("--record", "take.wav", self.SONG)
+        waitUntil(lambda: len(self.heard()) > RATE * 8)  # a second
+        output, errors = self.end(process)
+        seconds = time.monotonic() - start
+        self.assertIn("no keyboards: ALSA has no sequencer here", errors)
+        self.renderAgain(output)
+        heard = self.heard()
+        self.assertTrue(any(heard))
+        self.assertIn(heard[:len(heard) // 8 * 8], (self.folder / "take.wav").read_bytes())
+        # In time, though a file takes all at once.
+        self.assertLess(len(heard) / 8 / RATE, 1.1 * seconds + 0.1)
+
+    def testPlaysOnWhatWasChosen(self):
+        process = self.play("--output", "HEADPH", "--rate", "44100", "--buffer", "64",
+                            "--record", "take.wav")
+        waitUntil(lambda: self.heard("take"))
+        output, _ = self.end(process)
+        self.assertIn("--rate 44100 --block 64", output)
+        self.assertEqual(self.heard(), b"")
+
+    def testConnectsNothing(self):
+        process = self.play("--output", "none", "--record", "take.wav")
+        self.assertIn("no keyboards", process.stderr.readline())  # it plays
+        self.assertIn("take.wav: ", self.end(process)[0])
+        self.assertEqual(self.heard() + self.heard("take"), b"")
+
+    def testListsDevices(self):
+        output, _ = self.play("--list").communicate(timeout=PATIENCE)
+        self.assertEqual(output, "ALSA output  default\nALSA output  take\n")
+
+    def testSaysWhatItDoesNotOpen(self):
+        process = self.play("--output", "violin")
+        _, errors = process.communicate(timeout=PATIENCE)
+        self.assertEqual(process.returncode, 1)
+        self.assertRegex(errors, "^zelvatone: ALSA does not open the output 'violin': .*; --list "
+                                 "shows outputs\n$")
 
 
 class InATerminal(JackSession):
