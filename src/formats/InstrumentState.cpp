@@ -1,8 +1,8 @@
 #include "formats/InstrumentState.h"
 
+#include "formats/NumberText.h"
 #include "formats/ParameterUnits.h"
 
-#include <charconv>
 #include <cstddef>
 
 namespace zelvatone {
@@ -12,12 +12,6 @@ namespace {
 // The number at the end is the version. Another one may mean other things by the lines after it.
 constexpr std::string_view kHeading = "Zelvatone state 1";
 constexpr std::string_view kBypass = "Bypass";
-
-std::string shortestText(float value) {
-    std::array<char, 32> text{}; // a sign, nine digits, a point, an exponent
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
 
 void appendLine(std::string& text, std::string_view name, std::string_view value) {
     text.append(name).append(" = ").append(value).append("\n");
@@ -56,17 +50,6 @@ private:
     std::string_view rest_;
 };
 
-std::optional<float> floatIn(std::string_view text, const ParameterUnits& parameter) {
-    float value = 0.0F;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool isRead = result.ec == std::errc() && result.ptr == text.data() + text.size();
-    // A value that the parameter can hold stays what it is, one that is not a number does not.
-    if (!isRead || nearestValue(parameter, static_cast<double>(value)) != value) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 } // namespace
 
 InstrumentState defaultState() {
@@ -82,7 +65,7 @@ std::string textOfState(const InstrumentState& state) {
     text.append(kHeading).append("\n");
     for (const ParameterUnits& parameter : parameterUnits()) {
         appendLine(text, parameter.name,
-                   shortestText(state.values.at(static_cast<std::size_t>(parameter.index))));
+                   exactText(state.values.at(static_cast<std::size_t>(parameter.index))));
     }
     appendLine(text, kBypass, state.isBypassed ? "1" : "0");
     return text;
@@ -95,7 +78,8 @@ std::optional<InstrumentState> stateOfText(std::string_view text) {
     }
     InstrumentState state = defaultState();
     for (const ParameterUnits& parameter : parameterUnits()) {
-        const std::optional<float> value = floatIn(lines.valueOf(parameter.name), parameter);
+        const std::optional<float> value =
+            valueOfExactText(parameter, lines.valueOf(parameter.name));
         if (!value) {
             return std::nullopt;
         }

@@ -1,10 +1,10 @@
 #include "formats/ParameterUnits.h"
 
+#include "formats/NumberText.h"
 #include "params/CheckedAccess.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <memory>
 
@@ -120,13 +120,8 @@ std::optional<double> numberIn(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
     }
-    double number = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size() ||
-        !std::isfinite(number)) {
-        return std::nullopt;
-    }
-    return number;
+    const std::optional<double> number = doubleIn(text);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 } // namespace
@@ -162,6 +157,15 @@ std::optional<float> valueOfText(const ParameterUnits& parameter, std::string_vi
         return std::nullopt;
     }
     return nearestValue(parameter, isPercent(parameter.index) ? *number / 100.0 : *number);
+}
+
+std::optional<float> valueOfExactText(const ParameterUnits& parameter, std::string_view text) {
+    const std::optional<float> value = floatIn(text);
+    // A value that the parameter can hold stays what it is, one that is not a number does not.
+    if (!value || nearestValue(parameter, static_cast<double>(*value)) != *value) {
+        return std::nullopt;
+    }
+    return value;
 }
 
 } // namespace zelvatone

@@ -50,4 +50,8 @@ std::string textOfValue(const ParameterUnits& parameter, float value);
 // text. A number of a parameter in percent counts percents.
 std::optional<float> valueOfText(const ParameterUnits& parameter, std::string_view text);
 
+// Reads back what exactText writes of a value. None for any other text, for a number outside
+// the parameter's range, and for one that is not whole where the parameter is.
+std::optional<float> valueOfExactText(const ParameterUnits& parameter, std::string_view text);
+
 } // namespace zelvatone
