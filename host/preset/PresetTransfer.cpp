@@ -3,11 +3,9 @@
 #include "host/Error.h"
 #include "host/plugin/PluginText.h"
 #include "host/plugin/Programs.h"
+#include "host/preset/ReportedValue.h"
 #include "host/text/Format.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstring>
 
 namespace zelvatone {
@@ -97,15 +95,10 @@ void applyPreset(HostedPlugin& plugin, const Preset& preset) {
 }
 
 void setAsReported(HostedPlugin& plugin, int index, float value) {
-    const std::array<float, 3> tries{value, std::nextafter(value, 2.0F),
-                                     std::nextafter(value, -1.0F)};
-    for (const float number : tries) {
-        plugin.setParameter(index, std::clamp(number, 0.0F, 1.0F));
-        if (plugin.parameter(index) == value) {
-            return;
-        }
-    }
-    plugin.setParameter(index, value);
+    setAsReported(value, [&plugin, index](float number) {
+        plugin.setParameter(index, number);
+        return plugin.parameter(index);
+    });
 }
 
 } // namespace zelvatone

@@ -1,7 +1,7 @@
 // Preset files. What was read comes back the same from the writer.
 #include "host/Error.h"
+#include "host/preset/PresetBytes.h"
 #include "host/preset/PresetReader.h"
-#include "host/preset/PresetWriter.h"
 #include "tests/fuzz/Fuzzer.h"
 
 #include <algorithm>

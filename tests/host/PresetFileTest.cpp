@@ -1,4 +1,5 @@
 #include "host/Error.h"
+#include "host/preset/PresetBytes.h"
 #include "host/preset/PresetReader.h"
 #include "host/preset/PresetWriter.h"
 #include "tests/support/PresetBytes.h"

@@ -1,9 +1,9 @@
+#include "host/preset/PresetBytes.h"
 #include "host/preset/PresetTransfer.h"
 
 #include "host/Error.h"
 #include "host/plugin/Programs.h"
 #include "host/preset/PresetReader.h"
-#include "host/preset/PresetWriter.h"
 #include "tests/support/PresetBytes.h"
 #include "tests/support/Program.h"
 
