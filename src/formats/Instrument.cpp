@@ -130,6 +130,13 @@ bool Instrument::isSilent() const {
     return engine_.isSilent() && gain_.isSettled();
 }
 
+std::int32_t Instrument::soundingNotes() const {
+    const auto& envelopes = engine_.envelopes;
+    return static_cast<std::int32_t>(
+        std::count_if(envelopes.begin(), envelopes.end(),
+                      [](const auto& envelope) { return envelope->isActive(); }));
+}
+
 std::uint32_t Instrument::tail() const {
     const auto rate = static_cast<double>(engine_.sampleRate);
     return static_cast<std::uint32_t>(std::ceil(static_cast<double>(value(kRelease)) * rate));

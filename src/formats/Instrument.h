@@ -73,6 +73,8 @@ public:
 
     // Whether blocks in which nothing happens are silent from here on.
     bool isSilent() const;
+    // How many notes sound, those among them that fade.
+    std::int32_t soundingNotes() const;
     // How many samples the sound may last after the last key was let go. Not while the sample rate
     // is set.
     std::uint32_t tail() const;
