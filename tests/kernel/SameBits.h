@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 
 // All bits count, the sign of a zero too. Only one NaN is as good as another: of two that are
@@ -16,14 +17,7 @@ inline bool sameBits(double a, double b) {
     return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-inline bool sameBits(std::int32_t a, std::int32_t b) {
-    return a == b;
-}
-
-inline bool sameBits(std::uint32_t a, std::uint32_t b) {
-    return a == b;
-}
-
-inline bool sameBits(std::uint64_t a, std::uint64_t b) {
+template<std::integral Integer>
+bool sameBits(Integer a, Integer b) {
     return a == b;
 }

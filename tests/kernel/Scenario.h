@@ -1,6 +1,7 @@
 // A random performance, played by the reference engine and by fast ones at once.
 #pragma once
 
+#include "tests/kernel/Fingerprint.h"
 #include "tests/kernel/PrintedLines.h"
 #include "tests/kernel/Random.h"
 
@@ -25,6 +26,8 @@ public:
     // Plays until about `modeSamples` samples of single modes have been rendered. Returns what was
     // different first between the reference engine and another; nothing if all bits were the same.
     std::string play(std::int64_t modeSamples);
+    // Of everything that the reference engine has put out: the same on every platform.
+    const Fingerprint& fingerprint() const { return fingerprint_; }
 
 private:
     using Engine = zelvatone::ZelvatoneEngine;
@@ -44,6 +47,7 @@ private:
     void prepare();
     void act();
     void playNotes();
+    void sendMidiOfAnyData(std::int32_t status);
     void sendMidi(std::int32_t status, std::int32_t data1, std::int32_t data2);
     std::int32_t someOffset();
     void turnKnob();
@@ -64,4 +68,5 @@ private:
     std::vector<std::string> names_;
     PrintedLines printed_;
     std::size_t printedBytes_ = 0;
+    Fingerprint fingerprint_;
 };
