@@ -13,5 +13,5 @@ case ${1:-} in
 *) echo "format.sh: unknown argument $1" >&2 && exit 2 ;;
 esac
 
-find src host tour dataset live cli vstgui tests bench \( -name '*.cpp' -o -name '*.h' \) -print0 |
+find src host tour dataset web live cli vstgui tests bench \( -name '*.cpp' -o -name '*.h' \) -print0 |
     xargs -0 --no-run-if-empty clang-format "${options[@]}"

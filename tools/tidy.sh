@@ -75,5 +75,5 @@ export windows_compiler=x86_64-w64-mingw32-g++-posix
 if (($# > 0)); then
     printf -- '-\t%s\n' "$@"
 else
-    find src host tour dataset live cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
+    find src host tour dataset web live cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
 fi | xargs -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_line "$@"' tidy_line
