@@ -1,5 +1,5 @@
-#include "host/preset/PresetBytes.h"
 #include "host/preset/PresetTransfer.h"
+#include "host/preset/PresetBytes.h"
 
 #include "host/Error.h"
 #include "host/plugin/Programs.h"

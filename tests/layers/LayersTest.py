@@ -54,11 +54,13 @@ LAYERS = [
                                  "hosted plug-in"]),
     ("render", ["host/render"], ["performance", "host", "vst2", "threads", "files", "text", "midi",
                                  "audio", "hosted plug-in"]),
-    ("tour", ["tour"], ["host", "vst2", "threads", "files", "text", "midi", "audio", "picture",
+    ("tour", ["tour"], ["performance", "host", "vst2", "threads", "files", "text", "midi", "audio", "picture",
                         "hosted plug-in", "preset", "render"]),
     # Drives the instrument in units, without a plug-in file: a new one for each of millions of sounds.
     ("dataset", ["dataset"], ["params", "performance", "engine", "formats", "host", "threads",
                               "files", "text", "audio", "hosted plug-in"]),
+    # The instrument in a browser, without a system: of the host, the bytes of preset files alone.
+    ("web engine", ["web/engine"], ["params", "engine", "performance", "formats", "vst2", "preset"]),
     ("live", ["live"], ["performance", "host", "vst2", "threads", "files", "text", "midi", "audio",
                         "hosted plug-in", "render"]),
     ("terminal", ["cli/terminal"], ["host", "files", "text", "hosted plug-in"]),
@@ -103,6 +105,8 @@ LAYERS = [
     ("tests/tour", ["tests/tour"], ["host", "threads", "files", "text", "midi", "audio", "picture",
                                     "hosted plug-in", "preset", "render", "tour",
                                     "tests/support"]),
+    ("tests/web", ["tests/web"], ["params", "voices", "engine", "performance", "formats", "vst2",
+                                  "host", "preset", "web engine", "tests/kernel"]),
     ("tests/dataset", ["tests/dataset"], ["params", "host", "files", "text", "midi", "hosted plug-in",
                                           "render", "dataset", "tests/support"]),
     ("tests/cli", ["tests/cli"], ["host", "threads", "files", "text", "audio", "hosted plug-in",
