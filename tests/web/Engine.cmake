@@ -49,3 +49,10 @@ add_test(NAME WebEngine.IsTheSameAsHere
 set_tests_properties(WebEngine.IsTheSameAsHere PROPERTIES
   LABELS web TIMEOUT 300
   ENVIRONMENT "ZELVATONE_WEB=${PROJECT_SOURCE_DIR}/build/web/bin;ZELVATONE_NATIVE=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+
+find_package(Python3 3.9 REQUIRED COMPONENTS Interpreter)
+add_test(NAME WebEngine.IsTheSameOnTheAudioThreadOfABrowser
+  COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/WorkletTest.py)
+set_tests_properties(WebEngine.IsTheSameOnTheAudioThreadOfABrowser PROPERTIES
+  LABELS web TIMEOUT 300 SKIP_RETURN_CODE 77
+  ENVIRONMENT "ZELVATONE_WEB=${PROJECT_SOURCE_DIR}/build/web/bin;ZELVATONE_NATIVE=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
