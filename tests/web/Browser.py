@@ -14,7 +14,7 @@ import threading
 import time
 
 CHROMIUM = shutil.which("chromium")
-LIMIT = 10  # seconds for one reply
+LIMIT = 20  # seconds for one reply
 
 
 KEY_CODES = {"Tab": 9, "Enter": 13, "Escape": 27} # for what the browser itself does with them
@@ -139,9 +139,11 @@ class Tab:
             raise RuntimeError(details.get("exception", {}).get("description", details["text"]))
         return reply["result"].get("value")
 
-    def until(self, expression):
-        end = time.monotonic() + LIMIT
-        while not (value := self.evaluate(f"(() => {{ try {{ return {expression}; }} catch {{ return null; }} }})()")):
+    def until(self, expression, limit=LIMIT):
+        """Waits until the expression is true; what throws is not true yet."""
+        end = time.monotonic() + limit
+        tried = f"(() => {{ try {{ return {expression}; }} catch {{ return null; }} }})()"
+        while not (value := self.evaluate(tried)):
             if time.monotonic() > end:
                 raise TimeoutError(expression)
             time.sleep(0.02)
