@@ -7,6 +7,7 @@
 #include "tour/PageText.h"
 #include "tour/Spectrogram.h"
 #include "tour/StopFiles.h"
+#include "tour/TourPage.h"
 
 #include <array>
 #include <cmath>
@@ -90,7 +91,16 @@ std::string renderCommand(const TourStop& stop, const std::string& plugin) {
                       shellWord(stop.name), plugin.empty() ? "" : " --plugin " + shellWord(plugin));
 }
 
-std::string stopCard(const TourStop& stop, double phraseSeconds, const std::string& plugin) {
+std::string keysLink(const TourStop& stop, const std::string& keys) {
+    if (keys.empty()) {
+        return "";
+    }
+    return formatText(
+        "<a href=\"{}#program={}\" aria-label=\"Play {} on the keys\">On the keys</a>\n",
+        htmlText(keys), stop.number, htmlText(stop.name));
+}
+
+std::string stopCard(const TourStop& stop, const Tour& tour) {
     const StopFiles files(stop.file);
     const std::vector<std::string> tags = charactersOf(stop.measures);
     return filled(pageparts::kStop, {{"number", std::to_string(stop.number)},
@@ -105,10 +115,11 @@ std::string stopCard(const TourStop& stop, double phraseSeconds, const std::stri
                                      {"preset", files.preset},
                                      {"spectrum", files.spectrum},
                                      {"wave", files.wave},
-                                     {"command", htmlText(renderCommand(stop, plugin))},
+                                     {"keys", keysLink(stop, tour.keys)},
+                                     {"command", htmlText(renderCommand(stop, tour.plugin))},
                                      {"frequencies", frequencyAxis()},
-                                     {"times", timeAxis(phraseSeconds)},
-                                     {"seconds", formatText("{:.0f}", phraseSeconds)},
+                                     {"times", timeAxis(tour.phraseSeconds)},
+                                     {"seconds", formatText("{:.0f}", tour.phraseSeconds)},
                                      {"count", std::to_string(stop.parameters.size())},
                                      {"parameters", parameterLines(stop.parameters)}});
 }

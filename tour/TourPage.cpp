@@ -68,7 +68,7 @@ std::string page(const Tour& tour, const std::string& style, const std::string& 
     std::string cards;
     std::string index;
     for (const TourStop& stop : tour.stops) {
-        cards += stopCard(stop, tour.phraseSeconds, tour.plugin);
+        cards += stopCard(stop, tour);
         index += indexLine(stop);
     }
     return filled(pageparts::kPage, {{"mark", kMark},

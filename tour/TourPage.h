@@ -13,6 +13,7 @@ namespace zelvatone {
 struct Tour {
     std::string instrument;
     std::string plugin; // the file that was named with --plugin; empty without it
+    std::string keys;   // the address of a page to play the programs on; empty without one
     double phraseSeconds = 0.0;
     std::vector<TourStop> stops;
 };

@@ -104,6 +104,10 @@ CLI::App* addTourCommand(CLI::App& app, TourOptions& options) {
                      "The same for a web server: style and script in files of their own")
         ->type_name("FOLDER");
     command
+        ->add_option("--play-at", options.keys,
+                     "The address of the page in a browser, to which every program links")
+        ->type_name("ADDRESS");
+    command
         ->add_option("--threads", options.threads,
                      "Programs to render at once, 1 to 64; auto: one per processor")
         ->type_name("auto|N")
@@ -125,6 +129,7 @@ void runTour(const TourOptions& options, const StandardOutput& output) {
     const PluginLibrary library = loadPlugin(options.plugin);
     Tour tour = plannedTour(library);
     tour.plugin = options.plugin.path;
+    tour.keys = options.keys;
 
     const InterruptWatch watch;
     OutputFolder folder(name, holdsOnlyATour);

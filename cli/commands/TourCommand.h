@@ -13,6 +13,7 @@ struct TourOptions {
     // One of the two; the other is empty.
     std::string folder;           // to be opened there
     std::string site;             // to be put on a web server
+    std::string keys;             // the address of a page to play the programs on, or empty
     std::string threads = "auto"; // as typed
     bool quiet = false;
 };

@@ -61,7 +61,7 @@ _zelvatone_value() {
     --count | --seed | --notes | --velocities | --seconds | --hold | --tempo | --per-shard | --shard) ;;
     --record) _zelvatone_files '*.[wW][aA][vV]' ;;
     --keys) _zelvatone_words qwerty qwertz azerty ;;
-    --rate | --block | --buffer | --input | --cc | --gain | --normalize | --channel | --name) ;;
+    --play-at | --rate | --block | --buffer | --input | --cc | --gain | --normalize | --channel | --name) ;;
     --help-page) _zelvatone_words 0 1 2 3 4 5 ;;
     *) return 1 ;;
     esac
@@ -82,7 +82,7 @@ _zelvatone_options() {
         _zelvatone_words --count --seed --programs --notes --velocities --vary --parameters --seconds --hold --tempo \
             --rate --audio --per-shard --shard --verify --sample --threads --quiet --verbose --help
         ;;
-    tour) _zelvatone_words --output --site --threads --quiet "$plugin" ;;
+    tour) _zelvatone_words --output --site --play-at --threads --quiet "$plugin" ;;
     edit) _zelvatone_words --save "$sound" "$plugin" ;;
     screenshot) _zelvatone_words --output --help-page "$sound" "$plugin" ;;
     song) _zelvatone_words --json --help ;;

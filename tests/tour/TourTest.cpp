@@ -99,6 +99,14 @@ TEST(TourSite, HasStyleAndScriptInFilesOfTheirOwn) {
     EXPECT_EQ(texts.at("script.js"), readText(TEST_PAGE "script.js"));
 }
 
+TEST(TourSite, LinksEveryProgramToAPageWithKeys) {
+    Tour tour = smallTour();
+    EXPECT_THAT(siteTexts(tour).at("index.html"), Not(HasSubstr("#program=")));
+    tour.keys = "../?a&b";
+    tour.stops[0].number = 12;
+    EXPECT_THAT(siteTexts(tour).at("index.html"), HasSubstr("href=\"../?a&amp;b#program=12\""));
+}
+
 TEST(TourSite, TellsNoFolderOfThisMachine) {
     for (const auto& [name, text] : siteTexts(smallTour())) {
         EXPECT_THAT(text, Not(HasSubstr("/home"))) << name;
