@@ -20,8 +20,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[1]
 HELP_PAGES = 5
-# The larger pictures are for screens of more pixels. Of the help pages there are none: with all of
-# them, the page would be larger than 1 MB.
+# Of twice the size, for screens of more pixels. The help pages are not: with them, the page would be
+# larger than 1 MB.
 LARGE_PICTURES = ("BACKGROUND.PNG", "ANIMKNOB.PNG")
 
 
@@ -37,11 +37,10 @@ def putPage(folder, faceProgram):
 
 
 def putPictures(folder):
-    (folder / "2x").mkdir(parents=True, exist_ok=True)
+    folder.mkdir(parents=True, exist_ok=True)
     for picture in sorted((ROOT / "resources").glob("*.PNG")):
-        shutil.copyfile(picture, folder / picture.name.lower())
-    for name in LARGE_PICTURES:
-        shutil.copyfile(ROOT / "resources/2x" / name, folder / "2x" / name.lower())
+        source = picture.parent / "2x" / picture.name if picture.name in LARGE_PICTURES else picture
+        shutil.copyfile(source, folder / picture.name.lower())
 
 
 def writeJson(path, value):

@@ -300,11 +300,6 @@ class Page {
     }
 }
 
-// Sharper pictures, when the engine has been loaded: the sound comes first.
-function sharpenFace() {
-    if (devicePixelRatio > 1 || innerWidth < 800) byId("face").classList.add("sharp");
-}
-
 async function open() {
     const context = new AudioContext({ latencyHint: "interactive" });
     const loaded = Promise.all(["face.json", "help.json", "site.json"].map(getJson));
@@ -314,7 +309,6 @@ async function open() {
     byId("tour-link").hidden = site.programs.length === 0;
     byId("browser").open = matchMedia("(min-width: 68rem)").matches; // beside the face
     byId("main").removeAttribute("aria-busy");
-    sharpenFace();
 }
 
 open().catch(error => {
