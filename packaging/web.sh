@@ -21,7 +21,8 @@ put_engine() {
 put_site() {
     rm -rf "$web_folder"
     mkdir -p "$web_folder"
-    "$root/build/release/bin/zelvatone" tour --site "$web_folder/tour" --quiet
+    "$root/build/release/bin/zelvatone" tour --site "$web_folder/tour" --quiet \
+        --play-at ../index.html
     put_engine
     python3 -B "$root/web/put_page.py" --face "$root/build/release/bin/zelvatone_web_face" \
         "$web_folder"
