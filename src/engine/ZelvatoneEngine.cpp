@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zelvatone {
 
@@ -31,11 +32,14 @@ constexpr double kSemitone = 1.059463094359;
 } // namespace
 
 ZelvatoneEngine::ZelvatoneEngine(Renderer renderer)
+    : ZelvatoneEngine(makeFactoryBank(), renderer) {}
+
+ZelvatoneEngine::ZelvatoneEngine(ProgramBank bank, Renderer renderer)
     : SynthEngine(kVoiceCount, kIdentity),
       shaper(std::make_unique<PolyShaper>()),
       settings(std::make_unique<VoiceSettings>()),
       envelopeSettings(std::make_unique<EnvelopeSettings>()) {
-    programs = makeFactoryBank();
+    programs = std::move(bank);
     currentProgram = &programs.front();
 
     double frequency = kLowestNoteHz;

@@ -23,6 +23,8 @@ public:
     // Builds the bank, the wave table and all voices. Program 0, "Default", is current. Every
     // renderer makes the same sound to the last bit; this processor must support `renderer`.
     explicit ZelvatoneEngine(Renderer renderer = widestRenderer());
+    // The same with a bank of one's own, which is not empty. Its entry 0 is current.
+    explicit ZelvatoneEngine(ProgramBank bank, Renderer renderer = widestRenderer());
     ~ZelvatoneEngine();
 
     void render(float** inputs, float** outputs, std::int32_t sampleFrames) override;

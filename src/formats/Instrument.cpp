@@ -15,10 +15,10 @@ const ProgramBank& factoryBank() {
     return kBank;
 }
 
+// What the audio thread reads is made here: the factory bank by the first instrument.
 Instrument::Instrument(ProgramChange programChange)
-    : followsProgramChange_(programChange == ProgramChange::kFollowed) {
-    // What the audio thread reads is made here.
-    factoryBank();
+    : engine_(ProgramBank(1, factoryBank().front())),
+      followsProgramChange_(programChange == ProgramChange::kFollowed) {
     parameterUnits();
     setSampleRate(static_cast<double>(engine_.sampleRate));
 }
