@@ -1,5 +1,6 @@
 #include "dataset/DatasetRun.h"
 
+#include "dataset/FreedMemory.h"
 #include "dataset/Sha256.h"
 #include "host/Error.h"
 #include "host/files/DiskSpace.h"
@@ -105,6 +106,7 @@ std::int64_t countMissing(const std::vector<FoundShard>& found) {
 
 DatasetResult makeDataset(const DatasetPlan& plan, const DatasetFolder& folder,
                           const ShardShare& share, int threads, const DatasetWatch& watch) {
+    keepFreedMemory();
     ThreadTeam team(threads);
     const std::vector<std::int64_t> shards = shardsOf(plan, share);
     const std::vector<FoundShard> before = findShards(plan, folder, shards, true, team);
