@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kFormat = 1; // of all files of a dataset together
+constexpr int kFormat = 2; // of all files of a dataset together
 constexpr std::size_t kLargestJson = std::size_t{1} << 26U;
 
 Json describe(const DatasetPlan& plan, const fs::path& table) {

@@ -1,4 +1,5 @@
 #include "dataset/DatasetRun.h"
+#include "dataset/FreedMemory.h"
 #include "dataset/Sha256.h"
 #include "dataset/TarArchive.h"
 #include "host/Error.h"
@@ -6,6 +7,7 @@
 #include "host/threads/Interrupt.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -69,18 +71,30 @@ private:
     }
 
     void compare(const std::filesystem::path& archive) {
-        team_.run(static_cast<int>(kept_.size()), [&](int i) {
+        const auto atOnce = static_cast<std::size_t>(soundsAtOnce(plan_));
+        team_.run(static_cast<int>((kept_.size() + atOnce - 1) / atOnce), [&](int i) {
             InterruptWatch::check();
-            const Kept& kept = kept_[static_cast<std::size_t>(i)];
-            const LabelledSound sound = makeSound(plan_, kept.number);
-            if (sound.file != kept.file || labelText(plan_, sound) != kept.label) {
-                throw InputError(formatText("sound {} in {} is not what this program renders",
-                                            kept.number, archive.string()));
-            }
+            const std::size_t first = static_cast<std::size_t>(i) * atOnce;
+            compareSome(archive,
+                        std::span(kept_).subspan(first, std::min(atOnce, kept_.size() - first)));
         });
         done_ += static_cast<std::int64_t>(kept_.size());
         kept_.clear();
         watch_.progress(done_, sounds_);
+    }
+
+    void compareSome(const std::filesystem::path& archive, std::span<const Kept> kept) const {
+        std::vector<std::int64_t> numbers;
+        for (const Kept& sound : kept) {
+            numbers.push_back(sound.number);
+        }
+        const std::vector<LabelledSound> sounds = makeSounds(plan_, numbers);
+        for (std::size_t i = 0; i < sounds.size(); ++i) {
+            if (sounds[i].file != kept[i].file || labelText(plan_, sounds[i]) != kept[i].label) {
+                throw InputError(formatText("sound {} in {} is not what this program renders",
+                                            numbers[i], archive.string()));
+            }
+        }
     }
 
     const DatasetPlan& plan_;
@@ -133,6 +147,7 @@ void checkManifest(const DatasetFolder& folder, const std::vector<ShardRecord>& 
 
 void verifyDataset(const DatasetPlan& plan, const DatasetFolder& folder, std::int64_t sounds,
                    int threads, const DatasetWatch& watch) {
+    keepFreedMemory();
     const std::vector<ShardRecord> records = recordsOf(plan, folder, threads);
     checkManifest(folder, records);
     SoundCheck check(plan, sounds, threads, watch);

@@ -1,13 +1,11 @@
 #include "dataset/LabelledSound.h"
 
+#include "dataset/FlacFile.h"
 #include "dataset/InstrumentNames.h"
+#include "dataset/SoundLoudness.h"
 #include "formats/Instrument.h"
 #include "formats/ParameterUnits.h"
-#include "host/audio/LevelMeter.h"
-#include "host/audio/LoudnessMeter.h"
-#include "host/audio/NonFinite.h"
-#include "host/audio/SampleFormat.h"
-#include "host/audio/SoundEncoder.h"
+#include "host/audio/WavEncoder.h"
 #include "host/files/MemoryFile.h"
 #include "host/text/Format.h"
 #include "host/text/Json.h"
@@ -18,6 +16,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace zelvatone {
 
@@ -33,24 +32,21 @@ struct TimedMessage {
     std::uint8_t velocity;
 };
 
-std::vector<char> encoded(const DatasetPlan& plan, std::span<const float> samples) {
-    SoundFileFormat format;
-    format.container = plan.isFlac ? Container::kFlac : Container::kWav;
-    format.samples = plan.isFlac ? SampleKind::kInt24 : SampleKind::kFloat;
-    format.sampleRate = plan.sampleRate;
-    format.channels = 1;
-    format.isPortable = true;
+std::vector<char> wavFile(std::span<const float> samples, int sampleRate) {
+    const SoundFileFormat format{.container = Container::kWav,
+                                 .samples = SampleKind::kFloat,
+                                 .sampleRate = sampleRate,
+                                 .channels = 1};
     MemoryFile file;
-    const auto encoder = makeSoundEncoder(file, format);
-    if (plan.isFlac) {
-        std::vector<std::int32_t> numbers(samples.size());
-        quantise(samples, wholeNumberBits(format), numbers);
-        encoder->write(numbers);
-    } else {
-        encoder->write(samples);
-    }
-    encoder->finish();
+    WavEncoder encoder(file, format);
+    encoder.write(samples);
+    encoder.finish();
     return file.take();
+}
+
+std::vector<char> encoded(const DatasetPlan& plan, std::span<const float> samples) {
+    return plan.isFlac ? flacFile(flacNumbers(samples), plan.sampleRate)
+                       : wavFile(samples, plan.sampleRate);
 }
 
 // As labels give it; none for silence.
@@ -108,24 +104,39 @@ std::vector<float> renderSound(const DatasetPlan& plan, const SoundRecipe& recip
     return samples;
 }
 
-LabelledSound makeSound(const DatasetPlan& plan, std::int64_t number) {
-    LabelledSound sound;
-    sound.recipe = recipeOf(plan, number);
-    std::vector<float> samples = renderSound(plan, sound.recipe);
-    sound.brokenSamples = silenceNonFinite(samples);
-    LevelMeter level;
-    level.measure(samples);
-    sound.peak = level.peak();
-    sound.isSilent = sound.peak < kSilentPeak;
-    if (sound.peak > 1.0F) {
-        sound.clippedSamples = std::count_if(samples.begin(), samples.end(),
-                                             [](float sample) { return std::abs(sample) > 1.0F; });
+int soundsAtOnce(const DatasetPlan& plan) {
+    constexpr std::int64_t kMany = std::int64_t{1} << 22U; // samples: 16 MB
+    return plan.frames() > kMany ? 1 : static_cast<int>(kLoudnessLanes);
+}
+
+std::vector<LabelledSound> makeSounds(const DatasetPlan& plan,
+                                      std::span<const std::int64_t> numbers) {
+    std::vector<LabelledSound> sounds(numbers.size());
+    std::vector<std::vector<float>> samples;
+    for (std::size_t i = 0; i < sounds.size(); ++i) {
+        LabelledSound& sound = sounds[i];
+        sound.recipe = recipeOf(plan, numbers[i]);
+        samples.push_back(renderSound(plan, sound.recipe));
+        sound.level = measureLevel(samples[i]);
+        sound.isSilent = sound.level.peak < kSilentPeak;
+        sound.file = encoded(plan, samples[i]);
     }
-    LoudnessMeter loudness(1, plan.sampleRate);
-    loudness.measure(samples);
-    sound.loudness = loudness.integrated();
-    sound.file = encoded(plan, samples);
-    return sound;
+    for (std::size_t first = 0; first < sounds.size(); first += kLoudnessLanes) {
+        const std::size_t last = std::min(first + kLoudnessLanes, sounds.size()) - 1;
+        std::array<std::span<const float>, kLoudnessLanes> lanes;
+        for (std::size_t i = 0; i < kLoudnessLanes; ++i) {
+            lanes[i] = samples[std::min(first + i, last)];
+        }
+        const auto loudness = soundLoudness(lanes, plan.sampleRate);
+        for (std::size_t i = first; i <= last; ++i) {
+            sounds[i].loudness = loudness[i - first];
+        }
+    }
+    return sounds;
+}
+
+LabelledSound makeSound(const DatasetPlan& plan, std::int64_t number) {
+    return std::move(makeSounds(plan, {&number, 1}).front());
 }
 
 std::string labelText(const DatasetPlan& plan, const LabelledSound& sound) {
@@ -146,11 +157,11 @@ std::string labelText(const DatasetPlan& plan, const LabelledSound& sound) {
                {"seconds", plan.seconds},
                {"hold_seconds", plan.holdSeconds},
                {"sample_rate", plan.sampleRate},
-               {"peak", shortestDouble(sound.peak)},
+               {"peak", shortestDouble(sound.level.peak)},
                {"loudness", nullptr},
                {"silent", sound.isSilent},
-               {"clipped_samples", sound.clippedSamples},
-               {"broken_samples", sound.brokenSamples},
+               {"clipped_samples", sound.level.clippedSamples},
+               {"broken_samples", sound.level.brokenSamples},
                {"units", std::move(units)},
                {"normalised", std::move(normalisedValues)}};
     if (const auto loudness = shownLoudness(sound)) {
@@ -176,9 +187,9 @@ std::string tableLine(const DatasetPlan& plan, const LabelledSound& sound) {
         line += "," + shortestText(checkedAt(recipe.values, i));
     }
     const auto loudness = shownLoudness(sound);
-    return formatText("{},{},{},{},{}\n", line, shortestText(sound.peak),
+    return formatText("{},{},{},{},{}\n", line, shortestText(sound.level.peak),
                       loudness ? formatText("{:.2f}", *loudness) : std::string(),
-                      sound.isSilent ? 1 : 0, sound.clippedSamples > 0 ? 1 : 0);
+                      sound.isSilent ? 1 : 0, sound.level.clippedSamples > 0 ? 1 : 0);
 }
 
 } // namespace zelvatone

@@ -8,7 +8,9 @@
 #include "host/threads/Interrupt.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
+#include <numeric>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -35,11 +37,15 @@ public:
         writeLabels(tableHeading());
     }
 
-    // Any thread. `number` of the sounds from `first` on, each once.
-    void put(std::int64_t number, LabelledSound sound) {
-        std::string label = labelText(plan_, sound);
+    // Any thread. Each of the shard's sounds once.
+    void put(std::vector<LabelledSound> sounds) {
+        std::vector<Waiting> labelled;
+        for (LabelledSound& sound : sounds) {
+            std::string label = labelText(plan_, sound);
+            labelled.push_back({std::move(sound), std::move(label)});
+        }
         const std::scoped_lock lock(mutex_);
-        waiting_.push_back({number, std::move(sound), std::move(label)});
+        std::move(labelled.begin(), labelled.end(), std::back_inserter(waiting_));
         while (writeNext()) {
         }
     }
@@ -58,7 +64,6 @@ public:
 
 private:
     struct Waiting {
-        std::int64_t number;
         LabelledSound sound;
         std::string label;
     };
@@ -66,7 +71,7 @@ private:
     bool writeNext() {
         const auto next =
             std::find_if(waiting_.begin(), waiting_.end(), [this](const Waiting& waiting) {
-                return waiting.number == record_.first + written_;
+                return waiting.sound.recipe.number == record_.first + written_;
             });
         if (next == waiting_.end()) {
             return false;
@@ -81,14 +86,14 @@ private:
     }
 
     void write(const Waiting& now) {
-        const std::string key = keyOf(now.number);
+        const std::string key = keyOf(now.sound.recipe.number);
         tar_.add(key + (plan_.isFlac ? ".flac" : ".wav"), now.sound.file);
         tar_.add(key + ".json", now.label);
         writeLabels(tableLine(plan_, now.sound));
         record_.forTests += now.sound.recipe.isForTests ? 1 : 0;
         record_.silent += now.sound.isSilent ? 1 : 0;
-        record_.clipped += now.sound.clippedSamples > 0 ? 1 : 0;
-        record_.broken += now.sound.brokenSamples > 0 ? 1 : 0;
+        record_.clipped += now.sound.level.clippedSamples > 0 ? 1 : 0;
+        record_.broken += now.sound.level.brokenSamples > 0 ? 1 : 0;
     }
 
     void writeLabels(const std::string& line) {
@@ -160,14 +165,19 @@ ShardRecord makeShard(const DatasetPlan& plan, const DatasetFolder& folder, std:
                       ThreadTeam& team, const SoundDone& done) {
     const ShardRecord place = placeOf(plan, number);
     ShardWriter writer(plan, folder, place, done);
+    const std::int64_t atOnce = soundsAtOnce(plan);
     for (std::int64_t start = 0; start < place.sounds; start += kBatch) {
-        const std::int64_t first = place.first + start;
-        team.run(static_cast<int>(std::min(kBatch, place.sounds - start)), [&](int i) {
+        const std::int64_t end = std::min(start + kBatch, place.sounds);
+        team.run(static_cast<int>((end - start + atOnce - 1) / atOnce), [&](int i) {
             InterruptWatch::check();
-            writer.put(first + i, makeSound(plan, first + i));
+            const std::int64_t first = start + i * atOnce;
+            std::vector<std::int64_t> numbers(
+                static_cast<std::size_t>(std::min(atOnce, end - first)));
+            std::iota(numbers.begin(), numbers.end(), place.first + first);
+            writer.put(makeSounds(plan, numbers));
         });
     }
-    const ShardRecord record = writer.finish();
+    ShardRecord record = writer.finish();
     Json json = shardJson(record);
     json["dataset"] = folder.identity();
     writeWhole(folder.record(keyOf(number)), jsonText(json));

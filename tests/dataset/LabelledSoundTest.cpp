@@ -85,6 +85,21 @@ TEST(LabelledSound, FlacHoldsTheNearestOf24Bits) {
     }
 }
 
+// Several at once share no more than the time.
+TEST(LabelledSound, SoundsAreTheSameAloneAndTogether) {
+    DatasetPlan plan = shortPlan("all");
+    plan.seconds = 0.5;
+    plan.ranges = rangesOf("all");
+    const std::vector<std::int64_t> numbers{7, 2, 5, 0, 9, 1};
+    const std::vector<LabelledSound> sounds = makeSounds(plan, numbers);
+    ASSERT_EQ(sounds.size(), numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const LabelledSound sound = makeSound(plan, numbers[i]);
+        EXPECT_EQ(sounds[i].file, sound.file) << i;
+        EXPECT_EQ(labelText(plan, sounds[i]), labelText(plan, sound)) << i;
+    }
+}
+
 TEST(LabelledSound, LabelTellsEveryParameterInUnits) {
     const DatasetPlan plan = shortPlan("Organ");
     const LabelledSound sound = makeSound(plan, 3);
@@ -106,7 +121,7 @@ TEST(LabelledSound, PeakIsTheLargestSample) {
         largest = std::max(largest, std::abs(sample));
     }
     const LabelledSound sound = makeSound(plan, 0);
-    EXPECT_EQ(sound.peak, largest);
+    EXPECT_EQ(sound.level.peak, largest);
     EXPECT_FALSE(sound.isSilent);
 }
 
