@@ -1,5 +1,8 @@
 #include "dataset/Sha256.h"
+#include "dataset/TarArchive.h"
+#include "tests/support/MidiFileBuilder.h"
 #include "tests/support/Program.h"
+#include "tests/support/SoundFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,6 +74,35 @@ TEST_F(DatasetCommand, SameBytesForEveryNumberOfThreadsAndParts) {
         make("parts", {"--shard", part});
     }
     EXPECT_EQ(sums("parts"), sums("one"));
+}
+
+// To the bit: what `zelvatone render` makes of the same note with the plug-in file.
+TEST_F(DatasetCommand, SoundsAreThoseOfThePluginFile) {
+    const TrackBytes track = TrackBytes().noteOn(0, 57).event(288, {0x80, 57, 0}).end(0);
+    writeBytes(in("a.mid"), midiFileBytes(0, 480, {track})); // 120 beats per minute: 0.3 s
+    for (const std::string program : {"Organ", "Banana Bass", "Default"}) {
+        EXPECT_EQ(zelvatoneWith({"render", in("a.mid"), "-o", in("a.wav"), "--format", "float",
+                                 "--program", program, "--raw", "--tail", "0.3", "-q"})
+                      .exitStatus,
+                  0);
+        EXPECT_EQ(zelvatoneWith({"dataset", in(program), "--count", "1", "--seconds", "0.5",
+                                 "--hold", "0.3", "--programs", program, "--notes", "57",
+                                 "--velocities", "64", "-q"})
+                      .exitStatus,
+                  0);
+        std::vector<float> samples;
+        readTar(in(program) + "/shards/000000.tar",
+                [&](const std::string& name, std::span<const char> bytes) {
+                    if (name == "000000.wav") {
+                        writeText(in("b.wav"), {bytes.begin(), bytes.end()});
+                        samples = readSoundFile(in("b.wav")).samples;
+                    }
+                });
+        std::vector<float> rendered = readSoundFile(in("a.wav")).channel(0);
+        ASSERT_GE(rendered.size(), 22050U);
+        rendered.resize(22050);
+        EXPECT_EQ(samples, rendered) << program;
+    }
 }
 
 TEST_F(DatasetCommand, ManifestWaitsForEveryPart) {
