@@ -1,17 +1,17 @@
 // What a dataset costs beside the same sounds from the plug-in alone, in one run:
 // zelvatone_dataset_bench PLUGIN [SOUNDS].
 //
-// Processor time of one thread, sound by sound in turns, so that what else the machine does falls
-// on both alike. The plug-in's part is a new instance, its parameters and its blocks; nothing is
-// kept of them.
+// Processor time of one thread, in turns, so that what else the machine does falls on both alike.
+// The plug-in's part is a new instance for each sound, its parameters and its blocks; nothing is
+// kept of them. The dataset's is all that a shard takes, to the file on the disk.
 
-#include "dataset/LabelledSound.h"
+#include "dataset/FreedMemory.h"
 #include "dataset/PlanText.h"
-#include "dataset/TarArchive.h"
-#include "host/files/OutputFile.h"
+#include "dataset/Shard.h"
 #include "host/plugin/HostedPlugin.h"
 #include "host/text/Format.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -59,7 +59,7 @@ float normalisedValue(const SoundRecipe& recipe, int index) {
 }
 
 void renderWithPlugin(const PluginLibrary& library, const DatasetPlan& plan,
-                      const SoundRecipe& recipe) {
+                      const SoundRecipe& recipe, std::int64_t frames) {
     HostedPlugin plugin(library, {static_cast<double>(plan.sampleRate), kBlockSize});
     for (int i = 0; i < kParameterCount; ++i) {
         plugin.setParameter(i, normalisedValue(recipe, i));
@@ -68,7 +68,7 @@ void renderWithPlugin(const PluginLibrary& library, const DatasetPlan& plan,
     std::vector<float> samples(2 * kBlockSize);
     std::array<float*, 2> outputs{samples.data(), samples.data() + kBlockSize};
     const auto hold = static_cast<std::int64_t>(plan.holdSeconds * plan.sampleRate);
-    for (std::int64_t at = 0; at < plan.frames(); at += kBlockSize) {
+    for (std::int64_t at = 0; at < frames; at += kBlockSize) {
         const bool isEnd = hold >= at && hold < at + kBlockSize;
         VstMidiEvent message = noteMessage(isEnd ? 0x80 : 0x90, recipe, isEnd ? hold - at : 0);
         VstEvents events{};
@@ -79,30 +79,41 @@ void renderWithPlugin(const PluginLibrary& library, const DatasetPlan& plan,
     }
 }
 
+// Seconds for `frames` of a sound by a new instance.
+double costOf(const PluginLibrary& library, const DatasetPlan& plan, const SoundRecipe& recipe,
+              std::int64_t frames) {
+    Stopwatch stopwatch;
+    renderWithPlugin(library, plan, recipe, frames);
+    return stopwatch.lap();
+}
+
 struct Cost {
-    double plugin = 0.0; // seconds for all sounds
+    double instances = 0.0; // seconds for all sounds: making, setting and freeing instances
+    double plugin = 0.0;    // these and their blocks
     double dataset = 0.0;
 };
 
+// Shard by shard in turns.
 Cost measure(const PluginLibrary& library, const DatasetPlan& plan) {
-    OutputFile file(std::filesystem::temp_directory_path() / "zelvatone-bench.tar");
-    Sha256 sum;
-    TarWriter tar(file, sum);
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / "zelvatone-bench";
+    std::filesystem::remove_all(path);
+    DatasetFolder folder(path);
+    folder.prepare(plan, "", "");
+    ThreadTeam team(1);
     Cost cost;
-    std::size_t labels = 0;
-    for (std::int64_t number = 0; number < plan.count; ++number) {
-        const SoundRecipe recipe = recipeOf(plan, number);
+    for (std::int64_t shard = 0; shard < plan.shards(); ++shard) {
         Stopwatch stopwatch;
-        renderWithPlugin(library, plan, recipe);
-        cost.plugin += stopwatch.lap();
-        const LabelledSound sound = makeSound(plan, number);
-        tar.add(keyOf(number) + (plan.isFlac ? ".flac" : ".wav"), sound.file);
-        tar.add(keyOf(number) + ".json", labelText(plan, sound));
-        labels += tableLine(plan, sound).size();
+        const std::int64_t first = shard * plan.perShard;
+        for (std::int64_t i = first; i < std::min(first + plan.perShard, plan.count); ++i) {
+            cost.plugin += costOf(library, plan, recipeOf(plan, i), plan.frames());
+            cost.instances += costOf(library, plan, recipeOf(plan, i), 0);
+        }
+        stopwatch.lap();
+        makeShard(plan, folder, shard, team, [] {});
         cost.dataset += stopwatch.lap();
     }
-    tar.finish();
-    return labels > 0 ? cost : Cost{};
+    std::filesystem::remove_all(path);
+    return cost;
 }
 
 void compare(const PluginLibrary& library, DatasetPlan plan, const char* name) {
@@ -110,10 +121,11 @@ void compare(const PluginLibrary& library, DatasetPlan plan, const char* name) {
         plan.isFlac = isFlac;
         const Cost cost = measure(library, plan);
         const auto count = static_cast<double>(plan.count);
-        std::fputs(formatText("{:<24} {:<5} {:>8.0f} {:>8.0f} {:>6.0f} % {:>8.2f} h\n", name,
-                              isFlac ? "flac" : "wav", count / cost.plugin, count / cost.dataset,
-                              100.0 * cost.plugin / cost.dataset,
-                              cost.dataset / count * 1e6 / 3600.0)
+        std::fputs(formatText("{:<24} {:<5} {:>8.0f} {:>8.0f} {:>6.0f} % {:>6.2f} h {:>6.0f} %\n",
+                              name, isFlac ? "flac" : "wav", count / cost.plugin,
+                              count / cost.dataset, 100.0 * cost.plugin / cost.dataset,
+                              cost.dataset / count * 1e6 / 3600.0,
+                              100.0 * cost.instances / cost.plugin)
                        .c_str(),
                    stderr);
     }
@@ -130,9 +142,11 @@ int run(const std::vector<std::string>& words) {
     plan.programs = programsOf("all");
     plan.notes = numbersOf("--notes", "36-84", 0, 127);
     plan.velocities = {100};
-    std::fputs("sounds of 1 s            file    plug-in  dataset        million, one core\n"
-               "                                  sounds/s\n",
+    plan.perShard = 25;
+    std::fputs("sounds of 1 s            file    plug-in  dataset            million  instances\n"
+               "                                  sounds/s              one core  of plug-in\n",
                stderr);
+    keepFreedMemory(); // for both
     compare(library, plan, "the programs as they are");
     plan.ranges = rangesOf("all");
     compare(library, plan, "all parameters drawn");
