@@ -61,7 +61,7 @@ pack_web() {
     step "Building"
     configure_product release
     build release "${web_targets[@]}"
-    configure web -DZELVATONE_BUILD_TESTS=OFF
+    configure web
     build web zelvatone_wasm
     step "Putting the site together"
     logged_or_fail package-web "Putting the site together" put_site

@@ -39,7 +39,7 @@ if(missing)
 endif()
 
 add_custom_target(zelvatone_web_modules ALL
-  COMMAND sh -c "cmake --preset web >/dev/null || cmake --fresh --preset web"
+  COMMAND sh -c "cmake --preset web -DZELVATONE_BUILD_TESTS=ON >/dev/null || cmake --fresh --preset web"
   COMMAND ${CMAKE_COMMAND} --build ${PROJECT_SOURCE_DIR}/build/web --parallel 1
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
   COMMENT "Building the engine for a browser"
