@@ -37,7 +37,8 @@ def putPage(folder, faceProgram):
 
 
 def putPictures(folder):
-    folder.mkdir(parents=True, exist_ok=True)
+    shutil.rmtree(folder, ignore_errors=True) # those of an earlier time
+    folder.mkdir(parents=True)
     for picture in sorted((ROOT / "resources").glob("*.PNG")):
         source = picture.parent / "2x" / picture.name if picture.name in LARGE_PICTURES else picture
         shutil.copyfile(source, folder / picture.name.lower())

@@ -422,7 +422,9 @@ class Looks(PageTest):
                 if PICTURES:
                     name = f"{window['width']}-{'dark' if window['isDark'] else 'light'}.png"
                     tab.picture(Path(PICTURES) / name)
-                self.assertFalse(tab.evaluate("document.documentElement.scrollWidth > innerWidth"))
+                for isOpen in ("false", "true"):
+                    tab.evaluate(f"document.getElementById('browser').open = {isOpen}")
+                    self.assertLessEqual(tab.evaluate("document.documentElement.scrollWidth"), window["width"])
                 texts = tab.evaluate(self.TEXTS)
                 self.assertGreater(len(texts), 90)
                 for text, ink, grounds in texts:
