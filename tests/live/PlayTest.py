@@ -227,6 +227,23 @@ class OnJack(JackSession):
         self.assertTrue(any(heard))
         self.assertIn(heard, (self.folder / "take.again.wav").read_bytes())
 
+    @unittest.skipUnless(os.environ.get("ZELVATONE_LONG_TESTS"), "long")
+    def testTenMinutesDoNotGrow(self):
+        process = self.play()
+        self.waitForLink("zelvatone:left", "system:playback_1")
+        tape = self.tape()
+
+        def memory():
+            status = Path(f"/proc/{process.pid}/status").read_text()
+            return int(re.search(r"VmRSS:\s+(\d+) kB", status)[1])
+
+        self.playFast(tape, 60)
+        before = memory()
+        self.playFast(tape, 600)
+        # In kB, a few pages: 4 bytes a message would be more.
+        self.assertLess(memory() - before, 64)
+        self.end(process)
+
     def testWaitsForAServerThatHasGone(self):
         process = self.play()
         self.waitForLink("zelvatone:left", "system:playback_1")
