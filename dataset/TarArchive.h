@@ -1,4 +1,4 @@
-// Archives of the form tar that are the same whoever makes them: no times, no users.
+// Archives of the form tar that are the same on every machine: no times, no users.
 #pragma once
 
 #include "dataset/Sha256.h"
@@ -18,7 +18,7 @@ class TarWriter {
 public:
     // Every byte goes to `target` and into `sum`, which outlive the writer.
     TarWriter(ByteTarget& target, Sha256& sum);
-    ~TarWriter();
+    ~TarWriter() = default;
     TarWriter(const TarWriter&) = delete;
     TarWriter& operator=(const TarWriter&) = delete;
 
@@ -33,9 +33,13 @@ private:
                                  std::size_t count);
     void check(int result);
 
+    struct Free {
+        void operator()(archive* writer) const { archive_write_free(writer); }
+    };
+
     ByteTarget& target_;
     Sha256& sum_;
-    archive* archive_;
+    std::unique_ptr<archive, Free> archive_;
 };
 
 // Calls `use` for each file, in order. Throws InputError with the path when it cannot be read or is
