@@ -1,5 +1,6 @@
 #include "dataset/DatasetPlan.h"
 
+#include "dataset/InstrumentNames.h"
 #include "formats/ParameterUnits.h"
 #include "host/Error.h"
 #include "host/text/Format.h"
@@ -49,6 +50,49 @@ Json planJson(const DatasetPlan& plan) {
             {"vary", ranges}};
 }
 
+namespace {
+
+constexpr const char* kNoPlan = "is not the description of a dataset";
+
+void require(bool holds) {
+    if (!holds) {
+        throw InputError(kNoPlan);
+    }
+}
+
+// Not empty, and each from `least` to `most`.
+void requireWithin(const std::vector<int>& numbers, int least, int most) {
+    require(!numbers.empty());
+    for (const int number : numbers) {
+        require(number >= least && number <= most);
+    }
+}
+
+ValueRange rangeOf(const std::string& name, const Json& ends) {
+    for (const ParameterUnits& units : parameterUnits()) {
+        if (units.name == name) {
+            const ValueRange range{units.index, ends.at(0).get<float>(), ends.at(1).get<float>()};
+            require(range.low >= units.min && range.low <= range.high && range.high <= units.max);
+            return range;
+        }
+    }
+    throw InputError(kNoPlan);
+}
+
+// What a damaged file may say otherwise. The limits are those of the command's options.
+void requireSane(const DatasetPlan& plan) {
+    require(plan.count >= 1 && plan.perShard >= 1);
+    require(plan.sampleRate >= 8000 && plan.sampleRate <= 192000);
+    require(plan.seconds > 0.0 && plan.seconds <= 600.0 && plan.frames() >= 1);
+    require(plan.holdSeconds >= 0.0 && plan.holdSeconds <= plan.seconds);
+    require(plan.tempo >= 10.0 && plan.tempo <= 1000.0);
+    requireWithin(plan.programs, 0, static_cast<int>(factoryNames().size()) - 1);
+    requireWithin(plan.notes, 0, 127);
+    requireWithin(plan.velocities, 1, 127);
+}
+
+} // namespace
+
 DatasetPlan planOf(const Json& json) {
     DatasetPlan plan;
     try {
@@ -59,25 +103,18 @@ DatasetPlan planOf(const Json& json) {
         json.at("sample_rate").get_to(plan.sampleRate);
         json.at("tempo").get_to(plan.tempo);
         plan.isFlac = json.at("audio") == "flac";
+        require(plan.isFlac || json.at("audio") == "wav");
         json.at("sounds_per_shard").get_to(plan.perShard);
         json.at("programs").get_to(plan.programs);
         json.at("notes").get_to(plan.notes);
         json.at("velocities").get_to(plan.velocities);
         for (const auto& [name, ends] : json.at("vary").items()) {
-            for (const ParameterUnits& units : parameterUnits()) {
-                if (units.name == name) {
-                    plan.ranges.push_back(
-                        {units.index, ends.at(0).get<float>(), ends.at(1).get<float>()});
-                }
-            }
+            plan.ranges.push_back(rangeOf(name, ends));
         }
     } catch (const Json::exception&) {
-        throw InputError("is not the description of a dataset");
+        throw InputError(kNoPlan);
     }
-    if (plan.count < 1 || plan.perShard < 1 || plan.frames() < 1 || plan.programs.empty() ||
-        plan.notes.empty() || plan.velocities.empty()) {
-        throw InputError("is not the description of a dataset");
-    }
+    requireSane(plan);
     return plan;
 }
 

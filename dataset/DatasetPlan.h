@@ -19,14 +19,14 @@ struct ValueRange {
 
 struct DatasetPlan {
     std::int64_t count = 0;         // sounds
-    std::uint64_t seed = 0;         //
+    std::uint64_t seed = 0;         // of everything that is drawn
     double seconds = 1.0;           // of each sound
     double holdSeconds = 0.75;      // from the start of the note to its end
     int sampleRate = 44100;         // Hz
     double tempo = 120.0;           // beats per minute
     bool isFlac = false;            // FLAC of 24 bits; otherwise WAV of floats
     std::int64_t perShard = 1;      // sounds in a shard; fewer in the last
-    std::vector<int> programs;      // numbers of factory programs, one of which is drawn, as of ...
+    std::vector<int> programs;      // factory programs; one is drawn, and one of each list below
     std::vector<int> notes;         // 0 to 127
     std::vector<int> velocities;    // 1 to 127
     std::vector<ValueRange> ranges; // of the parameters that do not stay what the program says
