@@ -10,6 +10,7 @@
 #include "host/plugin/PluginText.h"
 #include "host/text/Format.h"
 #include "host/text/Numbers.h"
+#include "host/text/ShellWord.h"
 #include "host/threads/Interrupt.h"
 
 #include <CLI/CLI.hpp>
@@ -109,9 +110,7 @@ DatasetPlan planFrom(const DatasetOptions& options) {
 std::string commandOf(const DatasetOptions& options) {
     std::string command = "zelvatone dataset OUT";
     const auto add = [&](const char* name, const std::string& value) {
-        const bool isPlain = value.find_first_of(" '\"") == std::string::npos;
-        const char* quote = isPlain ? "" : "\"";
-        command += formatText(" {} {}{}{}", name, quote, value, quote);
+        command += formatText(" {} {}", name, shellWord(value));
     };
     if (options.count) {
         add("--count", *options.count);
