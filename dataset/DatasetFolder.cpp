@@ -101,6 +101,21 @@ void DatasetFolder::takeOn(const Json& description) {
     identity_ = sum.take();
 }
 
+// Another process may have put it there already; a file that the user left there stays as it is.
+void DatasetFolder::keepTable(const fs::path& table) const {
+    std::error_code error; // shows when the file is written
+    if (fs::exists(tableFile(), error)) {
+        if (sha256Of(tableFile()) != sha256Of(table)) {
+            throw InputError(
+                formatText("cannot write {}: there is another table in it; name a new folder",
+                           path_.string()));
+        }
+        return;
+    }
+    const auto bytes = readBytes(table, std::size_t{1} << 30U, "table of sounds");
+    writeWhole(tableFile(), {bytes.begin(), bytes.end()});
+}
+
 void DatasetFolder::prepare(const DatasetPlan& plan, const std::string& command,
                             const fs::path& table) {
     const Json wanted = describe(plan, table);
@@ -118,8 +133,7 @@ void DatasetFolder::prepare(const DatasetPlan& plan, const std::string& command,
     }
     if (!fs::exists(descriptionFile(), error)) {
         if (!table.empty()) {
-            const auto bytes = readBytes(table, std::size_t{1} << 30U, "table of sounds");
-            writeWhole(tableFile(), {bytes.begin(), bytes.end()});
+            keepTable(table);
         }
         Json description = wanted;
         description["command"] = command;

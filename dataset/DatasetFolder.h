@@ -40,8 +40,8 @@ public:
 private:
     std::filesystem::path descriptionFile() const { return path_ / "dataset.json"; }
     std::filesystem::path tableFile() const { return path_ / "table.csv"; }
-    Json readDescription() const;
     void takeOn(const Json& description);
+    void keepTable(const std::filesystem::path& table) const;
 
     std::filesystem::path path_;
     Json description_;

@@ -1,5 +1,6 @@
 #include "dataset/Sha256.h"
 #include "dataset/TarArchive.h"
+#include "host/text/Json.h"
 #include "tests/support/MidiFileBuilder.h"
 #include "tests/support/Program.h"
 #include "tests/support/SoundFile.h"
@@ -124,7 +125,9 @@ TEST_F(DatasetCommand, KilledOneIsFinishedByTheSameCommand) {
         Program program({TEST_PROGRAM, "dataset", in(name), "--count", "40", "--seconds", "0.05",
                          "--vary", "Attack=0:0.01", "--seed", "5", "-q", "--per-shard", "14"},
                         folder_);
-        while (!fs::exists(folder_ / name / "parts/000000.json")) {
+        const auto latest = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        while (!fs::exists(folder_ / name / "parts/000000.json") &&
+               std::chrono::steady_clock::now() < latest) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
         kill(program.id(), signal);
@@ -200,6 +203,31 @@ TEST_F(DatasetCommand, FolderWithOtherFilesIsRefused) {
     writeText(folder_ / "a/letter.txt", "Dear");
     expectError(small(in("a")), "there are other files in it");
     EXPECT_EQ(readText(folder_ / "a/letter.txt"), "Dear");
+}
+
+TEST_F(DatasetCommand, TableThatLiesInTheFolderStays) {
+    fs::create_directory(folder_ / "a");
+    writeText(folder_ / "a/table.csv", "note\n50\n");
+    writeText(folder_ / "t.csv", "note\n60\n");
+    expectError({"dataset", in("a"), "--parameters", in("t.csv")}, "there is another table in it");
+    EXPECT_EQ(readText(folder_ / "a/table.csv"), "note\n50\n");
+}
+
+// Programs and rates go into arrays and filters.
+TEST_F(DatasetCommand, DamagedDescriptionIsToldInALine) {
+    make("a");
+    const std::string whole = readText(folder_ / "a/dataset.json");
+    Json description = Json::parse(whole);
+    const std::vector<std::pair<const char*, Json>> damages{
+        {"programs", {99}}, {"notes", {300}}, {"velocities", Json::array()}, {"sample_rate", -1},
+        {"seconds", 1e300}, {"audio", "mp3"}, {"vary", {{"Attack", {5, 6}}}}};
+    for (const auto& [key, value] : damages) {
+        Json damaged = description;
+        damaged[key] = value;
+        writeText(folder_ / "a/dataset.json", damaged.dump());
+        expectError({"dataset", in("a"), "--verify", "-q"},
+                    "dataset.json is not the description of a dataset");
+    }
 }
 
 // Parts of one dataset may begin at the same moment.
