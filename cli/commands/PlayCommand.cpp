@@ -4,12 +4,14 @@
 #include "cli/commands/PlaySession.h"
 #include "cli/terminal/Notice.h"
 #include "host/Error.h"
+#include "host/files/InputGuard.h"
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/plugin/Programs.h"
 #include "host/text/Format.h"
 #include "host/text/Names.h"
 #include "host/text/Numbers.h"
+#include "host/text/ShellWord.h"
 #include "host/threads/Interrupt.h"
 #include "live/BackendChoice.h"
 
@@ -19,6 +21,7 @@
 #include <sys/resource.h>
 
 #include <cstdlib>
+#include <exception>
 
 namespace zelvatone {
 
@@ -125,25 +128,32 @@ std::filesystem::path recordPath(const std::string& text) {
     return path;
 }
 
-std::string quoted(const std::string& text) {
-    constexpr const char* kPlain =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=./:,";
-    return text.find_first_not_of(kPlain) == std::string::npos && !text.empty()
-               ? text
-               : formatText("'{}'", text);
+// A recording replaces older ones of its name, but nothing that is read.
+void checkTargets(const PlayOptions& options, const std::filesystem::path& sound) {
+    std::vector<std::filesystem::path> outputs;
+    for (const char* extension : {".wav", ".mid", ".csv", ".programs.csv"}) {
+        outputs.push_back(std::filesystem::path(sound).replace_extension(extension));
+    }
+    std::vector<std::filesystem::path> inputs;
+    for (const auto& input : {options.song, options.setup.preset}) {
+        if (input) {
+            inputs.push_back(userPath(*input));
+        }
+    }
+    checkOutputs(outputs, inputs);
 }
 
 // That makes the samples of a recording again.
 std::string renderCommand(const PlayOptions& options, const AudioFormat& format, int programs) {
     const auto beside = [&](const char* extension) {
-        return quoted(recordPath(*options.record).replace_extension(extension).string());
+        return shellWord(recordPath(*options.record).replace_extension(extension).string());
     };
     std::string command = formatText("zelvatone render {} --automate {} -o {} --format float "
                                      "--tail 0 --rate {} --block {}",
                                      beside(".mid"), beside(".csv"), beside(".again.wav"),
                                      format.rate, format.buffer);
     const auto add = [&command](const char* option, const std::string& value) {
-        command += formatText(" {} {}", option, quoted(value));
+        command += formatText(" {} {}", option, shellWord(value));
     };
     if (programs > 0) {
         command += " --programs " + beside(".programs.csv");
@@ -185,18 +195,29 @@ private:
     AudioBackend& backend_;
 };
 
-// Until the user ends it, which is not an error. Returns the error that ended it, if one did: a
+// Until the user ends it, which is not an error. Returns the error that ended it, or none: a
 // recording is completed first.
-std::optional<InputError> playUntilEnd(const PlaySession::Plan& plan) {
+std::exception_ptr playUntilEnd(const PlaySession::Plan& plan) {
     const Sounding sounding(*plan.backend, *plan.player);
     try {
         PlaySession(plan).run();
     } catch (const Interrupted&) {
-        return std::nullopt;
-    } catch (const InputError& error) {
-        return error;
+        return nullptr;
+    } catch (const std::exception&) {
+        return std::current_exception();
     }
-    return std::nullopt;
+    return nullptr;
+}
+
+// Gives a recording's files their names and says how to render it again.
+void finishTake(TakeWriter& take, const std::filesystem::path& sound, const std::string& again,
+                const StandardOutput& output) {
+    take.finish();
+    if (!take.warning().empty()) {
+        printNotice(take.warning());
+    }
+    output.print(formatText("{}: {:.1f} s; to render it again:\n{}\n", sound.string(),
+                            take.seconds(), again));
 }
 
 void addDeviceOptions(CLI::App& command, PlayOptions& options) {
@@ -258,6 +279,9 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     const DeviceChoice devices = deviceChoice(options);
     const KeyLayout layout = keyLayout(options);
     const auto record = options.record ? std::optional(recordPath(*options.record)) : std::nullopt;
+    if (record) {
+        checkTargets(options, *record);
+    }
     const PluginSetup setup = readSetup(options.setup);
     const Song song = options.song ? readSong(userPath(*options.song)) : silentSong();
     const PluginLibrary library = loadPlugin(options.plugin);
@@ -311,12 +335,10 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     const auto error = playUntilEnd(plan);
     editor.reset();
     if (take) {
-        take->finish();
-        output.print(formatText("{}: {:.1f} s; to render it again:\n{}\n", record->string(),
-                                take->seconds(), again));
+        finishTake(*take, *record, again, output);
     }
     if (error) {
-        throw InputError(*error);
+        std::rethrow_exception(error);
     }
 }
 

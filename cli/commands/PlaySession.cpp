@@ -245,7 +245,7 @@ void PlaySession::tendBackend() {
     if (plan_.take != nullptr && !takeIsOver_ && !plan_.take->isGoingOn()) {
         takeIsOver_ = true;
         shown_.isRecording = false;
-        say("the recording has ended early: the disk is full or too slow");
+        say("the recording has ended early; what was recorded will be kept");
     }
 }
 
@@ -260,6 +260,14 @@ void PlaySession::show() {
     shown_.latencySeconds = backend.latencySeconds;
     shown_.lateBlocks = backend.lateBlocks;
     status_.show(shown_);
+    sayWhatWasLost(backend.lostMessages + reading.droppedMessages);
+}
+
+void PlaySession::sayWhatWasLost(std::int64_t messages) {
+    if (messages > toldLost_) {
+        say(formatText("too many MIDI messages at once: {} were lost", messages - toldLost_));
+        toldLost_ = messages;
+    }
 }
 
 // In the terminal above the status; else a line of the program's own.

@@ -56,6 +56,7 @@ private:
     void choose(int program);
     void tendBackend();
     void show();
+    void sayWhatWasLost(std::int64_t messages);
     void say(const std::string& line);
 
     Plan plan_;
@@ -67,6 +68,7 @@ private:
     int learned_ = 0; // the parameter that the next controller will move
     bool isOver_ = false;
     bool takeIsOver_ = false;
+    std::int64_t toldLost_ = 0; // messages
     Clock::time_point nextTending_;
     Clock::time_point nextShowing_;
 };

@@ -223,8 +223,12 @@ std::vector<std::string> JackBackend::chosenInputs() const {
 
 // True when it was made just now.
 bool JackBackend::link(const std::string& source, const std::string& target) {
-    return linked_.insert(source + '\n' + target).second &&
-           jack_->connect(client_, source.c_str(), target.c_str()) == 0;
+    const std::string both = source + '\n' + target;
+    if (linked_.contains(both) || jack_->connect(client_, source.c_str(), target.c_str()) != 0) {
+        return false;
+    }
+    linked_.insert(both);
+    return true;
 }
 
 std::string JackBackend::connectAll() {

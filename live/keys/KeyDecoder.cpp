@@ -76,7 +76,8 @@ std::optional<KeyEvent> codedKey(const Fields& fields) {
     const int modifiers = fields[1][0] == 0 ? 0 : fields[1][0] - 1;
     if ((modifiers & kControlKey) != 0) {
         event.kind = Kind::kInterrupt;
-        return code == 'c' ? std::optional(event) : std::nullopt;
+        // The base is the key's letter on a US keyboard, where the own one is of another alphabet.
+        return code == 'c' || fields[0][2] == 'c' ? std::optional(event) : std::nullopt;
     }
     if (const auto kind = controlKind(code)) {
         event.kind = *kind;
@@ -132,6 +133,21 @@ char32_t characterOf(std::string_view bytes) {
     return character;
 }
 
+// Takes a character and the escape before it off `rest`, which is how a terminal sends a key with
+// Alt: none of ours, and no end of the session either. Two escapes are the key, twice.
+std::optional<KeyEvent> keyAfterEscape(std::string_view& rest, bool& isWhole) {
+    if (rest[1] == kEscapeByte) {
+        rest.remove_prefix(1);
+        KeyEvent event;
+        event.kind = Kind::kEscape;
+        return event;
+    }
+    const std::size_t length = 1 + lengthOf(static_cast<unsigned char>(rest[1]));
+    isWhole = rest.size() >= length;
+    rest.remove_prefix(isWhole ? length : 0);
+    return std::nullopt;
+}
+
 // Takes one key off `rest`, or what is none; not whole: more bytes must come first.
 std::optional<KeyEvent> takeOne(std::string_view& rest, bool& isWhole) {
     isWhole = true;
@@ -156,10 +172,7 @@ std::optional<KeyEvent> takeOne(std::string_view& rest, bool& isWhole) {
         return std::nullopt;
     }
     if (rest[1] != '[' && rest[1] != 'O') {
-        rest.remove_prefix(1);
-        KeyEvent event;
-        event.kind = Kind::kEscape;
-        return event;
+        return keyAfterEscape(rest, isWhole);
     }
     const std::size_t last = rest.find_first_not_of("0123456789;:<=>?", 2);
     if (last == std::string_view::npos) {

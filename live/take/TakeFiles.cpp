@@ -5,6 +5,7 @@
 #include "host/text/Numbers.h"
 #include "performance/MidiMessage.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <set>
@@ -108,7 +109,10 @@ Bytes takeMidi(std::span<const TakeEvent> events, std::int64_t frames, const Tak
 
 std::string takeAutomation(std::span<const TakeEvent> events, const std::vector<std::string>& names,
                            int rate, const std::string& command) {
-    std::string text = "# " + command + "\n";
+    std::string text = "# " + command;
+    std::replace(text.begin(), text.end(), '\n',
+                 ' '); // of a file's name; a line of its own is read
+    text += '\n';
     std::set<std::int32_t> moved;
     std::string lines;
     for (const TakeEvent& event : events) {

@@ -1,13 +1,14 @@
 #include "live/take/TakeWriter.h"
 
 #include "host/Error.h"
-#include "host/files/OutputFile.h"
 #include "host/text/Format.h"
 #include "live/take/TakeFiles.h"
 
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <exception>
+#include <system_error>
 #include <utility>
 
 namespace zelvatone {
@@ -20,8 +21,18 @@ constexpr std::chrono::milliseconds kTurn{20};
 constexpr std::size_t kSamplesAtOnce = 16384;
 constexpr std::size_t kEventsAtOnce = 1024;
 
-std::span<const std::uint8_t> bytesOf(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+// A WAV file counts its bytes in 32 bits; what the rings hold still fits behind this.
+constexpr std::int64_t kMostBytes = 4'200'000'000;
+// Of files: an event takes less as a MIDI message and less as a line of moves.
+constexpr std::uintmax_t kBytesAnEvent = 64;
+
+void writeAll(OutputFile& file, std::span<const std::uint8_t> bytes) {
+    file.write(bytes.data(), static_cast<std::int64_t>(bytes.size()));
+    file.settle();
+}
+
+void writeAll(OutputFile& file, const std::string& text) {
+    writeAll(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
 } // namespace
@@ -34,8 +45,14 @@ TakeWriter::TakeWriter(const Plan& plan, TakeRings& rings, const TakeClock& cloc
                           .samples = SampleKind::kFloat,
                           .sampleRate = plan.rate,
                           .channels = plan.channels}),
-      samples_(kSamplesAtOnce - kSamplesAtOnce % static_cast<std::size_t>(plan.channels)),
-      thread_([this](const std::stop_token& stop) { run(stop); }) {}
+      messages_(beside(".mid")),
+      moves_(beside(".csv")),
+      samples_(kSamplesAtOnce - kSamplesAtOnce % static_cast<std::size_t>(plan.channels)) {
+    if (!plan.programs.empty()) {
+        programs_.emplace(beside(".programs.csv"));
+    }
+    thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
+}
 
 TakeWriter::~TakeWriter() = default;
 
@@ -49,7 +66,7 @@ bool TakeWriter::drain() {
         events_.insert(events_.end(), events.begin(),
                        events.begin() + static_cast<std::ptrdiff_t>(eventCount));
     } while (eventCount == events.size());
-    if (count > 0 && !hasFailed_) {
+    if (count > 0 && !hasFailed_ && !hasEnded_) {
         sound_.write(std::span(samples_).first(count));
         frames_ += static_cast<std::int64_t>(count) / plan_.channels;
     }
@@ -62,7 +79,8 @@ void TakeWriter::run(const std::stop_token& stop) {
         try {
             while (drain()) {
             }
-        } catch (const Error& error) {
+            endWhereNoMoreFits();
+        } catch (const std::exception& error) { // of memory too
             failure_ = error.what();
             hasFailed_ = true;
         }
@@ -73,11 +91,26 @@ void TakeWriter::run(const std::stop_token& stop) {
     }
 }
 
-void TakeWriter::writeFile(const char* extension, std::span<const std::uint8_t> bytes) const {
-    std::filesystem::path path = plan_.sound;
-    OutputFile file(path.replace_extension(extension));
-    file.write(bytes.data(), static_cast<std::int64_t>(bytes.size()));
-    file.commit();
+// The rings are empty then: a recording ends with a whole block, as a rendering of it does.
+void TakeWriter::endWhereNoMoreFits() {
+    std::error_code error; // of a system that does not tell: writing will
+    const auto space = std::filesystem::space(
+        plan_.sound.parent_path().empty() ? std::filesystem::path(".") : plan_.sound.parent_path(),
+        error);
+    const auto bytes = frames_ * plan_.channels * static_cast<std::int64_t>(sizeof(float));
+    if (hasEnded_ || hasFailed_) {
+        return;
+    }
+    if (bytes > kMostBytes) {
+        ending_ = "a WAV file holds no more";
+    } else if (!error && space.available < plan_.reservedBytes + kBytesAnEvent * events_.size()) {
+        ending_ = "the disk is almost full";
+    }
+    hasEnded_ = !ending_.empty();
+}
+
+std::filesystem::path TakeWriter::beside(const char* extension) const {
+    return std::filesystem::path(plan_.sound).replace_extension(extension);
 }
 
 void TakeWriter::finish() {
@@ -89,21 +122,24 @@ void TakeWriter::finish() {
     sound_.complete();
     // Of what ended early, the sound ends at a block, and events of the next may have come.
     std::erase_if(events_, [this](const TakeEvent& event) { return event.frame >= frames_; });
-    writeFile(".mid", takeMidi(events_, frames_, clock_));
-    const std::string moves =
-        takeAutomation(events_, plan_.parameterNames, plan_.rate, plan_.command);
-    writeFile(".csv", bytesOf(moves));
-    if (!plan_.programs.empty()) {
-        writeFile(".programs.csv", bytesOf(plan_.programs));
+    writeAll(messages_, takeMidi(events_, frames_, clock_));
+    writeAll(moves_, takeAutomation(events_, plan_.parameterNames, plan_.rate, plan_.command));
+    if (programs_) {
+        writeAll(*programs_, plan_.programs);
+    }
+    messages_.commit();
+    moves_.commit();
+    if (programs_) {
+        programs_->commit();
     }
     sound_.commit();
 }
 
 std::string TakeWriter::warning() const {
-    return rings_.isFull() ? formatText("{}: the disk was too slow; the recording ends after "
-                                        "{:.1f} s",
-                                        plan_.sound.string(), seconds())
-                           : std::string();
+    const std::string reason = rings_.isFull() ? "the disk was too slow" : ending_;
+    return reason.empty() ? reason
+                          : formatText("{}: {}; the recording ends after {:.1f} s",
+                                       plan_.sound.string(), reason, seconds());
 }
 
 double TakeWriter::seconds() const {

@@ -2,12 +2,15 @@
 #pragma once
 
 #include "host/audio/SoundFileWriter.h"
+#include "host/files/OutputFile.h"
 #include "live/take/TakeClock.h"
 #include "live/take/TakeRings.h"
 
 #include <atomic>
 #include <exception>
 #include <filesystem>
+#include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
@@ -23,6 +26,8 @@ public:
         std::vector<std::string> parameterNames;
         std::string command;  // that makes the sound again
         std::string programs; // what program changes choose, as a rendering reads it; or empty
+        // What a recording leaves free on the disk: it ends while all its files can be completed.
+        std::uintmax_t reservedBytes = std::uintmax_t{64} << 20U;
     };
 
     // Starts a thread that empties `rings`. What is named must outlive the writer. Throws
@@ -33,10 +38,11 @@ public:
     TakeWriter(const TakeWriter&) = delete;
     TakeWriter& operator=(const TakeWriter&) = delete;
 
-    // Whether it goes on; it ends early when the disk is full or too slow.
-    bool isGoingOn() const { return !hasFailed_ && !rings_.isFull(); }
-    // Writes the rest, when nothing more comes into the rings, and gives all files their names.
-    // Throws InputError when a file cannot be completed.
+    // Whether it goes on; it ends early when the disk is almost full or too slow, and when a WAV
+    // file holds no more.
+    bool isGoingOn() const { return !hasFailed_ && !hasEnded_ && !rings_.isFull(); }
+    // Writes the rest, when nothing more comes into the rings, and gives all files their names, or
+    // none. Throws InputError when a file cannot be completed.
     void finish();
     // Why a recording ended early, a line; empty for one that did not. After finish().
     std::string warning() const;
@@ -45,17 +51,23 @@ public:
 private:
     void run(const std::stop_token& stop);
     bool drain();
-    void writeFile(const char* extension, std::span<const std::uint8_t> bytes) const;
+    void endWhereNoMoreFits();
+    std::filesystem::path beside(const char* extension) const;
 
     Plan plan_;
     TakeRings& rings_;
     const TakeClock& clock_;
     SoundFileWriter sound_;
+    OutputFile messages_;
+    OutputFile moves_;
+    std::optional<OutputFile> programs_;
     std::vector<TakeEvent> events_;
     std::vector<float> samples_; // on their way
     std::int64_t frames_ = 0;
-    std::string failure_;
+    std::string failure_; // of a write
+    std::string ending_;  // why it has ended early
     std::atomic<bool> hasFailed_{false};
+    std::atomic<bool> hasEnded_{false};
     std::jthread thread_; // the last one: it uses the others
 };
 

@@ -57,6 +57,24 @@ TEST(KeyDecoder, TellsPlacePressRepeatAndReleaseWhereTheTerminalDoes) {
     EXPECT_THAT(decoder.take("\x1b[99;5u"), ElementsAre(key(Kind::kInterrupt, Phase::kPress)));
 }
 
+// Alt sends an escape before the character, in one go or in two.
+TEST(KeyDecoder, TakesNoKeyWithAltForAnEscape) {
+    KeyDecoder decoder;
+    EXPECT_THAT(decoder.take("\x1bz\x1b\xC3\xA9z"), ElementsAre(character(U'z')));
+    EXPECT_THAT(decoder.take("\x1b\xC3"), IsEmpty());
+    EXPECT_THAT(decoder.take("\xA9z"), ElementsAre(character(U'z')));
+    EXPECT_THAT(decoder.take("\x1b\x1b"), ElementsAre(key(Kind::kEscape)));
+    EXPECT_THAT(decoder.pause(), ElementsAre(key(Kind::kEscape)));
+}
+
+// On a Russian keyboard the key of a US C has code 1089.
+TEST(KeyDecoder, KnowsTheInterruptOfAnotherAlphabet) {
+    KeyDecoder decoder;
+    EXPECT_THAT(decoder.take("\x1b[1089::99;5u"),
+                ElementsAre(key(Kind::kInterrupt, Phase::kPress)));
+    EXPECT_THAT(decoder.take("\x1b[1089::100;5u"), IsEmpty());
+}
+
 TEST(KeyDecoder, LeavesOutWhatIsNotAKey) {
     KeyDecoder decoder;
     EXPECT_THAT(decoder.take("\x1b[?15u\x1b[57441;2u\x1b[200~\x01"), IsEmpty());

@@ -104,6 +104,16 @@ class WithoutServer(Session):
             self.assertEqual((process.returncode, errors), (2, f"zelvatone: {line}\n"))
 
 
+    def testNeverRecordsOverTheSong(self):
+        song = self.folder / "tune.mid"
+        song.write_bytes(b"MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0\4\0\xff\x2f\0")
+        process = self.play(str(song), "--record", str(self.folder / "tune.wav"))
+        _, errors = process.communicate(timeout=PATIENCE)
+        self.assertEqual((process.returncode, errors),
+                         (1, f"zelvatone: cannot write {song}: it is the same file as {song}, "
+                             "which is read\n"))
+
+
 @unittest.skipUnless(all(map(shutil.which, TOOLS)), "no jackd2")
 class JackSession(Session):
     def setUp(self):

@@ -9,12 +9,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <thread>
 
 namespace zelvatone {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class TakeWriting : public ::testing::Test {
@@ -74,6 +76,30 @@ TEST_F(TakeWriting, EndsWhereTheRingsWereFull) {
     const std::string moves = readText(folder / "take.csv");
     EXPECT_EQ(std::count(moves.begin(), moves.end(), '\n'), 2 + static_cast<long>(blocks));
     EXPECT_NE(writer.warning(), "");
+}
+
+// With blocks that come one by one, it ends after the first that leaves too little.
+TEST_F(TakeWriting, EndsWholeBeforeTheDiskIsFull) {
+    TakeWriter::Plan full = plan();
+    full.reservedBytes = std::numeric_limits<std::uintmax_t>::max() / 2;
+    TakeWriter writer(full, rings, clock);
+    while (writer.isGoingOn()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    rings.add(move(0, 0.5F));
+    rings.add(std::vector<float>(512, 0.25F));
+    writer.finish();
+    EXPECT_THAT(folder.names(), ElementsAre("take.csv", "take.mid", "take.wav"));
+    EXPECT_THAT(readSoundFile(folder / "take.wav").samples, IsEmpty());
+    EXPECT_EQ(readText(folder / "take.csv"), "# again\n");
+    EXPECT_THAT(writer.warning(), HasSubstr("the disk is almost full"));
+}
+
+// Every file of a take is opened before a note is played.
+TEST_F(TakeWriting, SaysAtOnceWhenOneOfItsFilesCannotBe) {
+    std::filesystem::create_directory(folder / "take.csv");
+    EXPECT_THROW(TakeWriter(plan(), rings, clock), InputError);
+    EXPECT_THAT(folder.names(), ElementsAre("take.csv"));
 }
 
 TEST_F(TakeWriting, LeavesNoFileWhenItIsNotFinished) {
