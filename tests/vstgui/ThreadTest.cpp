@@ -2,7 +2,9 @@
 // thread sanitizer; without it, the order of what is shown.
 #include "tests/vstgui/Fixtures.h"
 
+#include <initializer_list>
 #include <thread>
+#include <utility>
 
 namespace VSTGUI::test {
 namespace {
@@ -40,6 +42,45 @@ TEST_F(Threads, MaySetValuesWhileTheFrameIsDrawn) {
     std::thread([&] { knob->setValue(1.F); }).join();
     EXPECT_TRUE(isDrawn(*frame, host, 320, 130, stripColor(29)));
     EXPECT_TRUE(recorder.log.empty());
+    frame->close();
+}
+
+// Sets a value while it is drawn, once, as another thread may at that moment.
+class SettingView final : public CView {
+public:
+    SettingView(const CRect& size, CControl& control, float value)
+        : CView(size), control_(control), value_(value) {}
+
+    void draw(CDrawContext*) override {
+        if (std::exchange(isArmed, false)) {
+            control_.setValue(value_);
+        }
+    }
+
+    bool isArmed = false;
+
+private:
+    ~SettingView() override = default;
+
+    CControl& control_;
+    float value_;
+};
+
+TEST_F(Threads, MayChangeAValueAndBackWhileItIsDrawn) {
+    HostWindow host;
+    CFrame* frame = openFrame(host);
+    CAnimKnob* knob = addKnob(*frame);
+    frame->removeView(knob, false);
+    auto* before = new SettingView(kKnobSize, *knob, 0.5F);
+    auto* after = new SettingView(kKnobSize, *knob, 1.F);
+    for (CView* view : std::initializer_list<CView*>{before, knob, after}) {
+        frame->addView(view);
+    }
+    ASSERT_TRUE(isDrawn(*frame, host, 320, 130, stripColor(0)));
+    before->isArmed = after->isArmed = true;
+    knob->setValue(1.F);
+    EXPECT_TRUE(idleUntil(*frame, [&] { return !after->isArmed; }));
+    EXPECT_TRUE(isDrawn(*frame, host, 320, 130, stripColor(29)));
     frame->close();
 }
 

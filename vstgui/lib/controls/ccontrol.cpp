@@ -35,6 +35,14 @@ void CControl::setDirty(bool state) {
     }
 }
 
+float CControl::fractionToDraw() {
+    const float drawn = getValue();
+    if (drawn != shownValue) {
+        setDirty();
+    }
+    return (drawn - minimum) / (maximum - minimum);
+}
+
 void CControl::valueChanged() {
     if (listener) {
         listener->valueChanged(this);

@@ -63,6 +63,11 @@ public:
 protected:
     ~CControl() override = default;
 
+    // The value to draw, as a fraction of the range; for draw(). When another thread has changed it
+    // since the control was made clean, the next idle draws it again: it may change back meanwhile,
+    // and nothing else would tell that something else was drawn.
+    float fractionToDraw();
+
 private:
     void takeDefaultValue();
 

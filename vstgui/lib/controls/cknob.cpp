@@ -189,7 +189,7 @@ void CAnimKnob::draw(CDrawContext* context) {
     }
     // The last picture is for the upper end alone: the index is rounded down.
     const double lastIndex = std::floor(getBackground()->getHeight() / heightOfOneImage) - 1;
-    const double index = std::floor(static_cast<double>(getValueNormalized()) * lastIndex);
+    const double index = std::floor(static_cast<double>(fractionToDraw()) * lastIndex);
     getBackground()->draw(context, getViewSize(), {0, index * heightOfOneImage});
 }
 
