@@ -1,14 +1,3 @@
-# What tests are compiled with in addition. A library of its own, so that its options follow those of
-# zelvatone_settings.
-add_library(zelvatone_test_settings INTERFACE)
-# Half of what g++ spends on a test with its sanitizers goes into these checks of the framework's
-# code. Tests alone do without: null pointers end them anyway, the code under test keeps them all,
-# and clang's sanitizers have them in the tests too.
-if(ZELVATONE_SANITIZE MATCHES undefined AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  target_compile_options(zelvatone_test_settings INTERFACE
-    -fno-sanitize=null,alignment,object-size,vptr,pointer-overflow)
-endif()
-
 # zelvatone_add_tests(NAME name SOURCES files... LIBRARIES targets... [LABEL fast|slow] [THREADS])
 #
 # THREADS: has tests of several threads, or of programs with several. The thread sanitizer runs all
@@ -27,7 +16,7 @@ function(zelvatone_add_tests)
   set_target_properties(${ARG_NAME} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/test-programs)
   target_link_libraries(${ARG_NAME} PRIVATE
-    zelvatone_settings zelvatone_test_settings ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
+    zelvatone_settings ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
   # Headers are named from the top folder: "tests/engine/EngineFixture.h".
   target_include_directories(${ARG_NAME} PRIVATE ${PROJECT_SOURCE_DIR})
   # The framework's headers are half of what a test costs the compiler: the first program of tests

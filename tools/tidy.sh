@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Usage: tools/tidy.sh [FILE...]
+# Usage: tools/tidy.sh [--before TIME | FILE...]
 #
 # Runs clang-tidy over the sources of the plug-in, its toolkit and all fronts, or over these files
 # only, as many at a time as there are cores. Takes the compile commands of the clang preset and
@@ -9,7 +9,9 @@
 # Most of the time goes into the headers of libraries. So all sources are read in batches, each of
 # which reads its headers once. Where clang-tidy finds something in a batch, it reads the sources of
 # that batch one by one, and what it finds in those counts. Batches leave out the few checks that
-# take as long as all others together; files that are named get them too.
+# take as long as all others together; files that are named get them too. The order is another one
+# every time: with --before, no batch is begun after TIME (seconds since 1970), and what is left out
+# is named.
 
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
@@ -69,6 +71,10 @@ tidy_batch() {
 tidy_line() {
     local fields
     IFS=$'\t' read -ra fields <<<"$1"
+    if [[ -n ${deadline:-} ]] && (($(date +%s) >= deadline)); then
+        printf 'left for another time: %s\n' "${fields[*]:1}"
+        return
+    fi
     tidy_batch "${fields[@]}"
 }
 export -f findings_in tidy_sources tidy_batch tidy_line is_for_windows windows_flags
@@ -76,9 +82,13 @@ export windows_compiler=x86_64-w64-mingw32-g++-posix
 
 [[ -f build/clang/compile_commands.json ]] || cmake --preset clang >/dev/null
 
+if [[ ${1:-} == --before ]]; then
+    export deadline=$2
+    shift 2
+fi
 (($# > 0)) || export checks=$slow_checks # added to those of .clang-tidy
 if (($# > 0)); then
     printf -- '-\t%s\n' "$@"
 else
-    find src host tour dataset web live cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang
+    find src host tour dataset web live cli vstgui -name '*.cpp' | sort | xargs tools/tidy_batches.py build/clang | shuf
 fi | xargs -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_line "$@"' tidy_line
