@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <random>
@@ -77,6 +78,18 @@ TEST(FlacFile, ExtremesInTurnComeBack) {
 TEST(FlacFile, SpikeInSilenceComesBack) {
     for (const std::int32_t spike : {1, -1, 1000, kHighest, kLowest}) {
         expectBack(numbersOf(9000, [&](std::size_t i) { return i == 700 ? spike : 0; }));
+    }
+}
+
+// Codes just too long to be written at once, for every number of bits that follow the zeros.
+TEST(FlacFile, SpikesInNoiseComeBack) {
+    for (int bits = 2; bits <= 20; ++bits) {
+        Numbers numbers = noise(std::size_t{4096} * 4, bits);
+        for (std::size_t part = 0; part < 64; ++part) { // one in each part that is coded alike
+            const auto size = static_cast<std::int32_t>(part + 8) << (bits - 1);
+            numbers[part * 256 + 100] = std::min(size, kHighest);
+        }
+        expectBack(numbers);
     }
 }
 
