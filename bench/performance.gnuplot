@@ -29,3 +29,4 @@ unset ylabel
 plot for [i = 1:4] rows(word(names, i), "$3 == 100") using 2:4 smooth unique \
     with linespoints linewidth 2 pointtype 7 pointsize 0.5 linecolor rgb word(colours, i) \
     title word(names, i)
+unset multiplot
