@@ -61,8 +61,14 @@ export class Keys {
             const key = this.buttons[step];
             const letter = layout?.get(code)?.toUpperCase() ?? letterOf(code);
             if (key && !(step > 11 && step < 17 && code in { Comma: 1, KeyL: 1, Period: 1, Semicolon: 1, Slash: 1 }))
-                key.firstChild.textContent = letter;
+                this.showLetter(key, letter);
         }
+    }
+
+    // Not as text: whoever says what is to be seen would say the letter in place of the note's name.
+    showLetter(key, letter) {
+        key.firstChild.dataset.letter = letter;
+        key.setAttribute("aria-keyshortcuts", letter);
     }
 
     listen() {
