@@ -23,6 +23,13 @@ SKIPPED = 77
 # A knob may lie between two pixels: of a drag 20 pixels from its centre, as a part of its range.
 HALF_A_PIXEL = math.hypot(0.5, 0.5) / 20 / (1.5 * math.pi)
 
+# What "Copy the command" copies.
+COMMAND = """(async () => {
+    const { renderCommand } = await import("./sharing.js");
+    const { index, name } = page.synth.programs[page.synth.program];
+    return renderCommand(index, name, page.settings());
+})()"""
+
 
 def setUpModule():
     global browser, server
@@ -270,13 +277,8 @@ class Programs(PageTest):
     def testCommandNamesWhatDiffersFromTheProgram(self):
         tab = self.tab("#program=12")
         self.set(tab, "Attack", 0.25)
-        command = tab.evaluate("""(async () => {
-            const { renderCommand } = await import("./sharing.js");
-            const { index, name } = page.synth.programs[page.synth.program];
-            return renderCommand(index, name, page.settings());
-        })()""")
-        self.assertEqual(command, "zelvatone render song.mid -o 12-Evacuate-the-Synthesizer.wav "
-                                  "--program 'Evacuate the Synthesizer' --set Attack=0.25")
+        self.assertEqual(tab.evaluate(COMMAND), "zelvatone render song.mid -o 12-Evacuate-the-Synthesizer.wav "
+                                                "--program 'Evacuate the Synthesizer' --set Attack=0.25")
 
     def testFileKeepsTheSound(self):
         tab = self.tab("#program=7")
@@ -347,9 +349,21 @@ class Sound(PageTest):
         self.assertEqual(tab.evaluate("[...page.keys.held]"), [])
 
     def testKeyGivesTheSamplesThatARenderingHas(self):
+        tab = self.tab("#program=1")
+        self.heardAsRendered(tab, "zelvatone render song.mid -o 01.wav --program 'Banana Bass'")
+
+    def testCopiedCommandRendersTheEditedSound(self):
+        tab = self.tab("#program=30")
+        for name, value in (("Wave", 0.8), ("Mode Shift", 1 / 3), ("Attack", 0.01), ("Shift Interval", 0.4)):
+            self.set(tab, name, value)
+        command = tab.evaluate(COMMAND)
+        self.assertEqual(command.count("--set"), 4, command)
+        self.heardAsRendered(tab, command)
+
+    def heardAsRendered(self, tab, command):
+        """The first quarter of a second of a key is to the bit what `command` renders of that note."""
         if not (SITE / "engine.js").exists():
             self.skipTest("the engine for the browser is not built")
-        tab = self.tab("#program=1")
         tab.click("h1")
         tab.until("page.context.state === 'running'")
         tab.until("(page.status?.notes ?? 0) === 0")
@@ -361,7 +375,7 @@ class Sound(PageTest):
         heard = tab.evaluate(f"(i => heard.slice(i, i + {count}))(heard.findIndex(sample => sample !== 0))")
         tab.key("b", "KeyB", isDown=False)
         rate = tab.evaluate("page.context.sampleRate")
-        self.assertEqual(heard, rendered("Banana Bass", note=55, velocity=100, rate=rate)[:count])
+        self.assertEqual(heard, rendered(command, note=55, velocity=100, rate=rate)[:count])
 
     def testSoundIsHeardAndEndsWithTheKey(self):
         tab = self.tab("#program=1")
@@ -525,16 +539,19 @@ class Files(PageTest):
         self.assertLess(sum(sizes), 1_000_000)
 
 
-def rendered(program, note, velocity, rate):
-    """The left channel of one note as `zelvatone render` has it, from its first sample that is not 0."""
+def rendered(command, note, velocity, rate):
+    """The left channel of one note as `command`, which renders song.mid, has it, from its first sample that is
+    not 0."""
     # A second at 120 quarter notes a minute: the note, two quarters later its end.
     track = bytes([0, 0x90, note, velocity, 0x87, 0x40, 0x80, note, 0, 0, 0xFF, 0x2F, 0])
     song = b"MThd" + struct.pack(">IHHH", 6, 0, 1, 480) + b"MTrk" + struct.pack(">I", len(track)) + track
     with tempfile.TemporaryDirectory() as folder:
         (Path(folder) / "song.mid").write_bytes(song)
-        subprocess.run([os.environ["ZELVATONE_PROGRAM"], "render", "song.mid", "-o", "song.wav", "--rate", str(rate),
-                        "--format", "float", "--program", program, "--quiet"], cwd=folder, check=True)
-        sound = (Path(folder) / "song.wav").read_bytes()
+        (Path(folder) / "zelvatone").symlink_to(Path(os.environ["ZELVATONE_PROGRAM"]).resolve())
+        subprocess.run(["sh", "-c", f"PATH=.:$PATH; {command} --rate {rate} --format float --quiet"], cwd=folder,
+                       check=True)
+        [sound] = Path(folder).glob("*.wav")
+        sound = sound.read_bytes()
     data = sound[sound.index(b"data") + 8:]
     samples = [left for left, _ in struct.iter_unpack("<ff", data[:len(data) // 8 * 8])]
     return samples[next(i for i, sample in enumerate(samples) if sample != 0):]
