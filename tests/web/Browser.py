@@ -170,6 +170,11 @@ class Tab:
                 if event.get("sessionId") == self.session
                 and event["method"] == "Network.requestWillBeSent"]
 
+    def bytesReceived(self, start):
+        """Of all files that have arrived since the browser had told `start` events."""
+        return sum(event["params"]["encodedDataLength"] for event in list(self.browser.events)[start:]
+                   if event.get("sessionId") == self.session and event["method"] == "Network.loadingFinished")
+
     def middleOf(self, selector):
         """In whole pixels, as a mouse has them."""
         place = self.evaluate(

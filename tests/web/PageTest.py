@@ -533,6 +533,19 @@ class Files(PageTest):
         foreign = [url for url in tab.requests() if not url.startswith((server.address, "data:", "blob:", "about:"))]
         self.assertEqual(foreign, [])
 
+    def testFirstSoundTakesFewBytes(self):
+        # Three seconds of a line of 1.6 Mbit/s, with the pictures that a fast line brings meanwhile.
+        tab = self.open()
+        tab.send("Network.setCacheDisabled", cacheDisabled=True)
+        before = len(browser.events)
+        tab.evaluate("globalThis.page = null")
+        tab.send("Page.reload")
+        tab.until("globalThis.page")
+        tab.mouse("mousePressed", *tab.middleOf(".keys button"))
+        tab.until("page.status?.peak > 0.001")
+        self.assertGreater(tab.bytesReceived(before), 100_000)
+        self.assertLess(tab.bytesReceived(before), 600_000)
+
     def testPageWithItsPicturesIsSmallerThanAMegabyte(self):
         sizes = [file.stat().st_size for file in SITE.rglob("*")
                  if file.is_file() and "tour" not in file.relative_to(SITE).parts and file.name != "fake.json"]
