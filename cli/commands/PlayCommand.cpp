@@ -1,17 +1,14 @@
 #include "cli/commands/PlayCommand.h"
 
 #include "cli/commands/OptionValues.h"
+#include "cli/commands/PlayRecording.h"
 #include "cli/commands/PlaySession.h"
-#include "cli/terminal/Notice.h"
 #include "host/Error.h"
-#include "host/files/InputGuard.h"
 #include "host/files/UserPath.h"
 #include "host/plugin/ParameterLookup.h"
 #include "host/plugin/Programs.h"
 #include "host/text/Format.h"
-#include "host/text/Names.h"
 #include "host/text/Numbers.h"
-#include "host/text/ShellWord.h"
 #include "host/threads/Interrupt.h"
 #include "live/BackendChoice.h"
 
@@ -26,9 +23,6 @@
 namespace zelvatone {
 
 namespace {
-
-// A disk may stand still for so long.
-constexpr double kRecordingSeconds = 8.0;
 
 DeviceChoice deviceChoice(const PlayOptions& options) {
     constexpr int kSlowest = 8000; // Hz
@@ -81,25 +75,6 @@ ControllerMap controllerMap(const std::vector<std::string>& texts, HostedPlugin&
     return map;
 }
 
-// A program change names the program of its number.
-ProgramMap programsByNumber(int count) {
-    ProgramMap map = noPrograms();
-    for (std::int16_t i = 0; i < static_cast<std::int16_t>(map.size()) && i < count; ++i) {
-        map.at(static_cast<std::size_t>(i)) = i;
-    }
-    return map;
-}
-
-// The same as lines of a rendering's --programs; empty for an instrument without programs.
-std::string programLines(int count) {
-    std::string lines;
-    const ProgramMap map = programsByNumber(count);
-    for (std::size_t change = 0; change < map.size() && map.at(change) >= 0; ++change) {
-        lines += formatText("{}, {}\n", change, map.at(change));
-    }
-    return lines;
-}
-
 // As in a rendering, settings hold in every program that a program change may choose.
 void setUp(HostedPlugin& plugin, const PluginSetup& setup) {
     applySetup(plugin, setup);
@@ -118,59 +93,6 @@ void setUp(HostedPlugin& plugin, const PluginSetup& setup) {
 
 Song silentSong() {
     return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
-}
-
-std::filesystem::path recordPath(const std::string& text) {
-    std::filesystem::path path = userPath(text);
-    if (lowerCase(path.extension().string()) != ".wav") {
-        throw UsageError(formatText("a recording is a WAV file: end '{}' in .wav", text));
-    }
-    return path;
-}
-
-// A recording replaces older ones of its name, but nothing that is read.
-void checkTargets(const PlayOptions& options, const std::filesystem::path& sound) {
-    std::vector<std::filesystem::path> outputs;
-    for (const char* extension : {".wav", ".mid", ".csv", ".programs.csv"}) {
-        outputs.push_back(std::filesystem::path(sound).replace_extension(extension));
-    }
-    std::vector<std::filesystem::path> inputs;
-    for (const auto& input : {options.song, options.setup.preset}) {
-        if (input) {
-            inputs.push_back(userPath(*input));
-        }
-    }
-    checkOutputs(outputs, inputs);
-}
-
-// That makes the samples of a recording again.
-std::string renderCommand(const PlayOptions& options, const AudioFormat& format, int programs) {
-    const auto beside = [&](const char* extension) {
-        return shellWord(recordPath(*options.record).replace_extension(extension).string());
-    };
-    std::string command = formatText("zelvatone render {} --automate {} -o {} --format float "
-                                     "--tail 0 --rate {} --block {}",
-                                     beside(".mid"), beside(".csv"), beside(".again.wav"),
-                                     format.rate, format.buffer);
-    const auto add = [&command](const char* option, const std::string& value) {
-        command += formatText(" {} {}", option, shellWord(value));
-    };
-    if (programs > 0) {
-        command += " --programs " + beside(".programs.csv");
-    }
-    if (options.setup.preset) {
-        add("--preset", *options.setup.preset);
-    }
-    if (options.setup.program) {
-        add("--program", *options.setup.program);
-    }
-    for (const std::string& setting : options.setup.settings) {
-        add("--set", setting);
-    }
-    if (!options.plugin.path.empty()) {
-        add("--plugin", options.plugin.path);
-    }
-    return command;
 }
 
 // Where the process may: a page that comes from the disk is too late for a block.
@@ -207,17 +129,6 @@ std::exception_ptr playUntilEnd(const PlaySession::Plan& plan) {
         return std::current_exception();
     }
     return nullptr;
-}
-
-// Gives a recording's files their names and says how to render it again.
-void finishTake(TakeWriter& take, const std::filesystem::path& sound, const std::string& again,
-                const StandardOutput& output) {
-    take.finish();
-    if (!take.warning().empty()) {
-        printNotice(take.warning());
-    }
-    output.print(formatText("{}: {:.1f} s; to render it again:\n{}\n", sound.string(),
-                            take.seconds(), again));
 }
 
 void addDeviceOptions(CLI::App& command, PlayOptions& options) {
@@ -278,10 +189,7 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     }
     const DeviceChoice devices = deviceChoice(options);
     const KeyLayout layout = keyLayout(options);
-    const auto record = options.record ? std::optional(recordPath(*options.record)) : std::nullopt;
-    if (record) {
-        checkTargets(options, *record);
-    }
+    const auto sound = recordingPath(options);
     const PluginSetup setup = readSetup(options.setup);
     const Song song = options.song ? readSong(userPath(*options.song)) : silentSong();
     const PluginLibrary library = loadPlugin(options.plugin);
@@ -296,35 +204,23 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     setUp(plugin, setup);
     setUp(spare, setup);
     const TakeClock clock(song.tempo, format.rate);
-    std::optional<TakeRings> rings;
-    if (record) {
-        rings.emplace(format.rate, std::min(2, plugin.outputCount()), kRecordingSeconds);
+    std::optional<PlayRecording> recording;
+    if (sound) {
+        recording.emplace(options, *sound, format, plugin, clock);
     }
     LivePlayer player({.plugin = &plugin,
                        .spare = &spare,
                        .song = &song,
-                       .take = rings ? &*rings : nullptr,
+                       .take = recording ? &recording->rings() : nullptr,
                        .programs = programsByNumber(plugin.programCount()),
                        .controllers = controllerMap(options.controllers, plugin)});
-    std::string again;
-    std::optional<TakeWriter> take;
-    if (record) {
-        again = renderCommand(options, format, plugin.programCount());
-        take.emplace(TakeWriter::Plan{.sound = *record,
-                                      .rate = format.rate,
-                                      .channels = player.channels(),
-                                      .parameterNames = parameterNames(plugin),
-                                      .command = again,
-                                      .programs = programLines(plugin.programCount())},
-                     *rings, clock);
-    }
     std::optional<PlayEditor> editor;
     if (options.editor) {
         editor.emplace(library, stream, setup);
     }
     const PlaySession::Plan plan{.player = &player,
                                  .backend = backend.get(),
-                                 .take = take ? &*take : nullptr,
+                                 .take = recording ? &recording->writer() : nullptr,
                                  .editor = editor ? &*editor : nullptr,
                                  .terminal = &terminal,
                                  .programs = programNames(plugin),
@@ -334,8 +230,8 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     lockMemory();
     const auto error = playUntilEnd(plan);
     editor.reset();
-    if (take) {
-        finishTake(*take, *record, again, output);
+    if (recording) {
+        recording->finish(output);
     }
     if (error) {
         std::rethrow_exception(error);

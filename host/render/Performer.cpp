@@ -42,6 +42,14 @@ ProgramMap noPrograms() {
     return map;
 }
 
+ProgramMap programsByNumber(int count) {
+    ProgramMap map = noPrograms();
+    for (std::int16_t i = 0; i < static_cast<std::int16_t>(map.size()) && i < count; ++i) {
+        map.at(static_cast<std::size_t>(i)) = i;
+    }
+    return map;
+}
+
 Performer::Performer(HostedPlugin& plugin, const Transport& transport, const PerformerPlan& plan)
     : transport_(transport),
       isRaw_(plan.isRaw),
@@ -128,10 +136,8 @@ void Performer::endBlock() {
 
 void Performer::play(const MidiMessage& message) {
     follow(message);
-    const bool hasTwoBytes =
-        message.kind() == kProgramStatus || message.kind() == kChannelPressureStatus;
     const std::array<std::uint8_t, 3> bytes{message.status, message.data1, message.data2};
-    hand(message.frame, std::span(bytes).first(hasTwoBytes ? 2 : 3));
+    hand(message.frame, std::span(bytes).first(message.length()));
 }
 
 void Performer::follow(const MidiMessage& message) {

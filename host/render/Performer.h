@@ -21,6 +21,8 @@ namespace zelvatone {
 // message is ignored.
 using ProgramMap = std::array<std::int16_t, 128>;
 ProgramMap noPrograms();
+// A program change names the program of its number, of a plug-in that has `count`.
+ProgramMap programsByNumber(int count);
 
 struct PerformerPlan {
     // Hands every message to the plug-in as it is.

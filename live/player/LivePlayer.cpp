@@ -27,10 +27,6 @@ MidiMessage messageOf(std::span<const std::uint8_t> bytes) {
     return message;
 }
 
-bool hasTwoBytes(const MidiMessage& message) {
-    return message.kind() == kProgramStatus || message.kind() == kChannelPressureStatus;
-}
-
 // Before it is switched on, when a plug-in may choose how carefully it renders.
 HostedPlugin* playedLive(HostedPlugin* plugin) {
     if (plugin != nullptr) {
@@ -170,7 +166,7 @@ void LivePlayer::playMessages(std::int64_t end) {
         const MidiMessage& message = pending_[count].message;
         const std::array<std::uint8_t, 3> bytes{message.status, message.data1, message.data2};
         performer_.take(static_cast<std::int32_t>(pending_[count].frame - start),
-                        std::span(bytes).first(hasTwoBytes(message) ? 2 : 3));
+                        std::span(bytes).first(message.length()));
         follow(message);
         if (take_ != nullptr) {
             take_->add({.frame = pending_[count].frame,

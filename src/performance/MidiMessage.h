@@ -1,6 +1,7 @@
 // A MIDI message with the sample at which it is due, and MIDI's numbers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zelvatone {
@@ -35,6 +36,10 @@ inline constexpr std::int32_t kBendCentre = 8192; // of 14 bits
 struct MidiMessage {
     std::uint8_t kind() const { return status & 0xF0; }
     std::uint8_t channel() const { return status & 0x0F; }
+    // How many bytes it has.
+    std::size_t length() const {
+        return kind() == kProgramStatus || kind() == kChannelPressureStatus ? 2 : 3;
+    }
 
     std::int32_t frame;  // of the block
     std::uint8_t status; // with the channel

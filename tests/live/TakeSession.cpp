@@ -82,14 +82,6 @@ Song songWithoutEvents() {
     return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
 }
 
-ProgramMap programsByNumber(int count) {
-    ProgramMap map = noPrograms();
-    for (std::int16_t i = 0; i < count && i < static_cast<std::int16_t>(map.size()); ++i) {
-        map.at(static_cast<std::size_t>(i)) = i;
-    }
-    return map;
-}
-
 Take playAtRandom(const std::string& pluginPath, const SessionPlan& plan, const Song& song) {
     const PluginLibrary library(pluginPath);
     const StreamFormat format{static_cast<double>(plan.rate), plan.blockSize};

@@ -26,7 +26,6 @@ struct Take {
 };
 
 Song songWithoutEvents();
-ProgramMap programsByNumber(int count);
 
 // Notes, bends, pedals, volumes, program changes and moves of parameters at random.
 Take playAtRandom(const std::string& pluginPath, const SessionPlan& plan, const Song& song);
