@@ -3,6 +3,7 @@
 #include "host/midi/EndlessNotes.h"
 #include "host/midi/MidiTrackParser.h"
 #include "host/midi/Song.h"
+#include "performance/BendRange.h"
 #include "performance/MidiMessage.h"
 
 #include <algorithm>
@@ -16,12 +17,6 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr int kExclusive = 0xF0;
 constexpr int kMeta = 0xFF;
 constexpr int kTrackName = 0x03;
-
-// Which registered parameter a channel's data entry sets; 0 is the bend range.
-struct Chosen {
-    int high = 127;
-    int low = 127;
-};
 
 class Counter {
 public:
@@ -59,7 +54,7 @@ private:
             ++channel.pressures;
             break;
         case kControllerStatus:
-            takeController(message, channel);
+            channel.controllers.insert(message[1]);
             break;
         case kProgramStatus:
             channel.programs.insert(message[1]);
@@ -78,23 +73,26 @@ private:
         channel.highest = std::max(channel.highest, note);
     }
 
-    void takeController(Bytes message, ChannelSummary& channel) {
-        Chosen& chosen = chosen_[message[0] & 0x0FU];
-        channel.controllers.insert(message[1]);
-        if (message[1] == kParameter) {
-            chosen.high = message[2];
-        } else if (message[1] == kParameterFine) {
-            chosen.low = message[2];
-        } else if (message[1] == kOtherParameter || message[1] == kOtherParameterFine) {
-            chosen = Chosen();
-        } else if (message[1] == kDataEntry && chosen.high == 0 && chosen.low == 0) {
-            channel.bendRange = message[2];
+    SongSummary& summary_;
+};
+
+// In the order in which the song is played: tracks ask for the range of one channel together.
+void takeBendRanges(const Song& song, SongSummary& summary) {
+    BendRange ranges(kInstrumentBendRange);
+    for (const SongEvent& event : song.events) {
+        if (event.bytes[0] >= kSystemStatus) {
+            continue;
+        }
+        const MidiMessage message = midiMessage(0, event.bytes[0], event.bytes[1], event.bytes[2]);
+        const auto played = ranges.take(message);
+        const bool setsRange =
+            message.kind() == kControllerStatus && (!played || played->kind() == kBendStatus);
+        if (setsRange) {
+            auto& range = summary.channels[message.channel()].bendRange;
+            range = std::max(range.value_or(0.0), ranges.cents(message.channel()) / 100.0);
         }
     }
-
-    SongSummary& summary_;
-    std::array<Chosen, 16> chosen_;
-};
+}
 
 } // namespace
 
@@ -103,6 +101,7 @@ SongSummary summarise(const MidiFile& file) {
     SongSummary summary;
     summary.seconds = song.seconds;
     summary.endlessNotes = endlessNotes(song);
+    takeBendRanges(song, summary);
     Counter counter(summary);
     for (const MidiTrack& track : file.tracks) {
         TrackSummary& counted = summary.tracks.emplace_back();

@@ -22,10 +22,10 @@ struct ChannelSummary {
     int lowest = 127; // of its notes; as the next one, of no meaning without any
     int highest = 0;
     int bends = 0;
-    std::optional<int> bendRange; // semitones, the last that the file asks for
-    int pressures = 0;            // messages of channel and key pressure
-    std::set<int> controllers;    // by number
-    std::set<int> programs;       // 0 to 127
+    std::optional<double> bendRange; // semitones, the widest that the file asks for
+    int pressures = 0;               // messages of channel and key pressure
+    std::set<int> controllers;       // by number
+    std::set<int> programs;          // 0 to 127
 
     bool isUsed() const {
         return notes + bends + pressures > 0 || !controllers.empty() || !programs.empty();

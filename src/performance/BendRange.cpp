@@ -27,9 +27,8 @@ std::optional<MidiMessage> BendRange::take(const MidiMessage& message) {
 // A step of the instrument's wheel is 0.15 cent at 12 semitones, so the pitch is right to half of
 // it.
 MidiMessage BendRange::bend(const MidiMessage& cause) const {
-    const Channel& channel = channels_[cause.channel()];
-    const std::int32_t cents = channel.semitones * 100 + channel.cents;
-    const long place = std::lround(static_cast<double>(channel.wheel) * cents / instrumentCents_);
+    const double wheel = channels_[cause.channel()].wheel;
+    const long place = std::lround(wheel * cents(cause.channel()) / instrumentCents_);
     const auto bits = static_cast<std::uint32_t>(
         std::clamp(place, -long{kBendCentre}, long{kBendCentre} - 1) + kBendCentre);
     return {.frame = cause.frame,

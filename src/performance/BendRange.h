@@ -25,6 +25,10 @@ public:
     // data entry that sets the range gives the bend that the wheel means from now on, or nothing
     // while the wheel is centred. `message` has the order in which it is played.
     std::optional<MidiMessage> take(const MidiMessage& message);
+    // How far `channel`, 0 to 15, means to bend, in cents.
+    std::int32_t cents(std::uint8_t channel) const {
+        return channels_[channel].semitones * 100 + channels_[channel].cents;
+    }
 
 private:
     struct Channel {

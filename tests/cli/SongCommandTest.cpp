@@ -113,6 +113,22 @@ TEST_F(SongCommand, WritesJson) {
     EXPECT_EQ(song["notPlayed"], json::array());
 }
 
+TEST_F(SongCommand, TellsTheWidestBendRangeThatItsTracksAskForTogether) {
+    writeBytes(song_, midiFileBytes(1, 480,
+                                    {TrackBytes()
+                                         .event(0, {0xB0, 101, 0}) // chooses the bend range,
+                                         .event(0, {0xB0, 100, 0})
+                                         .event(480, {0xB0, 121, 0}) // and no longer
+                                         .end(480),
+                                     TrackBytes()
+                                         .event(120, {0xB0, 6, 7})
+                                         .event(0, {0xB0, 38, 50})
+                                         .event(120, {0xB0, 6, 4})
+                                         .event(480, {0xB0, 6, 24})
+                                         .end(0)}));
+    EXPECT_EQ(json::parse(outputOf({"song", "--json"}))["channels"][0]["bendRange"], 7.5);
+}
+
 TEST_F(SongCommand, CountsTheMetresAfterTheStart) {
     const auto changesOf = [&](const TrackBytes& track) {
         writeBytes(song_, midiFileBytes(0, 480, {track}));
