@@ -17,6 +17,7 @@ constexpr std::int32_t kLanes = ZELVATONE_LANES;
 using Floats __attribute__((vector_size(4 * kLanes))) = float;
 using Ints __attribute__((vector_size(4 * kLanes))) = std::int32_t;
 using Words __attribute__((vector_size(4 * kLanes))) = std::uint32_t;
+using Bytes __attribute__((vector_size(4 * kLanes))) = signed char;
 
 #define ZELVATONE_INLINE [[gnu::always_inline]] inline
 #define ZELVATONE_INLINE_LAMBDA __attribute__((always_inline))
@@ -60,6 +61,17 @@ ZELVATONE_INLINE Ints truncate(Floats v) {
     return __builtin_convertvector(v, Ints);
 }
 
+// The same for values below 2^22 either way. WebAssembly's conversion also minds values that fit no
+// integer, which takes a browser more than twice the instructions.
+ZELVATONE_INLINE Ints truncateSmall(Floats v) {
+#ifdef __wasm_simd128__
+    constexpr float kMiddle = 12582912.0F; // 1.5 * 2^23, where floats are the whole numbers
+    return bits(__builtin_wasm_trunc_f32x4(v) + kMiddle) - bits(fill(kMiddle));
+#else
+    return truncate(v);
+#endif
+}
+
 ZELVATONE_INLINE Floats toFloats(Ints v) {
     return __builtin_convertvector(v, Floats);
 }
@@ -69,11 +81,15 @@ ZELVATONE_INLINE Floats absolute(Floats v) {
 }
 
 ZELVATONE_INLINE Ints laneNumbers() {
+#ifdef __wasm_simd128__
+    return Ints{0, 1, 2, 3}; // clang 14 would do at run time what the loop says
+#else
     Ints v;
     for (std::int32_t i = 0; i < kLanes; ++i) {
         v[i] = i;
     }
     return v;
+#endif
 }
 
 // Of lanes first..first+kLanes-1, those below `count`.
@@ -98,6 +114,8 @@ ZELVATONE_INLINE bool anySet(Ints mask) {
     return __builtin_ia32_movmskps(fromBits(mask)) != 0;
 #elif ZELVATONE_LANES == 8 && defined(__AVX2__)
     return __builtin_ia32_movmskps256(fromBits(mask)) != 0;
+#elif defined(__wasm_simd128__)
+    return __builtin_wasm_any_true_v128(reinterpret_cast<Bytes>(mask));
 #else
     return anyLane(mask) != 0;
 #endif
@@ -112,6 +130,13 @@ ZELVATONE_INLINE void repeat(Work work) {
     }
     work(kCount - 1);
 }
+
+// Whether words without a sign can be compared, which SSE2 cannot.
+#if ZELVATONE_LANES == 4 && !defined(__wasm_simd128__)
+constexpr bool kComparesWords = false;
+#else
+constexpr bool kComparesWords = true;
+#endif
 
 } // namespace
 } // namespace zelvatone

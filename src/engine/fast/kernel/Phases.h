@@ -149,7 +149,7 @@ struct PhaseLanes {
             failed |= ~entries.found;
             return entries.index;
         } else {
-            return truncate(entriesPerRadian * phase);
+            return truncateSmall(entriesPerRadian * phase);
         }
     }
 

@@ -33,7 +33,7 @@ ZELVATONE_INLINE Floats smallerPositive(Floats a, Floats b) {
 
 // `phase`: 0 to under 4 pi.
 ZELVATONE_INLINE Floats wrapNear(Floats phase) {
-    if constexpr (kLanes == 4) { // SSE2 cannot compare unsigned words
+    if constexpr (!kComparesWords) {
         const Ints beyond = phase >= kTurn;
         return (phase - keep(beyond, fill(kTurn))) + keep(beyond, fill(kTurnExcess));
     } else {
@@ -90,7 +90,7 @@ ZELVATONE_INLINE Ints isWithinATurn(Floats phase) {
 // fmod(phase, kTurn), sign of `phase`, up to kWidestPhase either way.
 ZELVATONE_INLINE Floats remainder(Floats phase) {
     const Floats size = absolute(phase);
-    const Floats turns = toFloats(truncate(size * kTurnsPerRadian)); // at most one too few
+    const Floats turns = toFloats(truncateSmall(size * kTurnsPerRadian)); // at most one too few
     const Floats rest = (size - turns * kTurnHead) - turns * kTurnTail;
     const Floats less = rest - kTurn;
     return fromBits(bits(select(less < 0.0F, rest, less)) | (bits(phase) & INT32_MIN));
