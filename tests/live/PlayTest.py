@@ -129,7 +129,7 @@ class JackSession(Session):
             self.skipTest("jackd does not start here")
 
     def connections(self):
-        """By port, those that it is connected to; None while there is no server."""
+        """By port, those that it is connected to; None while no server answers."""
         result = subprocess.run(["jack_lsp", "-c"], env=self.environment, capture_output=True,
                                 text=True)
         if result.returncode != 0:
@@ -206,9 +206,9 @@ class OnJack(JackSession):
         self.strikeKeys("second")
         process = self.play("--output", "none", "--input", "SEC")
         self.waitForLink("second:out", "zelvatone:keys")
-        links = self.connections()
-        self.assertEqual(links["zelvatone:left"], set())
-        self.assertEqual(links["zelvatone:keys"], {"second:out"})
+        # A busy server does not answer every time.
+        waitUntil(lambda: (links := self.connections()) and links["zelvatone:left"] == set() and
+                  links["zelvatone:keys"] == {"second:out"})
         self.end(process, by=signal.SIGTERM)
 
     def testRecordingRendersToTheSameBytes(self):
@@ -275,7 +275,7 @@ class OnJack(JackSession):
 
     def testListsDevices(self):
         self.strikeKeys()
-        waitUntil(lambda: "keyboard:out" in self.connections())
+        waitUntil(lambda: "keyboard:out" in (self.connections() or {}))
         output, _ = self.play("--list").communicate(timeout=PATIENCE)
         self.assertIn("JACK output  system:playback_1\n", output)
         self.assertIn("JACK input   keyboard:out\n", output)
