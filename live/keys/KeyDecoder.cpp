@@ -133,8 +133,8 @@ char32_t characterOf(std::string_view bytes) {
     return character;
 }
 
-// Takes a character and the escape before it off `rest`, which is how a terminal sends a key with
-// Alt: none of ours, and no end of the session either. Two escapes are the key, twice.
+// A terminal sends a key with Alt as an escape and the character. Takes both off `rest` and returns
+// no key: the program has none with Alt. Of two escapes, returns one as the Escape key.
 std::optional<KeyEvent> keyAfterEscape(std::string_view& rest, bool& isWhole) {
     if (rest[1] == kEscapeByte) {
         rest.remove_prefix(1);

@@ -110,8 +110,8 @@ Bytes takeMidi(std::span<const TakeEvent> events, std::int64_t frames, const Tak
 std::string takeAutomation(std::span<const TakeEvent> events, const std::vector<std::string>& names,
                            int rate, const std::string& command) {
     std::string text = "# " + command;
-    std::replace(text.begin(), text.end(), '\n',
-                 ' '); // of a file's name; a line of its own is read
+    // A file's name may have line ends; what follows one would be read as a move.
+    std::replace(text.begin(), text.end(), '\n', ' ');
     text += '\n';
     std::set<std::int32_t> moved;
     std::string lines;

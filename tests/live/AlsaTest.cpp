@@ -39,7 +39,7 @@ std::vector<int> bytesOf(const snd_seq_event_t& event) {
                    : std::vector<int>{};
 }
 
-// Bytes as the MIDI specification has them; ALSA's bend is -8192 to 8191.
+// Bytes as MIDI 1.0 defines them; ALSA's bend is -8192 to 8191.
 TEST(AlsaEvents, BecomeTheirMidiMessages) {
     EXPECT_THAT(bytesOf(noteEvent(SND_SEQ_EVENT_NOTEON, 0, 60, 100)), ElementsAre(0x90, 60, 100));
     EXPECT_THAT(bytesOf(noteEvent(SND_SEQ_EVENT_NOTEOFF, 15, 60, 3)), ElementsAre(0x8F, 60, 3));

@@ -129,7 +129,7 @@ class JackSession(Session):
             self.skipTest("jackd does not start here")
 
     def connections(self):
-        """By port, those that it is connected to; None while no server answers."""
+        """Returns the names of the connected ports by port, or None if the server does not reply."""
         result = subprocess.run(["jack_lsp", "-c"], env=self.environment, capture_output=True,
                                 text=True)
         if result.returncode != 0:
@@ -206,7 +206,7 @@ class OnJack(JackSession):
         self.strikeKeys("second")
         process = self.play("--output", "none", "--input", "SEC")
         self.waitForLink("second:out", "zelvatone:keys")
-        # A busy server does not answer every time.
+        # A busy server does not reply every time.
         waitUntil(lambda: (links := self.connections()) and links["zelvatone:left"] == set() and
                   links["zelvatone:keys"] == {"second:out"})
         self.end(process, by=signal.SIGTERM)

@@ -65,7 +65,8 @@ export class Keys {
         }
     }
 
-    // Not as text: whoever says what is to be seen would say the letter in place of the note's name.
+    // As an attribute and not as text: speech control expects the text of a button in its name, which
+    // is the note.
     showLetter(key, letter) {
         key.firstChild.dataset.letter = letter;
         key.setAttribute("aria-keyshortcuts", letter);
