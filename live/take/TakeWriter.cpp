@@ -93,14 +93,14 @@ void TakeWriter::run(const std::stop_token& stop) {
 
 // The rings are empty then: a recording ends with a whole block, as a rendering of it does.
 void TakeWriter::endWhereNoMoreFits() {
+    if (hasEnded_ || hasFailed_) {
+        return;
+    }
     std::error_code error; // of a system that does not tell: writing will
     const auto space = std::filesystem::space(
         plan_.sound.parent_path().empty() ? std::filesystem::path(".") : plan_.sound.parent_path(),
         error);
     const auto bytes = frames_ * plan_.channels * static_cast<std::int64_t>(sizeof(float));
-    if (hasEnded_ || hasFailed_) {
-        return;
-    }
     if (bytes > kMostBytes) {
         ending_ = "a WAV file holds no more";
     } else if (!error && space.available < plan_.reservedBytes + kBytesAnEvent * events_.size()) {
