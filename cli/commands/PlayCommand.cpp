@@ -91,10 +91,6 @@ void setUp(HostedPlugin& plugin, const PluginSetup& setup) {
     }
 }
 
-Song silentSong() {
-    return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
-}
-
 // Where the process may: a page that comes from the disk is too late for a block.
 void lockMemory() {
     rlimit limit{};
@@ -191,7 +187,7 @@ void runPlay(const PlayOptions& options, const StandardOutput& output) {
     const KeyLayout layout = keyLayout(options);
     const auto sound = recordingPath(options);
     const PluginSetup setup = readSetup(options.setup);
-    const Song song = options.song ? readSong(userPath(*options.song)) : silentSong();
+    const Song song = options.song ? readSong(userPath(*options.song)) : songWithoutEvents();
     const PluginLibrary library = loadPlugin(options.plugin);
 
     const InterruptWatch watch;

@@ -131,6 +131,10 @@ Bytes Song::message(const SongEvent& event) const {
                                         : Bytes(event.bytes).first(event.size);
 }
 
+Song songWithoutEvents() {
+    return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
+}
+
 Song makeSong(const MidiFile& file) {
     const Counts counts = countMessages(file);
     const TempoMap tempo = makeTempoMap(file, counts.tempos);

@@ -49,6 +49,9 @@ struct Song {
     std::span<const std::uint8_t> message(const SongEvent& event) const;
 };
 
+// A song of no length, at 120 quarter notes a minute.
+Song songWithoutEvents();
+
 // Merges the tracks. Tempo and time signature changes count in whichever track they stand. Throws
 // InputError for a tempo that is none and for a song longer than a day.
 Song makeSong(const MidiFile& file);

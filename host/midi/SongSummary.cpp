@@ -83,7 +83,7 @@ void takeBendRanges(const Song& song, SongSummary& summary) {
         if (event.bytes[0] >= kSystemStatus) {
             continue;
         }
-        const MidiMessage message = midiMessage(0, event.bytes[0], event.bytes[1], event.bytes[2]);
+        const MidiMessage message = midiMessage(0, event.bytes);
         const auto played = ranges.take(message);
         const bool setsRange =
             message.kind() == kControllerStatus && (!played || played->kind() == kBendStatus);

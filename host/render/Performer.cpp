@@ -26,14 +26,6 @@ void checkInstrument(const HostedPlugin& plugin) {
     }
 }
 
-// Shorter ones are filled up with zeros.
-MidiMessage shortMessage(std::int32_t offset, std::span<const std::uint8_t> message) {
-    const auto byte = [message](std::size_t index) {
-        return index < message.size() ? message[index] : std::uint8_t{0};
-    };
-    return midiMessage(offset, byte(0), byte(1), byte(2));
-}
-
 } // namespace
 
 ProgramMap noPrograms() {
@@ -120,7 +112,7 @@ void Performer::take(std::int32_t offset, std::span<const std::uint8_t> message)
         hand(offset, message);
         return;
     }
-    std::optional<MidiMessage> meant = shortMessage(offset, message);
+    std::optional<MidiMessage> meant = midiMessage(offset, message);
     if (bendRange_) {
         meant = bendRange_->take(*meant);
     }

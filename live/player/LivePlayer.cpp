@@ -20,13 +20,6 @@ bool isForInstrument(const SongEvent& event) {
     return event.bytes[0] < kSystemStatus && (event.bytes[0] & 0x0F) != kDrumChannel;
 }
 
-MidiMessage messageOf(std::span<const std::uint8_t> bytes) {
-    MidiMessage message{.frame = 0, .status = bytes[0], .data1 = 0, .data2 = 0};
-    message.data1 = bytes.size() > 1 ? bytes[1] : std::uint8_t{0};
-    message.data2 = bytes.size() > 2 ? bytes[2] : std::uint8_t{0};
-    return message;
-}
-
 // Before it is switched on, when a plug-in may choose how carefully it renders.
 HostedPlugin* playedLive(HostedPlugin* plugin) {
     if (plugin != nullptr) {
@@ -114,7 +107,7 @@ void LivePlayer::takeSong() {
     }
     const std::int64_t end = performer_.position() + blockSize_;
     for (; !song_->atEnd() && song_->frame() < end; song_->advance()) {
-        receive(song_->frame(), messageOf(song_->message()));
+        receive(song_->frame(), midiMessage(0, song_->message()));
     }
     songIsOver_ = song_->atEnd();
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace zelvatone {
 
@@ -54,6 +55,14 @@ constexpr MidiMessage midiMessage(std::int32_t frame, std::uint8_t status, std::
             .status = status,
             .data1 = static_cast<std::uint8_t>(data1 & 0x7F),
             .data2 = static_cast<std::uint8_t>(data2 & 0x7F)};
+}
+
+// The same from `bytes`; missing ones are 0.
+constexpr MidiMessage midiMessage(std::int32_t frame, std::span<const std::uint8_t> bytes) {
+    const auto byte = [bytes](std::size_t index) {
+        return index < bytes.size() ? bytes[index] : std::uint8_t{0};
+    };
+    return midiMessage(frame, byte(0), byte(1), byte(2));
 }
 
 } // namespace zelvatone

@@ -78,10 +78,6 @@ void drain(TakeRings& rings, Take& take) {
 
 } // namespace
 
-Song songWithoutEvents() {
-    return {{}, TempoMap(1.0, {}), MeterMap({}), 0.0, {}, {}};
-}
-
 Take playAtRandom(const std::string& pluginPath, const SessionPlan& plan, const Song& song) {
     const PluginLibrary library(pluginPath);
     const StreamFormat format{static_cast<double>(plan.rate), plan.blockSize};

@@ -25,8 +25,6 @@ struct Take {
     std::vector<TakeEvent> events;
 };
 
-Song songWithoutEvents();
-
 // Notes, bends, pedals, volumes, program changes and moves of parameters at random.
 Take playAtRandom(const std::string& pluginPath, const SessionPlan& plan, const Song& song);
 
