@@ -1,4 +1,4 @@
-"""What axe-core, which knows the rules for pages that everybody can use, finds on the page.
+"""What axe-core finds on the page: it knows the rules of accessibility.
 
 ZELVATONE_SITE names a folder with the page and an engine, ZELVATONE_AXE the file axe.min.js."""
 
@@ -7,7 +7,7 @@ import sys
 import unittest
 from pathlib import Path
 
-from Browser import CHROMIUM, Browser, Server
+from Browser import CHROMIUM, startBrowser
 
 SITE = Path(os.environ["ZELVATONE_SITE"])
 AXE = Path(os.environ["ZELVATONE_AXE"])
@@ -16,13 +16,7 @@ SKIPPED = 77
 
 def setUpModule():
     global browser, server
-    server = Server(SITE)
-    browser = Browser()
-
-
-def tearDownModule():
-    browser.close()
-    server.close()
+    browser, server = startBrowser(SITE)
 
 
 class Axe(unittest.TestCase):
@@ -33,7 +27,7 @@ class Axe(unittest.TestCase):
     }))"""
 
     def findings(self, before="", **window):
-        """What is found when the page has done `before`, a statement."""
+        """Returns what axe-core finds after the page has run `before`, an expression."""
         tab = browser.open(f"{server.address}/index.html#program=7", **window)
         self.addCleanup(tab.close)
         tab.evaluate(AXE.read_text(encoding="utf-8") + ";undefined")

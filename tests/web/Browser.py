@@ -12,6 +12,7 @@ import subprocess
 import tempfile
 import threading
 import time
+import unittest
 
 CHROMIUM = shutil.which("chromium")
 LIMIT = 20  # seconds for one reply
@@ -103,6 +104,14 @@ class Browser:
 
     def open(self, address, width=1280, height=900, isDark=False, density=1):
         return Tab(self, address, width, height, isDark, density)
+
+
+def startBrowser(folder):
+    """Returns a browser and a server of `folder`, which end with the tests of the module."""
+    server, browser = Server(folder), Browser()
+    unittest.addModuleCleanup(server.close)
+    unittest.addModuleCleanup(browser.close)
+    return browser, server
 
 
 class Tab:

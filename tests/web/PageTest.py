@@ -14,7 +14,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from Browser import CHROMIUM, Browser, Server, Tab
+from Browser import CHROMIUM, Tab, startBrowser
 
 SITE = Path(os.environ["ZELVATONE_SITE"])
 # Where to keep pictures of the page, for the eye.
@@ -23,23 +23,10 @@ SKIPPED = 77
 # A knob may lie between two pixels: of a drag 20 pixels from its centre, as a part of its range.
 HALF_A_PIXEL = math.hypot(0.5, 0.5) / 20 / (1.5 * math.pi)
 
-# What "Copy the command" copies.
-COMMAND = """(async () => {
-    const { renderCommand } = await import("./sharing.js");
-    const { index, name } = page.synth.programs[page.synth.program];
-    return renderCommand(index, name, page.settings());
-})()"""
-
 
 def setUpModule():
     global browser, server
-    server = Server(SITE)
-    browser = Browser()
-
-
-def tearDownModule():
-    browser.close()
-    server.close()
+    browser, server = startBrowser(SITE)
 
 
 class PageTest(unittest.TestCase):
@@ -90,6 +77,12 @@ class PageTest(unittest.TestCase):
     def set(self, tab, name, value):
         index = self.index(tab, name)
         tab.evaluate(f"(() => {{ page.synth.setParameter({index}, {value}); page.show(); page.keep(); }})()")
+
+    def copiedCommand(self, tab):
+        tab.evaluate("""navigator.clipboard.writeText = async text => { globalThis.copied = text; };
+                        globalThis.copied = null""")
+        tab.click("#command")
+        return tab.until("globalThis.copied")
 
     def near(self, found, expected):
         self.assertAlmostEqual(found, expected, places=4)
@@ -277,8 +270,8 @@ class Programs(PageTest):
     def testCommandNamesWhatDiffersFromTheProgram(self):
         tab = self.tab("#program=12")
         self.set(tab, "Attack", 0.25)
-        self.assertEqual(tab.evaluate(COMMAND), "zelvatone render song.mid -o 12-Evacuate-the-Synthesizer.wav "
-                                                "--program 'Evacuate the Synthesizer' --set Attack=0.25")
+        self.assertEqual(self.copiedCommand(tab), "zelvatone render song.mid -o 12-Evacuate-the-Synthesizer.wav "
+                                                  "--program 'Evacuate the Synthesizer' --set Attack=0.25")
 
     def testFileKeepsTheSound(self):
         tab = self.tab("#program=7")
@@ -356,7 +349,7 @@ class Sound(PageTest):
         tab = self.tab("#program=30")
         for name, value in (("Wave", 0.8), ("Mode Shift", 1 / 3), ("Attack", 0.01), ("Shift Interval", 0.4)):
             self.set(tab, name, value)
-        command = tab.evaluate(COMMAND)
+        command = self.copiedCommand(tab)
         self.assertEqual(command.count("--set"), 4, command)
         self.heardAsRendered(tab, command)
 
